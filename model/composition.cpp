@@ -1,0 +1,85 @@
+#include "model/composition.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace fluid {
+
+namespace {
+
+// Eleven 64-bit counts cannot overflow it.
+__extension__ using WideCount = __int128;
+
+struct Entered {
+    std::array<std::int64_t, ComponentCount> counts;
+    ComponentValues fractions;
+    std::array<bool, ComponentCount> tooLarge;
+};
+
+struct Accepted {
+    std::int32_t lastComponent = -1;
+    std::array<std::size_t, ComponentCount> index{};
+    ComponentValues fractions{};
+};
+
+constinit Entered entered{};
+constinit Accepted accepted{};
+
+bool AllCounted() {
+    return std::none_of(entered.tooLarge.begin(), entered.tooLarge.end(),
+                        [](bool tooLarge) { return tooLarge; });
+}
+
+WideCount CountSum() {
+    return std::accumulate(entered.counts.begin(), entered.counts.end(), WideCount{0});
+}
+
+}  // namespace
+
+constinit const std::array<std::int64_t, ComponentCount>& FractionCounts = entered.counts;
+constinit const std::int32_t& LastComponent = accepted.lastComponent;
+constinit const std::array<std::size_t, ComponentCount>& ComponentIndex = accepted.index;
+constinit const ComponentValues& Fractions = accepted.fractions;
+
+void SetFractionCount(std::size_t index, double fraction) {
+    assert(index < ComponentCount);
+    constexpr double CountLimit = 0x1p63;
+    const double count = std::round(fraction * static_cast<double>(FractionScale));
+    const bool fits = count >= -CountLimit && count < CountLimit;
+    entered.fractions[index] = fraction;
+    entered.tooLarge[index] = !fits;
+    using Limits = std::numeric_limits<std::int64_t>;
+    const std::int64_t bound = count < 0.0 ? Limits::min() : Limits::max();
+    entered.counts[index] = fits ? static_cast<std::int64_t>(count) : bound;
+}
+
+double FractionSum() {
+    if (!AllCounted()) {
+        return std::accumulate(entered.fractions.begin(), entered.fractions.end(), 0.0);
+    }
+    return static_cast<double>(CountSum()) / static_cast<double>(FractionScale);
+}
+
+bool FractionsAddUpToOne() {
+    return AllCounted() && CountSum() == FractionScale;
+}
+
+bool AcceptComposition() {
+    if (!FractionsAddUpToOne()) return false;
+    ComponentValues x{};
+    accepted = Accepted{};
+    for (std::size_t i = 0; i < ComponentCount; ++i) {
+        x[i] = static_cast<double>(entered.counts[i]) / static_cast<double>(FractionScale);
+        if (!(x[i] > 0.0)) continue;
+        const auto k = static_cast<std::size_t>(++accepted.lastComponent);
+        accepted.index[k] = i;
+        accepted.fractions[k] = x[i];
+    }
+    InitComponentTable(x);
+    return true;
+}
+
+}  // namespace fluid

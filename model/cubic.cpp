@@ -1,0 +1,215 @@
+#include "model/cubic.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <optional>
+
+#include "model/component_table.h"
+#include "model/double_double.h"
+
+namespace fluid {
+
+namespace {
+
+using std::numbers::sqrt3;
+
+struct Depressed {
+    double p;
+    double q;
+};
+
+// The order of operations decides whether p·q is exactly 0.
+Depressed Depress(double a2, double a1, double a0) {
+    return {(3.0 * a1 - a2 * a2) / 3.0,
+            (((a2 * (a2 * (2.0 * a2))) - a1 * (9.0 * a2)) + 27.0 * a0) / 27.0};
+}
+
+bool AllFinite(const CubicRoots& roots) {
+    return std::all_of(roots.begin(), roots.end(), [](const CubicRoot& root) {
+        return std::isfinite(root.real) && std::isfinite(root.imaginary);
+    });
+}
+
+// Roots of t³ + p·t + q for p > 0. For u·v = 1 and u³ - v³ = 2·|s| the difference u - v is
+// 2·|s|/(u² + 1 + v²), which does not cancel.
+CubicRoots OneRealRootRising(double p, double q) {
+    const double A = 2.0 * std::sqrt(p / 3.0);
+    const double s = 3.0 * q / (A * p);
+    const double u = std::cbrt(std::abs(s) + std::hypot(s, 1.0));
+    const double v = 1.0 / u;
+    const double half = s / (u * u + 1.0 + v * v);
+    const double y = sqrt3 * (u + v) / 4.0;
+    return {{{-A * half, 0.0}, {A * half / 2.0, -A * y}, {A * half / 2.0, A * y}}};
+}
+
+// Roots of t³ + p·t + q for p < 0 and |s| > 1, with w - 1/w = 2·sqrt(s² - 1).
+CubicRoots OneRealRootWaved(double A, double s) {
+    const double root = std::sqrt((std::abs(s) - 1.0) * (std::abs(s) + 1.0));
+    const double u = std::cbrt(root + std::abs(s));
+    const double v = 1.0 / u;
+    const double difference = 2.0 * root / (u * u + 1.0 + v * v);
+    const double x = std::copysign(A * (u + v) / 4.0, -s);
+    const double y = std::copysign(A * sqrt3 * difference / 4.0, s);
+    return {{{-2.0 * x, 0.0}, {x, -y}, {x, y}}};
+}
+
+CubicRoots ThreeRealRoots(double A, double s) {
+    using std::numbers::pi;
+    const double theta = std::atan2(std::sqrt((1.0 - s) * (1.0 + s)), s);
+    return {{{A * std::cos((theta + 4.0 * pi) / 3.0), 0.0},
+             {A * std::cos((theta + 2.0 * pi) / 3.0), 0.0},
+             {A * std::cos(theta / 3.0), 0.0}}};
+}
+
+CubicRoots DepressedRoots(double p, double q) {
+    if (p > 0.0) return OneRealRootRising(p, q);
+    const double A = 2.0 * std::sqrt(-p / 3.0);
+    const double s = 3.0 * q / (2.0 * p * std::sqrt(-p / 3.0));
+    return std::abs(s) <= 1.0 ? ThreeRealRoots(A, s) : OneRealRootWaved(A, s);
+}
+
+// The volumes in the variables of docs/cubic.md: y = b/V solves y³ - y² + (tau + pi)·y - pi = 0,
+// z = 3·y - 1 solves z³ + A·z + B = 0.
+struct Reduced {
+    double tau;  // R·T·b/a
+    double pi;   // P·b²/a
+    double A;
+    double B;
+};
+
+// One root z0 lies apart from the two others, on the side of -B; they are the pair
+// y = centre ± sqrt(split), a complex one where split < 0.
+struct Packing {
+    double apart;
+    double centre;
+    double split;
+};
+
+// Halley's step for x³ + A·x = C.
+double Improve(double x, double A, double C) {
+    const double f = x * (x * x + A) - C;
+    const double slope = 3.0 * x * x + A;
+    const double divisor = slope * slope - 3.0 * x * f;
+    return divisor != 0.0 ? x - f * slope / divisor : x;
+}
+
+// The positive root of x³ + A·x = C for C >= 0, the largest in magnitude of the three.
+double ApartRoot(double A, double C) {
+    const double r = std::sqrt(std::max(0.0, -A / 3.0));
+    const double r3 = r * r * r;
+    if (C <= 2.0 * r3) {
+        // x/r = 2·cos(acos(s)/3), by a cubic that fits values and slopes at s = 0 and 1.
+        const double s = r3 > 0.0 ? 0.5 * C / r3 : 0.0;
+        const double fit = sqrt3 + s * (1.0 / 3.0 + s * (-0.0850412 + s * 0.0196571));
+        return Improve(r * fit, A, C);
+    }
+    const double scale = std::cbrt(C);
+    const double alpha = A / (scale * scale);
+    const double shifted = alpha + 0.5;
+    const double fit = alpha < 1.0 ? 1.0 - alpha / 3.0 : 1.0 / (alpha + 1.0 / (shifted * shifted));
+    return Improve(Improve(scale * fit, A, C), A, C);
+}
+
+// y from z0, with all its digits where it is small.
+double PolishedPacking(double z, const Reduced& reduced) {
+    const double c = reduced.tau + reduced.pi;
+    double y = (1.0 + z) / 3.0;
+    constexpr double Small = 1e-3;
+    if (std::abs(y) < Small) y = reduced.pi / (c - y * (1.0 - y));
+    const double slope = c - y * (2.0 - 3.0 * y);
+    const double residual = y * (c - y * (1.0 - y)) - reduced.pi;
+    return y - residual / slope;
+}
+
+// 1 - y for a root y; near 1 by the equation itself, (1 - y)·(pi + y²) = tau·y.
+double Complement(double y, const Reduced& reduced) {
+    if (y < 0.5 || reduced.pi < 0.0) return 1.0 - y;
+    return reduced.tau * y / (reduced.pi + y * y);
+}
+
+Packing PlainPacking(const Reduced& reduced) {
+    const double x = ApartRoot(reduced.A, std::abs(reduced.B));
+    const double y = PolishedPacking(std::copysign(x, -reduced.B), reduced);
+    const double centre = 0.5 * Complement(y, reduced);
+    return {y, centre, centre * centre - reduced.pi / y};
+}
+
+// The same beside a double or triple root: A, B and the discriminant in doubled precision, the
+// pair from the discriminant.
+Packing SharpPacking(double aMix, double bMix, double T, double P, Reduced reduced) {
+    const DoubleDouble thermal = DoubleDouble::product(R, T) * bMix;
+    const DoubleDouble pressure = DoubleDouble::product(P, bMix) * bMix;
+    const DoubleDouble A = (thermal + pressure) * 9.0 - DoubleDouble::product(3.0, aMix);
+    const DoubleDouble B = thermal * 9.0 - pressure * 18.0 - DoubleDouble::product(2.0, aMix);
+    const DoubleDouble discriminant = A * A * A * -4.0 - B * B * 27.0 * aMix;
+    reduced.A = A.high / aMix;
+    reduced.B = B.high / aMix;
+    const double C = std::abs(reduced.B);
+    const double x = Improve(ApartRoot(reduced.A, C), reduced.A, C);
+    const double z = std::copysign(x, -reduced.B);
+    constexpr double WellApart = 0.2;
+    const double plain = (1.0 + z) / 3.0;
+    const double y = plain < WellApart ? PolishedPacking(z, reduced) : plain;
+    const double slope = 6.0 * (3.0 * x * x + reduced.A);
+    const double split = discriminant.high / (aMix * aMix * aMix) / (slope * slope);
+    return {y, 0.5 * Complement(y, reduced), slope > 0.0 ? split : 0.0};
+}
+
+CubicRoots RealVolumes(double bMix, const Packing& packing, double product) {
+    const double half = std::sqrt(packing.split);
+    const double large = packing.centre + half;
+    const double small = half < 0.5 * packing.centre ? packing.centre - half : product / large;
+    std::array<double, 3> volumes = {bMix / packing.apart, bMix / large, bMix / small};
+    std::sort(volumes.begin(), volumes.end());
+    return {{{volumes[1], 0.0}, {volumes[0], 0.0}, {volumes[2], 0.0}}};
+}
+
+// The sign of the imaginary parts is that of SolveCubic.
+CubicRoots PairedVolumes(double bMix, const Packing& packing, double product,
+                         const Depressed& depressed) {
+    const double real = bMix * (packing.centre / product);
+    const double magnitude = bMix * (std::sqrt(-packing.split) / product);
+    const double imaginary = depressed.p < 0.0 && depressed.q > 0.0 ? -magnitude : magnitude;
+    return {{{bMix / packing.apart, 0.0}, {real, -imaginary}, {real, imaginary}}};
+}
+
+std::optional<Reduced> Reduce(double aMix, double bMix, double T, double P) {
+    if (!(aMix > 0.0 && bMix > 0.0 && T > 0.0)) return {};
+    const double tau = R * T * bMix / aMix;
+    const double pi = P * bMix * bMix / aMix;
+    if (!std::isnormal(tau) || !std::isnormal(pi)) return {};
+    return Reduced{tau, pi, 9.0 * (tau + pi) - 3.0, 9.0 * tau - 18.0 * pi - 2.0};
+}
+
+}  // namespace
+
+CubicRoots SolveCubic(double a2, double a1, double a0) {
+    const auto [p, q] = Depress(a2, a1, a0);
+    if (p * q == 0.0) return {};
+    CubicRoots roots = DepressedRoots(p, q);
+    for (CubicRoot& root : roots) root.real -= a2 / 3.0;
+    return AllFinite(roots) ? roots : CubicRoots{};
+}
+
+CubicRoots VolumeCubicSolver(double aMix, double bMix, double T, double P) {
+    if (P == 0.0) return {};
+    const double a2 = (-R * T - P * bMix) / P;
+    const double a1 = aMix / P;
+    const double a0 = -aMix * bMix / P;
+    const std::optional<Reduced> reduced = Reduce(aMix, bMix, T, P);
+    if (!reduced) return SolveCubic(a2, a1, a0);
+    const Depressed depressed = Depress(a2, a1, a0);
+    if (depressed.p * depressed.q == 0.0) return {};
+    Packing packing = PlainPacking(*reduced);
+    constexpr double NearlyDouble = 0.1;
+    if (std::abs(packing.split) < NearlyDouble * packing.centre * packing.centre) {
+        packing = SharpPacking(aMix, bMix, T, P, *reduced);
+    }
+    const double product = reduced->pi / packing.apart;
+    const CubicRoots roots = packing.split < 0.0 ? PairedVolumes(bMix, packing, product, depressed)
+                                                 : RealVolumes(bMix, packing, product);
+    return AllFinite(roots) ? roots : CubicRoots{};
+}
+
+}  // namespace fluid

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+
+#include "toolkit/button.h"
+#include "toolkit/entry.h"
+#include "toolkit/label.h"
+#include "toolkit/layout.h"
+
+namespace procedures {
+
+/// The entry of a molar volume or a density, with its caption and unit, the choice between the two
+/// (the molar volume at first), and the line that echoes the other quantity. The controls bear the
+/// names `dataEntryV`, `MolarVolume`, `kgm3`, `cm3mol` and `DensityResult`.
+class VolumeEntry {
+  public:
+    /// `boxName` and `unitName`: the control names of the group box and of the unit label.
+    VolumeEntry(const std::string& boxName, const std::string& unitName);
+
+    /// The group box with its two buttons.
+    toolkit::Block unitBlock();
+    /// The molar volume in cm3/mol that the entry stands for; not above 0 where it stands for none.
+    double molarVolume() const;
+
+    /// What the screen's handlers of the same occasions do to these controls.
+    void showEcho();
+    void unitChosen();
+    void activated();
+
+  private:
+    toolkit::RadioGroup group_;
+    std::string unitText() const;
+
+  public:
+    toolkit::Caption MolarVolume{"MolarVolume", "Molar Volume"};
+    toolkit::Entry dataEntryV{"dataEntryV"};
+    toolkit::Label unit;
+    toolkit::ResultLabel DensityResult{"DensityResult", "corresponding density"};
+    toolkit::GroupBox box;
+    toolkit::RadioButton kgm3;
+    toolkit::RadioButton cm3mol;
+};
+
+}  // namespace procedures

@@ -1,0 +1,107 @@
+#include "model/van_der_waals.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <random>
+
+#include "model/composition.h"
+#include "tests/model/golden.h"
+
+namespace {
+
+TEST(ComponentTable, ConstantIsMistyped) {
+    const auto rows = ReadGolden("components.csv", 9);
+    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+        AcceptPure(i);
+        const auto& row = rows[i];
+        EXPECT_EQ(fluid::M[0], row[0]);
+        EXPECT_EQ(fluid::Ttriple[0], row[1]);
+        EXPECT_EQ(fluid::Tc[0], row[2]);
+        EXPECT_EQ(fluid::Pc[0], row[3]);
+        EXPECT_EQ(fluid::Vc[0], row[4]);
+        EXPECT_EQ(fluid::omega[0], row[5]);
+        EXPECT_LE(RelativeError(fluid::Zc[0], row[6]), 1e-15);
+        EXPECT_LE(RelativeError(fluid::a[0][0], row[7]), 1e-15);
+        EXPECT_LE(RelativeError(fluid::b[0], row[8]), 1e-15);
+    }
+}
+
+TEST(VanDerWaals, GoldenValueIsMissed) {
+    constexpr std::size_t Columns = 20;
+    double worst = 0.0;
+    for (const auto& row : ReadGolden("van_der_waals.csv", Columns)) {
+        Accept(std::span(row).first(fluid::ComponentCount));
+        const double* const value = row.data() + fluid::ComponentCount;
+        const double T = value[0];
+        const double V = value[1];
+        const double rho = value[2];
+        const double aMix = value[3];
+        const double bMix = value[4];
+        const auto last = fluid::LastComponent;
+        const auto& x = fluid::Fractions;
+        const double volume = fluid::MolarVolumeFromDensity(last, x, rho);
+        // Where the two terms of the pressure cancel, their rounding is all that can be asked for.
+        const double pressure = fluid::PressureVdW(aMix, bMix, T, V);
+        worst = std::max({worst, RelativeError(fluid::MixtureA(last, x), aMix),
+                          RelativeError(fluid::MixtureB(last, x), bMix),
+                          RelativeError(fluid::MolarMass(last, x), value[5]),
+                          RelativeError(volume, value[6]), Error(pressure, value[7], value[8])});
+    }
+    std::printf("worst error of mixture values and pressures: %.2g\n", worst);
+    EXPECT_LE(worst, 1e-14);
+}
+
+TEST(VanDerWaals, PureComponentOrPairDiffersFromTheTable) {
+    Accept(ReadGolden("van_der_waals.csv", 20).back());
+    for (std::size_t k = 0; k < fluid::ComponentCount; ++k) {
+        fluid::ComponentValues x{};
+        x[k] = 1.0;
+        EXPECT_EQ(fluid::MixtureA(10, x), fluid::a[k][k]);
+        EXPECT_EQ(fluid::MixtureB(10, x), fluid::b[k]);
+        for (std::size_t l = 0; l < k; ++l) {
+            EXPECT_EQ(fluid::a[k][l], std::sqrt(fluid::a[k][k] * fluid::a[l][l]));
+            EXPECT_EQ(fluid::a[k][l], fluid::a[l][k]);
+        }
+    }
+    EXPECT_EQ(fluid::MixtureA(-1, {}), 0.0);
+    EXPECT_EQ(fluid::MixtureB(-1, {}), 0.0);
+}
+
+TEST(VanDerWaals, GuardIsMissingOrTooWide) {
+    AcceptPure(0);
+    const double aMix = fluid::a[0][0];
+    const double bMix = fluid::b[0];
+    EXPECT_EQ(fluid::PressureVdW(aMix, bMix, 500.0, bMix), 0.0);
+    EXPECT_LT(fluid::PressureVdW(aMix, bMix, 500.0, std::nextafter(bMix, 0.0)), -1e15);
+    EXPECT_EQ(fluid::TemperatureVdW(aMix, bMix, 1.0, 0.0), 0.0);
+    EXPECT_EQ(fluid::TemperatureVdW(aMix, bMix, 1.0, -40.0), 0.0);
+    EXPECT_LT(fluid::TemperatureVdW(aMix, bMix, 1.0, 0.9 * bMix), 0.0);
+    EXPECT_EQ(fluid::MolarVolumeFromDensity(0, fluid::Fractions, 0.0), 0.0);
+    EXPECT_EQ(fluid::MolarVolumeFromDensity(0, fluid::Fractions, -1.0), 0.0);
+}
+
+// The rounding of P comes back multiplied by a·(V - b)/(R·T·V²), at most 27/32·Tc/T, so 11 here.
+TEST(VanDerWaals, TemperatureIsNotTheInverseOfPressure) {
+    std::mt19937_64 random(20);
+    std::uniform_real_distribution<double> temperatures(50.0, 3000.0);
+    std::uniform_real_distribution<double> logDistances(-3.0, 5.0);
+    double worst = 0.0;
+    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+        AcceptPure(i);
+        const double aMix = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
+        const double bMix = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+        for (int trial = 0; trial < 10000; ++trial) {
+            const double T = temperatures(random);
+            const double V = bMix * (1.0 + std::pow(10.0, logDistances(random)));
+            const double P = fluid::PressureVdW(aMix, bMix, T, V);
+            worst = std::max(worst, RelativeError(fluid::TemperatureVdW(aMix, bMix, P, V), T));
+        }
+    }
+    std::printf("worst error of T from P from T: %.2g\n", worst);
+    EXPECT_LE(worst, 1e-13);
+}
+
+}  // namespace

@@ -1,0 +1,19 @@
+#include "toolkit/clipboard.h"
+
+#include <gtk/gtk.h>
+
+namespace toolkit {
+
+void setClipboardText(const std::string& text) {
+    gtk_clipboard_set_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), text.c_str(),
+                           static_cast<gint>(text.size()));
+}
+
+std::string clipboardText() {
+    gchar* const text = gtk_clipboard_wait_for_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD));
+    std::string result = text == nullptr ? "" : text;
+    g_free(text);
+    return result;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,126 @@
+#include "toolkit/entry.h"
+
+#include <gtk/gtk.h>
+
+#include <utility>
+
+#include "toolkit/event.h"
+#include "toolkit/number_text.h"
+
+namespace toolkit {
+
+namespace {
+
+constexpr std::size_t maxUndoSteps = 1000;
+
+GtkEditable* editableOf(const Control& control) {
+    return GTK_EDITABLE(control.widget());
+}
+
+/// Whether the change from `before` to `after` is one character typed at the end of what stood
+/// before, other than a blank: such changes are undone together, a word at a time.
+bool continuesWord(const std::string& before, const std::string& after) {
+    return !before.empty() && after.size() == before.size() + 1 && after.starts_with(before) &&
+           after.back() != ' ' && before.back() != ' ';
+}
+
+}  // namespace
+
+Entry::Entry(std::string name, int widthChars) : Control(std::move(name), gtk_entry_new()) {
+    gtk_entry_set_width_chars(GTK_ENTRY(widget()), widthChars);
+    gtk_entry_set_activates_default(GTK_ENTRY(widget()), TRUE);
+    const auto onChanged = +[](GtkEditable* /*editable*/, gpointer self) {
+        static_cast<Entry*>(self)->changed();
+    };
+    g_signal_connect(widget(), "changed", G_CALLBACK(onChanged), this);
+}
+
+std::string Entry::text() const {
+    return gtk_entry_get_text(GTK_ENTRY(widget()));
+}
+
+void Entry::setText(const std::string& text) {
+    gtk_entry_set_text(GTK_ENTRY(widget()), text.c_str());
+}
+
+double Entry::number() const {
+    return numberOrZero(text());
+}
+
+void Entry::changed() {
+    if (!isUndoing_) {
+        // A selection that is typed over is deleted and inserted by one and the same event.
+        const unsigned time = gtk_get_current_event_time();
+        const std::string now = text();
+        const bool isSameEvent = time != GDK_CURRENT_TIME && time == present_.time;
+        const bool isSameWord =
+            !history_.empty() && time != GDK_CURRENT_TIME && continuesWord(present_.text, now);
+        if (!isSameEvent && !isSameWord) {
+            if (history_.size() == maxUndoSteps) {
+                history_.erase(history_.begin());
+            }
+            history_.push_back(present_);
+        }
+        present_ = {now, gtk_editable_get_position(editableOf(*this)), time};
+    }
+    runHandler(textChange_, name().c_str());
+}
+
+void Entry::undo() {
+    if (history_.empty()) {
+        return;
+    }
+    present_ = std::move(history_.back());
+    history_.pop_back();
+    present_.time = GDK_CURRENT_TIME;
+    isUndoing_ = true;
+    setText(present_.text);
+    isUndoing_ = false;
+    gtk_editable_set_position(editableOf(*this), present_.cursor);
+}
+
+bool Entry::hasSelection() const {
+    return gtk_editable_get_selection_bounds(editableOf(*this), nullptr, nullptr) != FALSE;
+}
+
+bool Entry::canPerform(EditCommand command) const {
+    switch (command) {
+        case EditCommand::undo:
+            return !history_.empty();
+        case EditCommand::cut:
+        case EditCommand::copy:
+        case EditCommand::erase:
+            return hasSelection();
+        case EditCommand::selectAll:
+            return !text().empty();
+        case EditCommand::paste:
+            return gtk_clipboard_wait_is_text_available(gtk_widget_get_clipboard(
+                       widget(), GDK_SELECTION_CLIPBOARD)) != FALSE;
+    }
+    return false;
+}
+
+void Entry::perform(EditCommand command) {
+    switch (command) {
+        case EditCommand::undo:
+            undo();
+            break;
+        case EditCommand::cut:
+            gtk_editable_cut_clipboard(editableOf(*this));
+            break;
+        case EditCommand::copy:
+            gtk_editable_copy_clipboard(editableOf(*this));
+            break;
+        case EditCommand::paste:
+            gtk_editable_paste_clipboard(editableOf(*this));
+            break;
+        case EditCommand::erase:
+            gtk_editable_delete_selection(editableOf(*this));
+            break;
+        case EditCommand::selectAll:
+            gtk_editable_select_region(editableOf(*this), 0, -1);
+            break;
+    }
+}
+
+}  // namespace toolkit

@@ -1,0 +1,155 @@
+#include "toolkit/label.h"
+
+#include <gtk/gtk.h>
+
+#include <memory>
+#include <utility>
+
+#include "toolkit/clipboard.h"
+
+namespace toolkit {
+
+namespace {
+
+GtkLabel* labelOf(const Control& control) {
+    return GTK_LABEL(control.widget());
+}
+
+using AttributeList = std::unique_ptr<PangoAttrList, decltype(&pango_attr_list_unref)>;
+
+AttributeList newAttributes() {
+    return {pango_attr_list_new(), &pango_attr_list_unref};
+}
+
+/// Red that can be told from the background: dark on a light theme, light on a dark one.
+void colourMessage(GtkWidget* widget, GtkStyle* /*previous*/, gpointer /*data*/) {
+    const GdkColor& background = gtk_widget_get_style(widget)->bg[GTK_STATE_NORMAL];
+    const int luminance = (299 * background.red + 587 * background.green + 114 * background.blue) /
+                          1000;
+    const bool isLight = luminance > 0x7fff;
+    const AttributeList attributes = newAttributes();
+    pango_attr_list_insert(attributes.get(), isLight
+                                                 ? pango_attr_foreground_new(0xa400, 0, 0)
+                                                 : pango_attr_foreground_new(0xff00, 0xa000, 0x9000));
+    gtk_label_set_attributes(GTK_LABEL(widget), attributes.get());
+}
+
+}  // namespace
+
+Label::Label(std::string name, const std::string& text) : Label(std::move(name), text, Style::plain) {}
+
+Label::Label(std::string name, const std::string& text, Style style)
+    : Control(std::move(name), gtk_label_new(text.c_str())) {
+    gtk_misc_set_alignment(GTK_MISC(widget()), 0.0F, 0.5F);
+    if (style == Style::plain) {
+        return;
+    }
+    const AttributeList attributes = newAttributes();
+    pango_attr_list_insert(attributes.get(), pango_attr_weight_new(PANGO_WEIGHT_BOLD));
+    if (style == Style::title) {
+        pango_attr_list_insert(attributes.get(), pango_attr_scale_new(PANGO_SCALE_XX_LARGE));
+    }
+    gtk_label_set_attributes(labelOf(*this), attributes.get());
+}
+
+std::string Label::text() const {
+    return gtk_label_get_text(labelOf(*this));
+}
+
+void Label::setText(const std::string& text) {
+    gtk_label_set_text(labelOf(*this), text.c_str());
+}
+
+void Label::reserve(int characters) {
+    gtk_label_set_width_chars(labelOf(*this), characters);
+}
+
+void Label::wrapAt(int characters) {
+    gtk_label_set_line_wrap(labelOf(*this), TRUE);
+    gtk_label_set_width_chars(labelOf(*this), characters);
+}
+
+void Label::alignRight() {
+    gtk_misc_set_alignment(GTK_MISC(widget()), 1.0F, 0.5F);
+}
+
+Heading::Heading(std::string name, const std::string& text, Level level)
+    : Label(std::move(name), text, level == Level::window ? Style::title : Style::bold) {}
+
+Caption::Caption(std::string name, const std::string& text)
+    : Label(std::move(name), text), caption_(text) {}
+
+void Caption::setText(const std::string& text) {
+    if (text == caption_) {
+        return;
+    }
+    caption_ = text;
+    Label::setText(text);
+    if (changed_) {
+        changed_();
+    }
+}
+
+void Caption::setTarget(Control& target) {
+    const bool canFocus = gtk_widget_get_can_focus(target.widget()) != FALSE;
+    if (canFocus) {
+        gtk_label_set_mnemonic_widget(labelOf(*this), target.widget());
+        leadsSomewhere_ = true;
+    }
+    target.setLabelledBy(*this);
+}
+
+void Caption::underline(std::size_t position) {
+    gtk_label_set_text_with_mnemonic(labelOf(*this), markMnemonic(caption_, position).c_str());
+}
+
+ResultLabel::ResultLabel(std::string name, const std::string& text)
+    : Label(std::move(name), text, Style::bold) {
+    gtk_label_set_selectable(labelOf(*this), TRUE);
+    gtk_widget_set_can_focus(widget(), static_cast<gboolean>(!text.empty()));
+}
+
+void ResultLabel::setUnobtrusive() {
+    gtk_label_set_attributes(labelOf(*this), nullptr);
+}
+
+void ResultLabel::setText(const std::string& text) {
+    Label::setText(text);
+    gtk_widget_set_can_focus(widget(), static_cast<gboolean>(!text.empty()));
+}
+
+bool ResultLabel::canPerform(EditCommand command) const {
+    return !text().empty() && (command == EditCommand::copy || command == EditCommand::selectAll);
+}
+
+void ResultLabel::perform(EditCommand command) {
+    if (!canPerform(command)) {
+        return;
+    }
+    if (command == EditCommand::selectAll) {
+        gtk_label_select_region(labelOf(*this), 0, -1);
+        return;
+    }
+    if (gtk_label_get_selection_bounds(labelOf(*this), nullptr, nullptr) == FALSE) {
+        setClipboardText(text());
+        return;
+    }
+    g_signal_emit_by_name(widget(), "copy-clipboard");
+}
+
+Message::Message(std::string name) : Label(std::move(name)) {
+    atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_ALERT);
+    g_signal_connect(widget(), "style-set", G_CALLBACK(colourMessage), this);
+}
+
+void Message::setText(const std::string& text) {
+    if (text == Label::text()) {
+        return;
+    }
+    Label::setText(text);
+    AtkObject* const accessible = gtk_widget_get_accessible(widget());
+    atk_object_notify_state_change(accessible, ATK_STATE_SHOWING,
+                                   static_cast<gboolean>(!text.empty()));
+}
+
+}  // namespace toolkit

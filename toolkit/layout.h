@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "toolkit/control.h"
+
+namespace toolkit {
+
+/// The distances of the desktop's interface guidelines, in pixels.
+enum class Spacing : int { none = 0, related = 6, group = 12, section = 18 };
+
+/// A part of a window: a control, or rows, columns and grids of parts, and the controls in it in
+/// reading order. A default-made block is an empty cell.
+class Block {
+  public:
+    Block() = default;
+    Block(Control& control);  // NOLINT(google-explicit-constructor): a control is a block
+    Block(GtkWidget* widget, std::vector<Control*> controls);
+
+    GtkWidget* widget() const { return widget_; }
+    const std::vector<Control*>& controls() const { return controls_; }
+    bool expands() const { return expands_; }
+
+    /// The same block, taking the space that is left over.
+    Block expanding() const;
+    /// The same block at its own size in the upper left of its place.
+    Block atStart() const;
+    /// The same block, indented by `spacing` from the left.
+    Block indented(Spacing spacing) const;
+
+  private:
+    GtkWidget* widget_ = nullptr;
+    std::vector<Control*> controls_;
+    bool expands_ = false;
+};
+
+Block row(const std::vector<Block>& blocks, Spacing spacing = Spacing::group);
+Block column(const std::vector<Block>& blocks, Spacing spacing = Spacing::related);
+/// Rows of cells, each column as wide as its widest cell. Short rows end in empty cells.
+Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing = Spacing::related,
+           Spacing columnSpacing = Spacing::group);
+/// Push buttons of one size, from the right edge of the window.
+Block buttonRow(const std::vector<Block>& buttons);
+
+/// A titled group of controls.
+class GroupBox : public Control {
+  public:
+    GroupBox(std::string name, const std::string& caption);
+    std::string text() const override;
+    void setText(const std::string& caption);
+    /// Puts `content` into the group; to be called once.
+    Block around(const Block& content);
+};
+
+}  // namespace toolkit

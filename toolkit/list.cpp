@@ -1,0 +1,171 @@
+#include "toolkit/list.h"
+
+#include <gtk/gtk.h>
+
+#include <utility>
+
+#include "toolkit/clipboard.h"
+
+namespace toolkit {
+
+namespace {
+
+constexpr int cellPadding = 6;
+
+GtkTreeView* viewOf(const Control& control) {
+    return GTK_TREE_VIEW(control.widget());
+}
+
+GtkListStore* newStore(std::size_t columns) {
+    std::vector<GType> types(columns, G_TYPE_STRING);
+    return gtk_list_store_newv(static_cast<gint>(columns), types.data());
+}
+
+void appendLine(std::string& text, const List::Row& cells) {
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        text += (i == 0 ? "" : "\t") + cells[i];
+    }
+    text += '\n';
+}
+
+}  // namespace
+
+struct List::Callbacks {
+    static void collectRow(GtkTreeModel* /*model*/, GtkTreePath* path, GtkTreeIter* /*row*/,
+                           gpointer data) {
+        static_cast<std::vector<int>*>(data)->push_back(gtk_tree_path_get_indices(path)[0]);
+    }
+};
+
+List::List(std::string name, const Row& heads)
+    : Control(std::move(name), gtk_tree_view_new()),
+      heads_(heads),
+      store_(newStore(heads.size())) {
+    gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
+    gtk_tree_view_set_enable_search(viewOf(*this), FALSE);
+    gtk_tree_selection_set_mode(gtk_tree_view_get_selection(viewOf(*this)),
+                                GTK_SELECTION_MULTIPLE);
+    for (std::size_t i = 0; i < heads.size(); ++i) {
+        GtkCellRenderer* const cell = gtk_cell_renderer_text_new();
+        gtk_cell_renderer_set_padding(cell, cellPadding, 1);
+        GtkTreeViewColumn* const column = gtk_tree_view_column_new_with_attributes(
+            heads[i].c_str(), cell, "text", static_cast<gint>(i), nullptr);
+        gtk_tree_view_column_set_resizable(column, TRUE);
+        gtk_tree_view_append_column(viewOf(*this), column);
+    }
+}
+
+List::~List() {
+    g_object_unref(store_);
+}
+
+Block List::scrolling(int visibleRows) {
+    GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, nullptr);
+    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_AUTOMATIC,
+                                   GTK_POLICY_AUTOMATIC);
+    gtk_scrolled_window_set_shadow_type(GTK_SCROLLED_WINDOW(scroller), GTK_SHADOW_IN);
+    gtk_container_add(GTK_CONTAINER(scroller), widget());
+    gtk_widget_show(scroller);
+    // The heads are about half as high again as a row.
+    const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer rows) {
+        PangoLayout* const line = gtk_widget_create_pango_layout(box, "H");
+        int height = 0;
+        pango_layout_get_pixel_size(line, nullptr, &height);
+        g_object_unref(line);
+        gtk_widget_set_size_request(box, -1, (height + 6) * GPOINTER_TO_INT(rows) + 2 * height);
+    };
+    g_signal_connect(scroller, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(visibleRows));
+    return {scroller, {this}};
+}
+
+void List::setHeads(const Row& heads) {
+    heads_ = heads;
+    for (std::size_t i = 0; i < heads.size(); ++i) {
+        gtk_tree_view_column_set_title(
+            gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i)), heads[i].c_str());
+    }
+}
+
+void List::setRows(const std::vector<Row>& rows) {
+    gtk_tree_view_set_model(viewOf(*this), nullptr);
+    gtk_list_store_clear(store_);
+    for (const Row& cells : rows) {
+        GtkTreeIter row;
+        gtk_list_store_append(store_, &row);
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            gtk_list_store_set(store_, &row, static_cast<gint>(i), cells[i].c_str(), -1);
+        }
+    }
+    gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
+}
+
+void List::clear() {
+    gtk_list_store_clear(store_);
+}
+
+List::Row List::rowAt(int position) const {
+    Row cells;
+    GtkTreeIter row;
+    if (gtk_tree_model_iter_nth_child(GTK_TREE_MODEL(store_), &row, nullptr, position) == FALSE) {
+        return cells;
+    }
+    for (std::size_t i = 0; i < heads_.size(); ++i) {
+        gchar* cell = nullptr;
+        gtk_tree_model_get(GTK_TREE_MODEL(store_), &row, static_cast<gint>(i), &cell, -1);
+        cells.emplace_back(cell == nullptr ? "" : cell);
+        g_free(cell);
+    }
+    return cells;
+}
+
+std::vector<List::Row> List::rows() const {
+    const int count = gtk_tree_model_iter_n_children(GTK_TREE_MODEL(store_), nullptr);
+    std::vector<Row> rows;
+    for (int i = 0; i < count; ++i) {
+        rows.push_back(rowAt(i));
+    }
+    return rows;
+}
+
+std::vector<List::Row> List::selectedRows() const {
+    std::vector<int> positions;
+    gtk_tree_selection_selected_foreach(gtk_tree_view_get_selection(viewOf(*this)),
+                                        &Callbacks::collectRow, &positions);
+    std::vector<Row> rows;
+    for (const int position : positions) {
+        rows.push_back(rowAt(position));
+    }
+    return rows;
+}
+
+std::string List::tableText(const std::vector<Row>& rows) const {
+    std::string table;
+    appendLine(table, heads_);
+    for (const Row& cells : rows) {
+        appendLine(table, cells);
+    }
+    return table;
+}
+
+std::string List::text() const {
+    return tableText(rows());
+}
+
+bool List::canPerform(EditCommand command) const {
+    const bool applies = command == EditCommand::copy || command == EditCommand::selectAll;
+    return applies && gtk_tree_model_iter_n_children(GTK_TREE_MODEL(store_), nullptr) > 0;
+}
+
+void List::perform(EditCommand command) {
+    if (!canPerform(command)) {
+        return;
+    }
+    if (command == EditCommand::selectAll) {
+        gtk_tree_selection_select_all(gtk_tree_view_get_selection(viewOf(*this)));
+        return;
+    }
+    const std::vector<Row> selected = selectedRows();
+    setClipboardText(tableText(selected.empty() ? rows() : selected));
+}
+
+}  // namespace toolkit

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "toolkit/control.h"
+#include "toolkit/edit_commands.h"
+#include "toolkit/layout.h"
+
+using GtkListStore = struct _GtkListStore;
+
+namespace toolkit {
+
+/// A table of texts with a head over each column. Copying gives the selected rows, or all where
+/// none is selected, tab-separated under their heads.
+class List : public Control, public Editable {
+  public:
+    using Row = std::vector<std::string>;
+
+    /// `heads`: one for each column.
+    List(std::string name, const Row& heads);
+    ~List() override;
+
+    /// The list with its scroll bars, high enough for `visibleRows` rows at once.
+    Block scrolling(int visibleRows);
+    void setHeads(const Row& heads);
+    /// Shows these rows, each with a text for every column, in place of what stood before.
+    void setRows(const std::vector<Row>& rows);
+    void clear();
+    std::vector<Row> rows() const;
+
+    /// The heads and all rows as tab-separated lines.
+    std::string text() const override;
+    bool canPerform(EditCommand command) const override;
+    void perform(EditCommand command) override;
+
+  private:
+    struct Callbacks;
+    Row rowAt(int position) const;
+    std::string tableText(const std::vector<Row>& rows) const;
+    std::vector<Row> selectedRows() const;
+
+    Row heads_;
+    GtkListStore* store_;
+};
+
+}  // namespace toolkit

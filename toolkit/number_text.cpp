@@ -1,0 +1,50 @@
+#include "toolkit/number_text.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace toolkit {
+
+namespace {
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+    const std::size_t first = text.find_first_not_of(whiteSpace);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
+}
+
+}  // namespace
+
+std::optional<double> parseNumber(std::string_view text) {
+    std::string_view digits = trimmed(text);
+    if (digits.starts_with('+')) {
+        digits.remove_prefix(1);
+        if (digits.starts_with('-')) {
+            return std::nullopt;
+        }
+    }
+    double value = 0.0;
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, value);
+    if (error != std::errc{} || stop != end || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+double numberOrZero(std::string_view text) {
+    return parseNumber(text).value_or(0.0);
+}
+
+std::string numberText(double value) {
+    std::array<char, 32> buffer;  // the longest, -2.2250738585072014e-308, has 24 characters
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return error == std::errc{} ? std::string(buffer.data(), end) : std::string();
+}
+
+}  // namespace toolkit

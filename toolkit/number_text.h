@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace toolkit {
+
+/// The number that `text` is, white space around it left aside: decimal digits with an optional
+/// sign, point and exponent, whatever the locale. Nothing when the text is anything else as a
+/// whole: empty, with a decimal comma, hexadecimal, "inf", "nan", or beyond the range of a double.
+std::optional<double> parseNumber(std::string_view text);
+
+/// As parseNumber; a text that is not a number reads as 0.
+double numberOrZero(std::string_view text);
+
+/// The shortest decimal text that reads back as the same double, whatever the locale.
+std::string numberText(double value);
+
+}  // namespace toolkit

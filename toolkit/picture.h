@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "toolkit/control.h"
+
+namespace toolkit {
+
+class Screen;
+
+/// Where the window stands on the display, its frame included.
+Area frameArea(const Screen& screen);
+
+/// Saves what the display shows in `area` as a PNG file; false when that is not possible.
+bool savePicture(const Area& area, const std::string& path);
+
+}  // namespace toolkit

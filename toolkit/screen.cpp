@@ -1,0 +1,245 @@
+#include "toolkit/screen.h"
+
+#include <X11/Xlib.h>
+#include <gdk/gdkx.h>
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "toolkit/menu.h"
+#include "toolkit/mnemonics.h"
+
+namespace toolkit {
+
+namespace {
+
+constexpr int windowBorder = 12;
+constexpr int displayMargin = 64;  // for the panels of a desktop and the window's own frame
+
+Control* controlOf(GtkWidget* widget) {
+    return static_cast<Control*>(g_object_get_data(G_OBJECT(widget), "toolkit-control"));
+}
+
+/// Whether the event moves the focus to or from the window as a whole. While a menu, a tooltip or
+/// a drag holds the keyboard the focus stays where it is.
+bool movesFocus(const XFocusChangeEvent& event) {
+    const bool isGrab = event.mode == NotifyGrab || event.mode == NotifyUngrab;
+    const bool isOfWindow = event.detail == NotifyAncestor || event.detail == NotifyVirtual ||
+                            event.detail == NotifyNonlinear ||
+                            event.detail == NotifyNonlinearVirtual;
+    return !isGrab && isOfWindow;
+}
+
+}  // namespace
+
+/// What GTK+ calls.
+struct Screen::Callbacks {
+    static GdkFilterReturn onXEvent(GdkXEvent* xEvent, GdkEvent* /*event*/, gpointer data) {
+        auto* const self = static_cast<Screen*>(data);
+        const auto* const event = static_cast<const XEvent*>(xEvent);
+        if ((event->type == FocusIn || event->type == FocusOut) && movesFocus(event->xfocus)) {
+            const bool wasActive = std::exchange(self->isActive_, event->type == FocusIn);
+            if (self->isActive_ && !wasActive) {
+                self->Event_Activate();
+            }
+        }
+        return GDK_FILTER_CONTINUE;
+    }
+
+    static gboolean onDelete(GtkWidget* /*window*/, GdkEvent* /*event*/, gpointer data) {
+        auto* const self = static_cast<Screen*>(data);
+        self->host_.close(*self);
+        return TRUE;
+    }
+
+    static gboolean onExposed(GtkWidget* /*viewport*/, GdkEvent* /*event*/, gpointer data) {
+        static_cast<Screen*>(data)->isPainted_ = true;
+        return FALSE;
+    }
+
+    static void onContentRequest(GtkWidget* /*content*/, GtkRequisition* /*size*/, gpointer data) {
+        static_cast<Screen*>(data)->growToFit();
+    }
+};
+
+Screen::Screen(ScreenHost& host, std::string name, const std::string& title)
+    : host_(host),
+      name_(std::move(name)),
+      window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
+      box_(gtk_vbox_new(FALSE, 0)) {
+    gtk_window_set_title(GTK_WINDOW(window_), title.c_str());
+    gtk_widget_set_name(window_, name_.c_str());
+    atk_object_set_accessible_id(gtk_widget_get_accessible(window_), name_.c_str());
+    gtk_container_add(GTK_CONTAINER(window_), box_);
+    gtk_widget_show(box_);
+    g_signal_connect(window_, "delete-event", G_CALLBACK(&Callbacks::onDelete), this);
+    gtk_widget_realize(window_);
+    gdk_window_add_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
+}
+
+Screen::~Screen() {
+    gdk_window_remove_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
+    if (content_ != nullptr) {
+        g_signal_handlers_disconnect_by_data(content_, this);
+        g_signal_handlers_disconnect_by_data(viewport_, this);
+    }
+    g_signal_handlers_disconnect_by_data(window_, this);
+    gtk_widget_destroy(window_);
+}
+
+std::string Screen::title() const {
+    return gtk_window_get_title(GTK_WINDOW(window_));
+}
+
+void Screen::setMenuBar(MenuBar& menuBar) {
+    menuBar_ = &menuBar;
+    gtk_box_pack_start(GTK_BOX(box_), menuBar.widget(), FALSE, FALSE, 0);
+    gtk_box_reorder_child(GTK_BOX(box_), menuBar.widget(), 0);
+    gtk_window_add_accel_group(GTK_WINDOW(window_), menuBar.accelerators());
+}
+
+void Screen::setContent(const Block& content) {
+    content_ = content.widget();
+    controls_ = content.controls();
+    gtk_container_set_border_width(GTK_CONTAINER(content_), windowBorder);
+
+    GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, nullptr);
+    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_AUTOMATIC,
+                                   GTK_POLICY_AUTOMATIC);
+    viewport_ = gtk_viewport_new(gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)),
+                                 gtk_scrolled_window_get_vadjustment(GTK_SCROLLED_WINDOW(scroller)));
+    gtk_viewport_set_shadow_type(GTK_VIEWPORT(viewport_), GTK_SHADOW_NONE);
+    gtk_container_add(GTK_CONTAINER(viewport_), content_);
+    gtk_container_add(GTK_CONTAINER(scroller), viewport_);
+    gtk_box_pack_start(GTK_BOX(box_), scroller, TRUE, TRUE, 0);
+    // A control that Tab reaches outside the visible part is scrolled into it.
+    gtk_container_set_focus_vadjustment(
+        GTK_CONTAINER(content_), gtk_scrolled_window_get_vadjustment(GTK_SCROLLED_WINDOW(scroller)));
+    gtk_container_set_focus_hadjustment(
+        GTK_CONTAINER(content_), gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)));
+    gtk_widget_show(viewport_);
+    gtk_widget_show(scroller);
+    g_signal_connect(viewport_, "expose-event", G_CALLBACK(&Callbacks::onExposed), this);
+    g_signal_connect_after(content_, "size-request", G_CALLBACK(&Callbacks::onContentRequest), this);
+
+    for (Control* const control : controls_) {
+        if (auto* const captioned = dynamic_cast<Captioned*>(control)) {
+            captioned->setMnemonicsChanged([this] { assignMnemonics(); });
+        }
+    }
+    assignMnemonics();
+}
+
+void Screen::assignMnemonics() {
+    std::vector<Captioned*> captions;
+    for (Control* const control : controls_) {
+        auto* const captioned = dynamic_cast<Captioned*>(control);
+        if (captioned != nullptr && captioned->canCarryMnemonic()) {
+            captions.push_back(captioned);
+        }
+    }
+    giveOutMnemonics(captions);
+}
+
+void Screen::setDefault(Button& button) {
+    gtk_window_set_default(GTK_WINDOW(window_), button.widget());
+}
+
+void Screen::setFocus(Control& control) {
+    gtk_window_set_focus(GTK_WINDOW(window_), control.widget());
+}
+
+void Screen::show() {
+    GtkRequisition content;
+    gtk_widget_size_request(content_, &content);
+    int height = content.height;
+    if (menuBar_ != nullptr) {
+        GtkRequisition bar;
+        gtk_widget_size_request(menuBar_->widget(), &bar);
+        height += bar.height;
+    }
+    GdkScreen* const display = gtk_widget_get_screen(window_);
+    gtk_window_set_default_size(
+        GTK_WINDOW(window_), std::min(content.width, gdk_screen_get_width(display) - displayMargin),
+        std::min(height, gdk_screen_get_height(display) - displayMargin));
+    requested_ = {0, 0, content.width, content.height};
+    gtk_widget_show(window_);
+}
+
+/// When a longer text asks for more room than before, and what stood before had fitted, the
+/// window grows; otherwise the content scrolls, in the size that the user gave the window.
+void Screen::growToFit() {
+    GtkRequisition content;
+    gtk_widget_get_child_requisition(content_, &content);
+    const Area before = std::exchange(requested_, Area{0, 0, content.width, content.height});
+    GtkAllocation room;
+    gtk_widget_get_allocation(viewport_, &room);
+    if (gtk_widget_get_mapped(window_) == FALSE || before.width == 0) {
+        return;
+    }
+    const bool isWider = content.width > room.width && before.width <= room.width;
+    const bool isHigher = content.height > room.height && before.height <= room.height;
+    if (!isWider && !isHigher) {
+        return;
+    }
+    GdkScreen* const display = gtk_widget_get_screen(window_);
+    int width = 0;
+    int height = 0;
+    gtk_window_get_size(GTK_WINDOW(window_), &width, &height);
+    if (isWider) {
+        width += content.width - room.width;
+    }
+    if (isHigher) {
+        height += content.height - room.height;
+    }
+    gtk_window_resize(GTK_WINDOW(window_),
+                      std::min(width, gdk_screen_get_width(display) - displayMargin),
+                      std::min(height, gdk_screen_get_height(display) - displayMargin));
+}
+
+void Screen::hide() {
+    gtk_widget_hide(window_);
+    isActive_ = false;
+    isPainted_ = false;
+}
+
+void Screen::present() {
+    gtk_window_present(GTK_WINDOW(window_));
+}
+
+void Screen::resize(int width, int height) {
+    gtk_window_resize(GTK_WINDOW(window_), width, height);
+}
+
+Area Screen::area() const {
+    Area area;
+    GdkWindow* const window = gtk_widget_get_window(window_);
+    gdk_window_get_origin(window, &area.x, &area.y);
+    gdk_drawable_get_size(window, &area.width, &area.height);
+    return area;
+}
+
+Control* Screen::control(std::string_view name) const {
+    const auto found = std::find_if(controls_.begin(), controls_.end(), [name](const Control* c) {
+        return c->name() == name;
+    });
+    return found == controls_.end() ? nullptr : *found;
+}
+
+bool Screen::canPerform(EditCommand command) const {
+    GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
+    const auto* const editable =
+        focus == nullptr ? nullptr : dynamic_cast<const Editable*>(controlOf(focus));
+    return editable != nullptr && editable->canPerform(command);
+}
+
+void Screen::perform(EditCommand command) {
+    GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
+    auto* const editable = focus == nullptr ? nullptr : dynamic_cast<Editable*>(controlOf(focus));
+    if (editable != nullptr) {
+        editable->perform(command);
+    }
+}
+
+}  // namespace toolkit

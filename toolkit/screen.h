@@ -1,0 +1,97 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/button.h"
+#include "toolkit/control.h"
+#include "toolkit/edit_commands.h"
+#include "toolkit/layout.h"
+
+namespace toolkit {
+
+class MenuBar;
+class Screen;
+
+/// Whoever owns the windows. Screens ask it to open further windows, and to be closed themselves.
+class ScreenHost {
+  public:
+    virtual ~ScreenHost() = default;
+    /// Takes the screen over, gives it its menu bar and shows it.
+    virtual void open(std::unique_ptr<Screen> screen) = 0;
+    /// Closes the screen and destroys it after the handler that runs now has returned.
+    virtual void close(Screen& screen) = 0;
+
+  protected:
+    ScreenHost() = default;
+    ScreenHost(const ScreenHost&) = default;
+    ScreenHost& operator=(const ScreenHost&) = default;
+};
+
+/// One top-level window. Its content scrolls where the window is too small for it.
+class Screen {
+  public:
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+    virtual ~Screen();
+
+    const std::string& name() const { return name_; }
+    std::string title() const;
+    void setMenuBar(MenuBar& menuBar);
+    /// Shows the window, as large as its content asks for and the display allows.
+    void show();
+    /// Hides the window from the user; it is not painted or active any more.
+    void hide();
+    /// Brings the window to the front.
+    void present();
+    void resize(int width, int height);
+    Area area() const;
+    bool isActive() const { return isActive_; }
+    /// Whether the window has been drawn since it was shown.
+    bool isPainted() const { return isPainted_; }
+
+    /// The control of that name, a menu item included; null when there is none.
+    Control* control(std::string_view name) const;
+    const std::vector<Control*>& controls() const { return controls_; }
+    GtkWidget* window() const { return window_; }
+
+    /// What the Edit menu acts on: the focused entry, result or list.
+    bool canPerform(EditCommand command) const;
+    void perform(EditCommand command);
+
+    /// The window has become the active one. Menus, tooltips, cell editors and drags of a
+    /// selection, which only borrow the keyboard, are no activation.
+    virtual void Event_Activate() {}
+
+  protected:
+    /// `name` is the name of the screen's class, `title` that of its window.
+    Screen(ScreenHost& host, std::string name, const std::string& title);
+
+    ScreenHost& host() const { return host_; }
+    /// Fills the window; to be called once, at the end of a screen's constructor.
+    void setContent(const Block& content);
+    /// The button that Enter presses.
+    void setDefault(Button& button);
+    void setFocus(Control& control);
+
+  private:
+    struct Callbacks;
+    void assignMnemonics();
+    void growToFit();
+
+    ScreenHost& host_;
+    std::string name_;
+    GtkWidget* window_;
+    GtkWidget* box_;
+    GtkWidget* viewport_ = nullptr;
+    GtkWidget* content_ = nullptr;
+    MenuBar* menuBar_ = nullptr;
+    std::vector<Control*> controls_;
+    Area requested_;
+    bool isActive_ = false;
+    bool isPainted_ = false;
+};
+
+}  // namespace toolkit

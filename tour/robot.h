@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "app/window_owner.h"
+#include "toolkit/control.h"
+#include "toolkit/screen.h"
+
+namespace tour {
+
+/// Uses the program as a person does: moves the pointer, clicks and types on the X display, and
+/// reads what the screens show. All names are control names. A step that cannot be done, such as
+/// a click on a control that is not there, throws std::runtime_error.
+class Robot {
+  public:
+    explicit Robot(app::WindowOwner& owner);
+    Robot(const Robot&) = delete;
+    Robot& operator=(const Robot&) = delete;
+    ~Robot();
+
+    /// The newest open screen of that class, brought to the front if it is not the active one.
+    toolkit::Screen& use(std::string_view screenName);
+    /// Brings this screen to the front.
+    toolkit::Screen& use(toolkit::Screen& screen);
+    toolkit::Screen& screen() const;
+    toolkit::Control& control(std::string_view name) const;
+    std::string text(std::string_view name) const;
+
+    void click(std::string_view name);
+    /// Presses button 1 at one place of the display and releases it at another.
+    void drag(int fromX, int fromY, int toX, int toY);
+    void moveTo(int x, int y);
+    /// Types the characters into whatever has the focus.
+    void type(std::string_view characters);
+    /// Presses keys together, as in "Return" or "Control_L+q".
+    void press(std::string_view keys);
+    /// Clicks an entry and types over what is in it.
+    void enter(std::string_view name, std::string_view characters);
+
+    /// Runs the events until nothing more happens.
+    void settle();
+    /// As settle, until `condition` holds; returns whether it did within ten seconds.
+    bool waitFor(const std::function<bool()>& condition);
+
+  private:
+    struct Connection;
+    void pressKey(unsigned long keysym, bool down);
+    void button(bool down);
+
+    app::WindowOwner& owner_;
+    toolkit::Screen* screen_ = nullptr;
+    std::unique_ptr<Connection> connection_;
+};
+
+}  // namespace tour
