@@ -3,8 +3,6 @@
 #include <string>
 #include <vector>
 
-
-
 namespace app {
 
 using toolkit::Formula;
@@ -77,11 +75,27 @@ Formula equationFormula() {
 Formula mixingRulesFormula() {
     const Formula i = variable("i");
     const Formula j = variable("j");
-    return join({variable("a"), relation("="), sum(i), sum(j), indexed("x", "i"), space(0.1),
-                 indexed("x", "j"), space(0.1), indexed("a", "ij"), text(","), space(1.2),
-                 indexed("a", "ij"), relation("="),
-                 root(join({indexed("a", "i"), space(0.1), indexed("a", "j")})), text(","),
-                 space(1.2), variable("b"), relation("="), sum(i), indexed("x", "i"), space(0.1),
+    return join({variable("a"),
+                 relation("="),
+                 sum(i),
+                 sum(j),
+                 indexed("x", "i"),
+                 space(0.1),
+                 indexed("x", "j"),
+                 space(0.1),
+                 indexed("a", "ij"),
+                 text(","),
+                 space(1.2),
+                 indexed("a", "ij"),
+                 relation("="),
+                 root(join({indexed("a", "i"), space(0.1), indexed("a", "j")})),
+                 text(","),
+                 space(1.2),
+                 variable("b"),
+                 relation("="),
+                 sum(i),
+                 indexed("x", "i"),
+                 space(0.1),
                  indexed("b", "i")});
 }
 
@@ -98,15 +112,15 @@ Formula pureGasParametersFormula() {
 
 Formula fugacityFormula() {
     const Formula derivative =
-        sub(parentheses(fraction(join({text("∂"), variable("P")}),
-                                 join({text("∂"), indexed("n", "i")}))),
+        sub(parentheses(
+                fraction(join({text("∂"), variable("P")}), join({text("∂"), indexed("n", "i")}))),
             join({variable("T"), text(", "), variable("V"), text(", "), indexed("n", "j")}));
-    return join({variable("RT"), space(0.15), text("ln"), space(0.15), indexed("φ", "i"),
-                 relation("="), integral(variable("V"), text("∞")), space(0.15),
-                 brackets(join({derivative, operation("−"),
-                                fraction(variable("RT"), variable("V"))})),
-                 space(0.1), text("d"), variable("V"), operation("−"), variable("RT"),
-                 space(0.15), text("ln"), space(0.15), variable("Z")});
+    return join(
+        {variable("RT"), space(0.15), text("ln"), space(0.15), indexed("φ", "i"), relation("="),
+         integral(variable("V"), text("∞")), space(0.15),
+         brackets(join({derivative, operation("−"), fraction(variable("RT"), variable("V"))})),
+         space(0.1), text("d"), variable("V"), operation("−"), variable("RT"), space(0.15),
+         text("ln"), space(0.15), variable("Z")});
 }
 
 }  // namespace app

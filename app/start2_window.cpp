@@ -2,7 +2,11 @@
 
 #include "app/formulas.h"
 #include "model/fluid_model.h"
+#include "procedures/activity_window.h"
+#include "procedures/fugacity_window.h"
 #include "procedures/pressure_window.h"
+#include "procedures/temperature_window.h"
+#include "procedures/volume_window.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
 
@@ -70,13 +74,13 @@ void Start2Window::connectProcedures() {
     Homogenisation.onChoose(this, &Start2Window::Homogenisation_Action);
     LiquidVapour.onChoose(this, &Start2Window::LiquidVapour_Action);
     Thermodynamics.onChoose(this, &Start2Window::Thermodynamics_Action);
-    procedures_ = {{&MolarVolumes, nullptr},
+    procedures_ = {{&MolarVolumes, newScreenOf<procedures::VolumeWindow>},
                    {&Pressures, newScreenOf<procedures::PressureWindow>},
-                   {&Temperatures, nullptr},
+                   {&Temperatures, newScreenOf<procedures::TemperatureWindow>},
                    {&Isochores, nullptr},
                    {&Isotherms, nullptr},
-                   {&Fugacities, nullptr},
-                   {&Activities, nullptr},
+                   {&Fugacities, newScreenOf<procedures::FugacityWindow>},
+                   {&Activities, newScreenOf<procedures::ActivityWindow>},
                    {&Homogenisation, nullptr},
                    {&LiquidVapour, nullptr},
                    {&Spinodal, nullptr},
@@ -112,8 +116,8 @@ void Start2Window::layOut() {
     addComponent(Canvas11, Arnumber);
     rows.push_back({StaticText3, Sum});
     StaticText3.setTarget(Sum);
-    const Block composition =
-        toolkit::column({StaticText1, StaticText2, toolkit::grid(rows), toolkit::buttonRow({Clear})});
+    const Block composition = toolkit::column(
+        {StaticText1, StaticText2, toolkit::grid(rows), toolkit::buttonRow({Clear})});
     const Block procedures = toolkit::column(
         {StaticText4, toolkit::column({Isochores, Isotherms, ChemicalPotentials, CriticalPoint,
                                        Spinodal, MolarVolumes, Pressures, Temperatures, Fugacities,
@@ -123,8 +127,7 @@ void Start2Window::layOut() {
     Warning2.reserve(28);
     setContent(toolkit::column(
         {toolkit::row({composition.expanding(), procedures}, Spacing::section),
-         toolkit::row({Block(Warning2).expanding(), toolkit::buttonRow({Continue1})}),
-         StaticText5},
+         toolkit::row({Block(Warning2).expanding(), toolkit::buttonRow({Continue1})}), StaticText5},
         Spacing::group));
 }
 

@@ -31,42 +31,46 @@ bool AllFinite(const CubicRoots& roots) {
     });
 }
 
-// Roots of t³ + p·t + q for p > 0. For u·v = 1 and u³ - v³ = 2·|s| the difference u - v is
-// 2·|s|/(u² + 1 + v²), which does not cancel.
+// Roots of t³ + p·t + q for p > 0. U and V are A·u/2 and A·v/2 of the usual hyperbolic form with
+// w = |s| + sqrt(s² + 1): U·V = p/3, U³ - V³ = |q|, so that U - V need not be subtracted.
 CubicRoots OneRealRootRising(double p, double q) {
-    const double A = 2.0 * std::sqrt(p / 3.0);
-    const double s = 3.0 * q / (A * p);
-    const double u = std::cbrt(std::abs(s) + std::hypot(s, 1.0));
-    const double v = 1.0 / u;
-    const double half = s / (u * u + 1.0 + v * v);
-    const double y = sqrt3 * (u + v) / 4.0;
-    return {{{-A * half, 0.0}, {A * half / 2.0, -A * y}, {A * half / 2.0, A * y}}};
+    const double r = std::sqrt(p / 3.0);
+    const double half = 0.5 * std::abs(q);
+    const double U = std::cbrt(half + std::hypot(half, r * r * r));
+    const double V = r * (r / U);
+    const double t = -q / (U * U + r * r + V * V);
+    const double y = 0.5 * sqrt3 * (U + V);
+    return {{{t, 0.0}, {-0.5 * t, -y}, {-0.5 * t, y}}};
 }
 
-// Roots of t³ + p·t + q for p < 0 and |s| > 1, with w - 1/w = 2·sqrt(s² - 1).
-CubicRoots OneRealRootWaved(double A, double s) {
-    const double root = std::sqrt((std::abs(s) - 1.0) * (std::abs(s) + 1.0));
-    const double u = std::cbrt(root + std::abs(s));
-    const double v = 1.0 / u;
-    const double difference = 2.0 * root / (u * u + 1.0 + v * v);
-    const double x = std::copysign(A * (u + v) / 4.0, -s);
-    const double y = std::copysign(A * sqrt3 * difference / 4.0, s);
+// The same for p < 0 and |s| > 1, with s = -q/(2·r³), r = sqrt(-p/3), w = |s| + sqrt(s² - 1):
+// U·V = r², U³ - V³ = 2·root.
+CubicRoots OneRealRootWaved(double r, double q) {
+    const double half = 0.5 * std::abs(q);
+    const double r3 = r * r * r;
+    const double root = std::sqrt((half - r3) * (half + r3));
+    const double U = std::cbrt(half + root);
+    const double V = r * (r / U);
+    const double x = std::copysign(0.5 * (U + V), q);
+    const double y = std::copysign(sqrt3 * root / (U * U + r * r + V * V), -q);
     return {{{-2.0 * x, 0.0}, {x, -y}, {x, y}}};
 }
 
-CubicRoots ThreeRealRoots(double A, double s) {
+// The same for -1 <= s <= 1; theta = arccos(s).
+CubicRoots ThreeRealRoots(double r, double q) {
     using std::numbers::pi;
-    const double theta = std::atan2(std::sqrt((1.0 - s) * (1.0 + s)), s);
-    return {{{A * std::cos((theta + 4.0 * pi) / 3.0), 0.0},
-             {A * std::cos((theta + 2.0 * pi) / 3.0), 0.0},
-             {A * std::cos(theta / 3.0), 0.0}}};
+    const double r3 = r * r * r;
+    const double half = 0.5 * q;
+    const double theta = std::atan2(std::sqrt((r3 - half) * (r3 + half)), -half);
+    return {{{2.0 * r * std::cos((theta + 4.0 * pi) / 3.0), 0.0},
+             {2.0 * r * std::cos((theta + 2.0 * pi) / 3.0), 0.0},
+             {2.0 * r * std::cos(theta / 3.0), 0.0}}};
 }
 
 CubicRoots DepressedRoots(double p, double q) {
     if (p > 0.0) return OneRealRootRising(p, q);
-    const double A = 2.0 * std::sqrt(-p / 3.0);
-    const double s = 3.0 * q / (2.0 * p * std::sqrt(-p / 3.0));
-    return std::abs(s) <= 1.0 ? ThreeRealRoots(A, s) : OneRealRootWaved(A, s);
+    const double r = std::sqrt(-p / 3.0);
+    return 0.5 * std::abs(q) <= r * r * r ? ThreeRealRoots(r, q) : OneRealRootWaved(r, q);
 }
 
 // The volumes in the variables of docs/cubic.md: y = b/V solves y³ - y² + (tau + pi)·y - pi = 0,
@@ -119,7 +123,9 @@ double PolishedPacking(double z, const Reduced& reduced) {
     if (std::abs(y) < Small) y = reduced.pi / (c - y * (1.0 - y));
     const double slope = c - y * (2.0 - 3.0 * y);
     const double residual = y * (c - y * (1.0 - y)) - reduced.pi;
-    return y - residual / slope;
+    // Beside the other two the residual is mere rounding.
+    constexpr double WellApart = 1e-3;
+    return slope > WellApart ? y - residual / slope : y;
 }
 
 // 1 - y for a root y; near 1 by the equation itself, (1 - y)·(pi + y²) = tau·y.
@@ -154,6 +160,20 @@ Packing SharpPacking(double aMix, double bMix, double T, double P, Reduced reduc
     const double slope = 6.0 * (3.0 * x * x + reduced.A);
     const double split = discriminant.high / (aMix * aMix * aMix) / (slope * slope);
     return {y, 0.5 * Complement(y, reduced), slope > 0.0 ? split : 0.0};
+}
+
+Packing SolvePacking(double aMix, double bMix, double T, double P, const Reduced& reduced) {
+    constexpr double NearlyCritical = 0.2;
+    constexpr double NearlyDouble = 0.1;
+    const bool canSharpen = std::isnormal(aMix * aMix * aMix);
+    const bool critical = std::max(std::abs(reduced.A), std::abs(reduced.B)) < NearlyCritical;
+    if (!critical || !canSharpen) {
+        const Packing packing = PlainPacking(reduced);
+        const bool apart =
+            std::abs(packing.split) >= NearlyDouble * packing.centre * packing.centre;
+        if (apart || !canSharpen) return packing;
+    }
+    return SharpPacking(aMix, bMix, T, P, reduced);
 }
 
 CubicRoots RealVolumes(double bMix, const Packing& packing, double product) {
@@ -201,11 +221,7 @@ CubicRoots VolumeCubicSolver(double aMix, double bMix, double T, double P) {
     if (!reduced) return SolveCubic(a2, a1, a0);
     const Depressed depressed = Depress(a2, a1, a0);
     if (depressed.p * depressed.q == 0.0) return {};
-    Packing packing = PlainPacking(*reduced);
-    constexpr double NearlyDouble = 0.1;
-    if (std::abs(packing.split) < NearlyDouble * packing.centre * packing.centre) {
-        packing = SharpPacking(aMix, bMix, T, P, *reduced);
-    }
+    const Packing packing = SolvePacking(aMix, bMix, T, P, *reduced);
     const double product = reduced->pi / packing.apart;
     const CubicRoots roots = packing.split < 0.0 ? PairedVolumes(bMix, packing, product, depressed)
                                                  : RealVolumes(bMix, packing, product);

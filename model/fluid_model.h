@@ -4,4 +4,7 @@
 // Kelvin, MPa, cm3/mol and g/cm3 throughout.
 #include "model/component_table.h"
 #include "model/composition.h"
+#include "model/cubic.h"
+#include "model/fugacity.h"
+#include "model/molar_volume.h"
 #include "model/van_der_waals.h"

@@ -3,70 +3,27 @@
 #include <cmath>
 
 #include "model/fluid_model.h"
-#include "toolkit/layout.h"
+#include "procedures/units.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
 
-namespace {
-
-constexpr int warningWidth = 56;  // characters of the longest sentence
-
-}  // namespace
-
 PressureWindow::PressureWindow(toolkit::ScreenHost& host)
-    : Screen(host, "PressureWindow", "Pressures - Drovan W") {
-    using toolkit::Spacing;
-    volume.dataEntryV.onTextChange(this, &PressureWindow::dataEntryV_TextChange);
+    : VolumeScreen(host, {.screen = "PressureWindow",
+                          .title = "Pressures - Drovan W",
+                          .volumeBox = "GroupBox3",
+                          .volumeUnit = "StaticText1",
+                          .temperatureBox = "GroupBox2",
+                          .secondCaption = {"Temperature", "Temperature"},
+                          .secondEntry = "dataEntryT",
+                          .secondUnit = {"StaticText3", "Kelvin"},
+                          .resultCaption = {"Pressure", "Pressure"},
+                          .result = "Result",
+                          .resultUnit = {"StaticText4", "MPa"}}) {
     dataEntryT.onTextChange(this, &PressureWindow::dataEntryT_TextChange);
-    temperature.Celsius.onChoose(this, &PressureWindow::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &PressureWindow::Kelvin_Action);
-    volume.kgm3.onChoose(this, &PressureWindow::kgm3_Action);
-    volume.cm3mol.onChoose(this, &PressureWindow::cm3mol_Action);
-    Clear.onClick(this, &PressureWindow::Clear_Action);
-    calculate.onClick(this, &PressureWindow::calculate_Action);
-
-    Temperature.setTarget(dataEntryT);
-    Pressure.setTarget(Result);
-    warning.reserve(warningWidth);
-    const toolkit::Block inputs =
-        toolkit::grid({{volume.MolarVolume, toolkit::Block(volume.dataEntryV).expanding(),
-                        volume.unit},
-                       {{}, volume.DensityResult},
-                       {Temperature, toolkit::Block(dataEntryT).expanding(), StaticText3}});
-    const toolkit::Block units =
-        toolkit::column({volume.unitBlock(), temperature.block()}, Spacing::group);
-    setContent(toolkit::column(
-        {toolkit::row({inputs.expanding(), units}, Spacing::section),
-         toolkit::buttonRow({Clear, calculate}),
-         toolkit::row({Pressure, Result, StaticText4}), warning},
-        Spacing::group));
-    setDefault(calculate);
-    setFocus(volume.dataEntryV);
-}
-
-void PressureWindow::emptyResult() {
-    Result.setText("");
-    warning.setText("");
-}
-
-void PressureWindow::Event_Activate() {
-    volume.activated();
-    emptyResult();
-}
-
-void PressureWindow::dataEntryV_TextChange() {
-    volume.showEcho();
-    emptyResult();
 }
 
 void PressureWindow::dataEntryT_TextChange() {
-    emptyResult();
-}
-
-void PressureWindow::Clear_Action() {
-    volume.dataEntryV.setText("");
-    dataEntryT.setText("");
     emptyResult();
 }
 
@@ -102,19 +59,6 @@ void PressureWindow::Celsius_Action() {
 
 void PressureWindow::Kelvin_Action() {
     temperatureUnitChosen();
-}
-
-void PressureWindow::volumeUnitChosen() {
-    volume.unitChosen();
-    emptyResult();
-}
-
-void PressureWindow::kgm3_Action() {
-    volumeUnitChosen();
-}
-
-void PressureWindow::cm3mol_Action() {
-    volumeUnitChosen();
 }
 
 }  // namespace procedures

@@ -1,5 +1,7 @@
 #include "procedures/temperature_unit.h"
 
+#include "procedures/units.h"
+
 namespace procedures {
 
 TemperatureUnit::TemperatureUnit(const std::string& boxName)

@@ -7,8 +7,6 @@
 
 namespace procedures {
 
-inline constexpr double zeroCelsius = 273.15;  // K
-
 /// The choice of the unit in which a screen takes and shows temperatures; kelvin at first.
 class TemperatureUnit {
   public:

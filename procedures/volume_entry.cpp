@@ -3,16 +3,14 @@
 #include <cmath>
 
 #include "model/fluid_model.h"
+#include "procedures/units.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
 
 namespace {
 
-const std::string superscriptThree = "\u00B3";
-const std::string densityUnit = "g/cm" + superscriptThree;
-const std::string volumeUnit = "cm" + superscriptThree + "/mol";
-constexpr int echoWidth = 52;  // characters of the longest echo
+constexpr int echoWidth = 48;  // characters of a usual echo
 
 }  // namespace
 
@@ -44,8 +42,7 @@ void VolumeEntry::showEcho() {
         fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number);
     std::string echo = kgm3.isOn() ? "corresponding molar volume" : "corresponding density";
     if (number > 0.0 && std::isfinite(other)) {
-        echo += " = " + toolkit::numberText(other) + " " +
-                (kgm3.isOn() ? volumeUnit : densityUnit);
+        echo += " = " + toolkit::numberText(other) + " " + (kgm3.isOn() ? volumeUnit : densityUnit);
     }
     DensityResult.setText(echo);
 }
@@ -62,8 +59,8 @@ void VolumeEntry::unitChosen() {
 }
 
 void VolumeEntry::activated() {
-    cm3mol.setCaption(" " + volumeUnit);
-    kgm3.setCaption(" " + densityUnit);
+    cm3mol.setCaption(std::string(" ") + volumeUnit);
+    kgm3.setCaption(std::string(" ") + densityUnit);
     unit.setText(unitText());
     showEcho();
 }

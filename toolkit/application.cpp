@@ -5,7 +5,12 @@
 namespace toolkit {
 
 bool openDisplay() {
-    return gtk_init_check(nullptr, nullptr) != FALSE;
+    if (gtk_init_check(nullptr, nullptr) == FALSE) {
+        return false;
+    }
+    // A result that Tab has passed would stay selected, and look like the one that is meant.
+    g_object_set(gtk_settings_get_default(), "gtk-label-select-on-focus", FALSE, nullptr);
+    return true;
 }
 
 void runLoop() {

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "toolkit/editable_text.h"
 #include "toolkit/event.h"
 #include "toolkit/number_text.h"
 
@@ -29,9 +30,8 @@ bool continuesWord(const std::string& before, const std::string& after) {
 Entry::Entry(std::string name, int widthChars) : Control(std::move(name), gtk_entry_new()) {
     gtk_entry_set_width_chars(GTK_ENTRY(widget()), widthChars);
     gtk_entry_set_activates_default(GTK_ENTRY(widget()), TRUE);
-    const auto onChanged = +[](GtkEditable* /*editable*/, gpointer self) {
-        static_cast<Entry*>(self)->changed();
-    };
+    const auto onChanged =
+        +[](GtkEditable* /*editable*/, gpointer self) { static_cast<Entry*>(self)->changed(); };
     g_signal_connect(widget(), "changed", G_CALLBACK(onChanged), this);
 }
 
@@ -79,47 +79,15 @@ void Entry::undo() {
     gtk_editable_set_position(editableOf(*this), present_.cursor);
 }
 
-bool Entry::hasSelection() const {
-    return gtk_editable_get_selection_bounds(editableOf(*this), nullptr, nullptr) != FALSE;
-}
-
 bool Entry::canPerform(EditCommand command) const {
-    switch (command) {
-        case EditCommand::undo:
-            return !history_.empty();
-        case EditCommand::cut:
-        case EditCommand::copy:
-        case EditCommand::erase:
-            return hasSelection();
-        case EditCommand::selectAll:
-            return !text().empty();
-        case EditCommand::paste:
-            return gtk_clipboard_wait_is_text_available(gtk_widget_get_clipboard(
-                       widget(), GDK_SELECTION_CLIPBOARD)) != FALSE;
-    }
-    return false;
+    return command == EditCommand::undo ? !history_.empty() : canEdit(widget(), command);
 }
 
 void Entry::perform(EditCommand command) {
-    switch (command) {
-        case EditCommand::undo:
-            undo();
-            break;
-        case EditCommand::cut:
-            gtk_editable_cut_clipboard(editableOf(*this));
-            break;
-        case EditCommand::copy:
-            gtk_editable_copy_clipboard(editableOf(*this));
-            break;
-        case EditCommand::paste:
-            gtk_editable_paste_clipboard(editableOf(*this));
-            break;
-        case EditCommand::erase:
-            gtk_editable_delete_selection(editableOf(*this));
-            break;
-        case EditCommand::selectAll:
-            gtk_editable_select_region(editableOf(*this), 0, -1);
-            break;
+    if (command == EditCommand::undo) {
+        undo();
+    } else {
+        edit(widget(), command);
     }
 }
 

@@ -37,7 +37,6 @@ class Entry : public Control, public Editable {
 
     void changed();
     void undo();
-    bool hasSelection() const;
 
     Handler textChange_;
     std::vector<Step> history_;

@@ -9,7 +9,18 @@
 namespace toolkit {
 
 struct Formula::Node {
-    enum class Kind { text, space, row, scripts, fraction, root, sum, integral, parentheses, brackets };
+    enum class Kind {
+        text,
+        space,
+        row,
+        scripts,
+        fraction,
+        root,
+        sum,
+        integral,
+        parentheses,
+        brackets
+    };
 
     Kind kind = Kind::text;
     std::string characters;
@@ -44,44 +55,64 @@ constexpr double bracketOverhang = 0.06;
 constexpr double strutAscent = 0.75;  // a formula is at least as high as a line of text
 constexpr double strutDescent = 0.22;
 
+constexpr double pointsPerInch = 72.0;
+
 struct UnrefObject {
     void operator()(PangoLayout* layout) const { g_object_unref(layout); }
 };
 
+struct FreeFont {
+    void operator()(PangoFontDescription* font) const { pango_font_description_free(font); }
+};
+using FontDescription = std::unique_ptr<PangoFontDescription, FreeFont>;
+
+}  // namespace
+
 /// A piece with its place: what stands in it, or a shape of its own.
-struct Box {
+struct TypesetFormula::Box {
     enum class Shape { none, glyphs, rule, radical, parentheses, brackets };
     struct Child;
 
     FormulaSize size;
     Shape shape = Shape::none;
-    std::unique_ptr<PangoLayout, UnrefObject> layout;  // for Shape::glyphs
+    std::unique_ptr<PangoLayout, UnrefObject> layout;  // for Shape::glyphs, in the text size
+    double scale = 1.0;                                // of the glyphs
     double line = 0.0;                                 // thickness of the shape's strokes
     double baseline = 0.0;                             // of the glyphs, below the layout's top
     std::vector<Child> children;
 };
 
-struct Box::Child {
+struct TypesetFormula::Box::Child {
     Box box;
     double x = 0.0;
     double rise = 0.0;  // of its baseline above the parent's
 };
 
+namespace {
+
+using Box = TypesetFormula::Box;
+
 /// Sets nodes into boxes.
 class Setter {
   public:
-    explicit Setter(const FormulaStyle& style) : style_(style) {
-        const double resolution = pango_cairo_context_get_resolution(style.context);
-        pixelsPerPoint_ = (resolution > 0.0 ? resolution : 96.0) / 72.0;
-    }
+    explicit Setter(const FormulaStyle& style)
+        : context_(style.context),
+          em_(style.size * resolution(style.context) / pointsPerInch),
+          upright_(font(PANGO_STYLE_NORMAL)),
+          italic_(font(PANGO_STYLE_ITALIC)) {}
 
     Box set(const Formula& formula, std::size_t level) const;
+    double em(std::size_t level) const {
+        return em_ * levelSizes[std::min(level, levelSizes.size() - 1)];
+    }
 
   private:
-    double em(std::size_t level) const {
-        return style_.size * levelSizes[std::min(level, levelSizes.size() - 1)] * pixelsPerPoint_;
+    static double resolution(PangoContext* context) {
+        const double dotsPerInch = pango_cairo_context_get_resolution(context);
+        return dotsPerInch > 0.0 ? dotsPerInch : 96.0;
     }
-    Box glyphs(const std::string& characters, bool isItalic, double size) const;
+    FontDescription font(PangoStyle style) const;
+    Box glyphs(const std::string& characters, bool isItalic, double scale) const;
     Box big(const std::string& sign, double scale, std::size_t level) const;
     Box row(const Node& node, std::size_t level) const;
     Box scripts(const Node& node, std::size_t level) const;
@@ -91,8 +122,10 @@ class Setter {
     Box sum(const Node& node, std::size_t level) const;
     Box fenced(const Node& node, std::size_t level) const;
 
-    FormulaStyle style_;
-    double pixelsPerPoint_ = 0.0;
+    PangoContext* context_;
+    double em_;  // pixels, of the text
+    FontDescription upright_;
+    FontDescription italic_;
 };
 
 /// Puts `child` into `parent`, whose height follows it; its width has to be set by the caller.
@@ -102,31 +135,36 @@ void place(Box& parent, Box child, double x, double rise) {
     parent.children.push_back({std::move(child), x, rise});
 }
 
-Box Setter::glyphs(const std::string& characters, bool isItalic, double size) const {
+FontDescription Setter::font(PangoStyle style) const {
+    FontDescription font(pango_font_description_from_string("serif"));
+    pango_font_description_set_absolute_size(font.get(), em_ * PANGO_SCALE);
+    pango_font_description_set_style(font.get(), style);
+    return font;
+}
+
+/// All sizes are drawn from the fonts of the text: to look up one more font takes longer than to
+/// set a whole formula.
+Box Setter::glyphs(const std::string& characters, bool isItalic, double scale) const {
     Box box;
     box.shape = Box::Shape::glyphs;
-    box.layout.reset(pango_layout_new(style_.context));
-    PangoFontDescription* const font = pango_font_description_from_string("serif");
-    pango_font_description_set_absolute_size(font, size * PANGO_SCALE);
-    pango_font_description_set_style(font, isItalic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-    pango_layout_set_font_description(box.layout.get(), font);
-    pango_font_description_free(font);
+    box.scale = scale;
+    box.layout.reset(pango_layout_new(context_));
+    pango_layout_set_font_description(box.layout.get(), (isItalic ? italic_ : upright_).get());
     pango_layout_set_text(box.layout.get(), characters.c_str(), -1);
     PangoRectangle ink;
     PangoRectangle logical;
     pango_layout_get_extents(box.layout.get(), &ink, &logical);
-    box.baseline = static_cast<double>(pango_layout_get_baseline(box.layout.get())) / PANGO_SCALE;
-    const double top = static_cast<double>(ink.y) / PANGO_SCALE;
-    const double height = static_cast<double>(ink.height) / PANGO_SCALE;
-    const double overhang = static_cast<double>(ink.x + ink.width - logical.width) / PANGO_SCALE;
-    box.size = {static_cast<double>(logical.width) / PANGO_SCALE + std::max(overhang, 0.0),
-                box.baseline - top, top + height - box.baseline};
+    const double unit = scale / PANGO_SCALE;
+    box.baseline = pango_layout_get_baseline(box.layout.get()) * unit;
+    const double overhang = (ink.x + ink.width - logical.width) * unit;
+    box.size = {logical.width * unit + std::max(overhang, 0.0), box.baseline - ink.y * unit,
+                (ink.y + ink.height) * unit - box.baseline};
     return box;
 }
 
 /// A sign that is larger than the letters, its middle on the axis.
 Box Setter::big(const std::string& sign, double scale, std::size_t level) const {
-    Box glyph = glyphs(sign, false, em(level) * scale);
+    Box glyph = glyphs(sign, false, scale * em(level) / em(0));
     const double middle = (glyph.size.ascent - glyph.size.descent) / 2.0;
     Box box;
     box.size.width = glyph.size.width;
@@ -235,9 +273,9 @@ Box Setter::fenced(const Node& node, std::size_t level) const {
     Box content = set(node.parts[0], level);
     const double side = bracketWidth * unit;
     const double axis = axisHeight * unit;
-    const double half = bracketOverhang * unit + std::max({content.size.ascent - axis,
-                                                           content.size.descent + axis,
-                                                           0.5 * unit});
+    const double half =
+        bracketOverhang * unit +
+        std::max({content.size.ascent - axis, content.size.descent + axis, 0.5 * unit});
     Box fence;
     fence.shape = node.kind == Kind::brackets ? Box::Shape::brackets : Box::Shape::parentheses;
     fence.line = 1.2 * ruleThickness * unit;
@@ -253,7 +291,7 @@ Box Setter::set(const Formula& formula, std::size_t level) const {
     const Node& node = *formula.node();
     switch (node.kind) {
         case Kind::text:
-            return glyphs(node.characters, node.isItalic, em(level));
+            return glyphs(node.characters, node.isItalic, em(level) / em(0));
         case Kind::space: {
             Box box;
             box.size.width = node.em * em(level);
@@ -336,8 +374,12 @@ void strokeShape(cairo_t* cairo, const Box& box, double x, double baseline) {
 
 void drawBox(cairo_t* cairo, const Box& box, double x, double baseline) {
     if (box.shape == Box::Shape::glyphs) {
-        cairo_move_to(cairo, x, baseline - box.baseline);
+        cairo_save(cairo);
+        cairo_translate(cairo, x, baseline - box.baseline);
+        cairo_scale(cairo, box.scale, box.scale);
+        cairo_move_to(cairo, 0.0, 0.0);
         pango_cairo_show_layout(cairo, box.layout.get());
+        cairo_restore(cairo);
     } else {
         strokeShape(cairo, box, x, baseline);
     }
@@ -415,18 +457,20 @@ std::string Formula::plainText() const {
     return {};
 }
 
-FormulaSize Formula::measure(const FormulaStyle& style) const {
+TypesetFormula::TypesetFormula(const Formula& formula, const FormulaStyle& style) {
     const Setter setter(style);
-    FormulaSize size = setter.set(*this, 0).size;
-    const double resolution = pango_cairo_context_get_resolution(style.context);
-    const double em = style.size * (resolution > 0.0 ? resolution : 96.0) / 72.0;
-    size.ascent = std::max(size.ascent, strutAscent * em);
-    size.descent = std::max(size.descent, strutDescent * em);
-    return size;
+    box_ = std::make_unique<const Box>(setter.set(formula, 0));
+    size_ = box_->size;
+    size_.ascent = std::max(size_.ascent, strutAscent * setter.em(0));
+    size_.descent = std::max(size_.descent, strutDescent * setter.em(0));
 }
 
-void Formula::draw(cairo_t* cairo, double x, double baseline, const FormulaStyle& style) const {
-    drawBox(cairo, Setter(style).set(*this, 0), x, baseline);
+TypesetFormula::TypesetFormula(TypesetFormula&& other) noexcept = default;
+TypesetFormula& TypesetFormula::operator=(TypesetFormula&& other) noexcept = default;
+TypesetFormula::~TypesetFormula() = default;
+
+void TypesetFormula::draw(cairo_t* cairo, double x, double baseline) const {
+    drawBox(cairo, *box_, x, baseline);
 }
 
 namespace formula {

@@ -22,7 +22,7 @@ struct FormulaSize {
     double descent = 0.0;
 };
 
-/// A typeset formula, made of the pieces in namespace formula. Sharp at any size.
+/// A formula, made of the pieces in namespace formula.
 class Formula {
   public:
     struct Node;
@@ -30,15 +30,29 @@ class Formula {
 
     /// The formula in one line of plain text, for screen readers.
     std::string plainText() const;
-    FormulaSize measure(const FormulaStyle& style) const;
-    /// Draws in the source colour of `cairo`; `x` is the left end, `baseline` the height of the
-    /// baseline, in pixels.
-    void draw(cairo_t* cairo, double x, double baseline, const FormulaStyle& style) const;
-
     const std::shared_ptr<const Node>& node() const { return node_; }
 
   private:
     std::shared_ptr<const Node> node_;
+};
+
+/// A formula set in a style: its pieces with their places. Sharp at any scale of the drawing.
+class TypesetFormula {
+  public:
+    struct Box;
+    TypesetFormula(const Formula& formula, const FormulaStyle& style);
+    TypesetFormula(TypesetFormula&& other) noexcept;
+    TypesetFormula& operator=(TypesetFormula&& other) noexcept;
+    ~TypesetFormula();
+
+    const FormulaSize& size() const { return size_; }
+    /// Draws in the source colour of `cairo`; `x` is the left end, `baseline` the height of the
+    /// baseline, in pixels.
+    void draw(cairo_t* cairo, double x, double baseline) const;
+
+  private:
+    std::unique_ptr<const Box> box_;
+    FormulaSize size_;
 };
 
 namespace formula {

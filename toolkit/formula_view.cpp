@@ -18,36 +18,35 @@ double fontSize(GtkWidget* widget) {
     return static_cast<double>(pango_font_description_get_size(font)) / PANGO_SCALE;
 }
 
-FormulaStyle styleOf(GtkWidget* widget) {
-    return {gtk_widget_get_pango_context(widget), relativeSize * fontSize(widget)};
-}
-
 }  // namespace
 
 struct FormulaView::Callbacks {
-    /// Asks for the room of the formula; again whenever the font has changed.
+    /// Sets the formula and asks for its room; again whenever the font has changed.
     static void onStyleSet(GtkWidget* widget, GtkStyle* /*previous*/, gpointer data) {
-        const auto* const self = static_cast<const FormulaView*>(data);
-        const FormulaSize size = self->formula_.measure(styleOf(widget));
+        auto* const self = static_cast<FormulaView*>(data);
+        self->typeset_.emplace(self->formula_, FormulaStyle{gtk_widget_get_pango_context(widget),
+                                                            relativeSize * fontSize(widget)});
+        const FormulaSize& size = self->typeset_->size();
         gtk_widget_set_size_request(widget, static_cast<gint>(std::ceil(size.width)),
                                     static_cast<gint>(std::ceil(size.ascent + size.descent)));
     }
 
     static gboolean onExpose(GtkWidget* widget, GdkEventExpose* event, gpointer data) {
         const auto* const self = static_cast<const FormulaView*>(data);
+        if (!self->typeset_) {
+            return FALSE;
+        }
         GtkAllocation place;
         gtk_widget_get_allocation(widget, &place);
-        const FormulaStyle style = styleOf(widget);
-        const FormulaSize size = self->formula_.measure(style);
         const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(
             gdk_cairo_create(gtk_widget_get_window(widget)), &cairo_destroy);
         gdk_cairo_region(cairo.get(), event->region);
         cairo_clip(cairo.get());
         gdk_cairo_set_source_color(cairo.get(),
                                    &gtk_widget_get_style(widget)->fg[gtk_widget_get_state(widget)]);
+        const FormulaSize& size = self->typeset_->size();
         const double slack = place.height - size.ascent - size.descent;
-        self->formula_.draw(cairo.get(), place.x, place.y + std::round(slack / 2.0 + size.ascent),
-                            style);
+        self->typeset_->draw(cairo.get(), place.x, place.y + std::round(slack / 2.0 + size.ascent));
         return FALSE;
     }
 };

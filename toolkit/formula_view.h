@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "toolkit/control.h"
@@ -19,6 +20,7 @@ class FormulaView : public Control {
     struct Callbacks;
 
     Formula formula_;
+    std::optional<TypesetFormula> typeset_;
 };
 
 }  // namespace toolkit

@@ -24,19 +24,20 @@ AttributeList newAttributes() {
 /// Red that can be told from the background: dark on a light theme, light on a dark one.
 void colourMessage(GtkWidget* widget, GtkStyle* /*previous*/, gpointer /*data*/) {
     const GdkColor& background = gtk_widget_get_style(widget)->bg[GTK_STATE_NORMAL];
-    const int luminance = (299 * background.red + 587 * background.green + 114 * background.blue) /
-                          1000;
+    const int luminance =
+        (299 * background.red + 587 * background.green + 114 * background.blue) / 1000;
     const bool isLight = luminance > 0x7fff;
     const AttributeList attributes = newAttributes();
-    pango_attr_list_insert(attributes.get(), isLight
-                                                 ? pango_attr_foreground_new(0xa400, 0, 0)
-                                                 : pango_attr_foreground_new(0xff00, 0xa000, 0x9000));
+    pango_attr_list_insert(attributes.get(),
+                           isLight ? pango_attr_foreground_new(0xa400, 0, 0)
+                                   : pango_attr_foreground_new(0xff00, 0xa000, 0x9000));
     gtk_label_set_attributes(GTK_LABEL(widget), attributes.get());
 }
 
 }  // namespace
 
-Label::Label(std::string name, const std::string& text) : Label(std::move(name), text, Style::plain) {}
+Label::Label(std::string name, const std::string& text)
+    : Label(std::move(name), text, Style::plain) {}
 
 Label::Label(std::string name, const std::string& text, Style style)
     : Control(std::move(name), gtk_label_new(text.c_str())) {

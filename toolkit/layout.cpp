@@ -63,8 +63,7 @@ Block column(const std::vector<Block>& blocks, Spacing spacing) {
     return pack(gtk_vbox_new(FALSE, static_cast<gint>(spacing)), blocks);
 }
 
-Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing,
-           Spacing columnSpacing) {
+Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spacing columnSpacing) {
     std::size_t columns = 1;
     for (const auto& cells : rows) {
         columns = std::max(columns, cells.size());
@@ -113,8 +112,7 @@ std::string GroupBox::text() const {
 }
 
 void GroupBox::setText(const std::string& caption) {
-    gtk_label_set_text(GTK_LABEL(gtk_frame_get_label_widget(GTK_FRAME(widget()))),
-                       caption.c_str());
+    gtk_label_set_text(GTK_LABEL(gtk_frame_get_label_widget(GTK_FRAME(widget()))), caption.c_str());
 }
 
 Block GroupBox::around(const Block& content) {

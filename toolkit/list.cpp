@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "toolkit/clipboard.h"
+#include "toolkit/event.h"
 
 namespace toolkit {
 
@@ -31,6 +32,18 @@ void appendLine(std::string& text, const List::Row& cells) {
 }  // namespace
 
 struct List::Callbacks {
+    static void onEdited(GtkCellRendererText* /*cell*/, const gchar* path, const gchar* text,
+                         gpointer data) {
+        auto* const self = static_cast<List*>(data);
+        GtkTreeIter row;
+        if (gtk_tree_model_get_iter_from_string(GTK_TREE_MODEL(self->store_), &row, path) ==
+            FALSE) {
+            return;
+        }
+        gtk_list_store_set(self->store_, &row, self->editableColumn_, text, -1);
+        runHandler(self->cellTextChange_, self->name().c_str());
+    }
+
     static void collectRow(GtkTreeModel* /*model*/, GtkTreePath* path, GtkTreeIter* /*row*/,
                            gpointer data) {
         static_cast<std::vector<int>*>(data)->push_back(gtk_tree_path_get_indices(path)[0]);
@@ -38,13 +51,10 @@ struct List::Callbacks {
 };
 
 List::List(std::string name, const Row& heads)
-    : Control(std::move(name), gtk_tree_view_new()),
-      heads_(heads),
-      store_(newStore(heads.size())) {
+    : Control(std::move(name), gtk_tree_view_new()), heads_(heads), store_(newStore(heads.size())) {
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
     gtk_tree_view_set_enable_search(viewOf(*this), FALSE);
-    gtk_tree_selection_set_mode(gtk_tree_view_get_selection(viewOf(*this)),
-                                GTK_SELECTION_MULTIPLE);
+    gtk_tree_selection_set_mode(gtk_tree_view_get_selection(viewOf(*this)), GTK_SELECTION_MULTIPLE);
     for (std::size_t i = 0; i < heads.size(); ++i) {
         GtkCellRenderer* const cell = gtk_cell_renderer_text_new();
         gtk_cell_renderer_set_padding(cell, cellPadding, 1);
@@ -56,6 +66,11 @@ List::List(std::string name, const Row& heads)
 }
 
 List::~List() {
+    if (editableColumn_ >= 0) {
+        g_signal_handlers_disconnect_matched(editableCell_, G_SIGNAL_MATCH_DATA, 0, 0, nullptr,
+                                             nullptr, this);
+        g_object_unref(editableCell_);
+    }
     g_object_unref(store_);
 }
 
@@ -103,6 +118,17 @@ void List::clear() {
     gtk_list_store_clear(store_);
 }
 
+void List::setEditable(std::size_t column) {
+    editableColumn_ = static_cast<int>(column);
+    GList* const cells = gtk_cell_layout_get_cells(
+        GTK_CELL_LAYOUT(gtk_tree_view_get_column(viewOf(*this), editableColumn_)));
+    editableCell_ = GTK_CELL_RENDERER(cells->data);
+    g_list_free(cells);
+    g_object_ref(editableCell_);
+    g_object_set(editableCell_, "editable", TRUE, nullptr);
+    g_signal_connect(editableCell_, "edited", G_CALLBACK(&Callbacks::onEdited), this);
+}
+
 List::Row List::rowAt(int position) const {
     Row cells;
     GtkTreeIter row;
@@ -121,6 +147,7 @@ List::Row List::rowAt(int position) const {
 std::vector<List::Row> List::rows() const {
     const int count = gtk_tree_model_iter_n_children(GTK_TREE_MODEL(store_), nullptr);
     std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         rows.push_back(rowAt(i));
     }
@@ -132,6 +159,7 @@ std::vector<List::Row> List::selectedRows() const {
     gtk_tree_selection_selected_foreach(gtk_tree_view_get_selection(viewOf(*this)),
                                         &Callbacks::collectRow, &positions);
     std::vector<Row> rows;
+    rows.reserve(positions.size());
     for (const int position : positions) {
         rows.push_back(rowAt(position));
     }

@@ -7,6 +7,7 @@
 #include "toolkit/edit_commands.h"
 #include "toolkit/layout.h"
 
+using GtkCellRenderer = struct _GtkCellRenderer;
 using GtkListStore = struct _GtkListStore;
 
 namespace toolkit {
@@ -28,6 +29,13 @@ class List : public Control, public Editable {
     void setRows(const std::vector<Row>& rows);
     void clear();
     std::vector<Row> rows() const;
+    /// Lets the user edit the cells of a column in place, by a click or Enter on a chosen row.
+    void setEditable(std::size_t column);
+    /// `function` runs after the user has changed a cell.
+    template <class Object, class Base>
+    void onCellTextChange(Object* object, void (Base::*function)()) {
+        cellTextChange_ = member(object, function);
+    }
 
     /// The heads and all rows as tab-separated lines.
     std::string text() const override;
@@ -41,6 +49,9 @@ class List : public Control, public Editable {
     std::vector<Row> selectedRows() const;
 
     Row heads_;
+    Handler cellTextChange_;
+    int editableColumn_ = -1;
+    GtkCellRenderer* editableCell_ = nullptr;
     GtkListStore* store_;
 };
 

@@ -77,6 +77,7 @@ Menu::~Menu() {
 
 void Menu::append(MenuItem& item) {
     gtk_menu_shell_append(GTK_MENU_SHELL(menu_), item.widget());
+    items_.push_back(&item);
 }
 
 MenuBar::MenuBar(std::string name)
@@ -88,6 +89,8 @@ MenuBar::~MenuBar() {
 
 void MenuBar::append(Menu& menu) {
     gtk_menu_shell_append(GTK_MENU_SHELL(widget()), menu.widget());
+    controls_.push_back(&menu);
+    controls_.insert(controls_.end(), menu.items().begin(), menu.items().end());
 }
 
 }  // namespace toolkit

@@ -37,6 +37,7 @@ class Menu : public MenuItem {
     Menu(std::string name, const std::string& caption);
     ~Menu() override;
     void append(MenuItem& item);
+    const std::vector<MenuItem*>& items() const { return items_; }
     /// `function` runs before the menu is shown.
     template <class Object, class Base>
     void onOpen(Object* object, void (Base::*function)()) {
@@ -50,6 +51,7 @@ class Menu : public MenuItem {
 
   private:
     GtkWidget* menu_;
+    std::vector<MenuItem*> items_;
     Handler open_;
     Handler close_;
 };
@@ -59,10 +61,14 @@ class MenuBar : public Control {
   public:
     explicit MenuBar(std::string name);
     ~MenuBar() override;
+    /// `menu`: with all its items in it.
     void append(Menu& menu);
+    /// The bar itself, its menus and their items.
+    const std::vector<Control*>& controls() const { return controls_; }
     GtkAccelGroup* accelerators() const { return accelerators_; }
 
   private:
+    std::vector<Control*> controls_{this};
     GtkAccelGroup* accelerators_;
 };
 

@@ -1,11 +1,15 @@
 #include "toolkit/mnemonics.h"
 
+#include <algorithm>
+#include <map>
 #include <set>
 #include <string>
 
 namespace toolkit {
 
 namespace {
+
+constexpr std::string_view menuLetters = "fe";
 
 bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -15,32 +19,74 @@ char lowerCase(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// The place of the first letter of `caption` that is not `taken`; npos where there is none.
-std::size_t freeLetter(const std::string& caption, const std::set<char>& taken, bool wordStarts) {
+/// The letters that a caption can have, the best first: those that start a word, then the others.
+std::string lettersOf(const std::string& caption) {
+    std::string starts;
+    std::string others;
     for (std::size_t i = 0; i < caption.size(); ++i) {
-        const bool startsWord = i == 0 || !isLetter(caption[i - 1]);
-        if (isLetter(caption[i]) && (startsWord || !wordStarts) &&
-            !taken.contains(lowerCase(caption[i]))) {
-            return i;
+        if (isLetter(caption[i]) && menuLetters.find(lowerCase(caption[i])) == std::string::npos) {
+            const bool startsWord = i == 0 || !isLetter(caption[i - 1]);
+            (startsWord ? starts : others) += lowerCase(caption[i]);
         }
     }
-    return std::string::npos;
+    return starts + others;
+}
+
+/// The first place of `letter` in `caption`, at the start of a word if there is one.
+std::size_t placeOf(char letter, const std::string& caption) {
+    std::size_t place = std::string::npos;
+    for (std::size_t i = caption.size(); i-- > 0;) {
+        const bool startsWord = i == 0 || !isLetter(caption[i - 1]);
+        const bool isBetter =
+            place == std::string::npos || startsWord || (place > 0 && isLetter(caption[place - 1]));
+        if (lowerCase(caption[i]) == letter && isBetter) {
+            place = i;
+        }
+    }
+    return place;
+}
+
+using Owners = std::map<char, Captioned*>;
+
+/// Gives `captioned` a free letter, or one whose owner can change to another one, and so on: an
+/// augmenting path (Kuhn, Naval Research Logistics Quarterly 2 (1955) 83). `tried`: letters that
+/// the path has been through. Letters inside a word are taken over first: their owners lose least.
+bool giveLetter(Captioned* captioned, Owners& owners, std::set<char>& tried) {
+    const std::string letters = lettersOf(captioned->caption());
+    const auto free = std::find_if(letters.begin(), letters.end(),
+                                   [&](char letter) { return !owners.contains(letter); });
+    if (free != letters.end()) {
+        owners[*free] = captioned;
+        return true;
+    }
+    return std::any_of(letters.rbegin(), letters.rend(), [&](char letter) {
+        if (!tried.insert(letter).second || !giveLetter(owners[letter], owners, tried)) {
+            return false;
+        }
+        owners[letter] = captioned;
+        return true;
+    });
 }
 
 }  // namespace
 
 void giveOutMnemonics(const std::vector<Captioned*>& captions) {
-    std::set<char> taken{'f', 'e'};
+    Owners owners;
+    std::vector<Captioned*> others;
     for (Captioned* const captioned : captions) {
-        const std::string caption = captioned->caption();
-        std::size_t position = freeLetter(caption, taken, true);
-        if (position == std::string::npos) {
-            position = freeLetter(caption, taken, false);
+        const std::string letters = lettersOf(captioned->caption());
+        const bool isFirst = !letters.empty() && owners.emplace(letters.front(), captioned).second;
+        if (!isFirst) {
+            others.push_back(captioned);
         }
-        if (position != std::string::npos) {
-            taken.insert(lowerCase(caption[position]));
-        }
-        captioned->underline(position);
+        captioned->underline(std::string::npos);
+    }
+    for (Captioned* const captioned : others) {
+        std::set<char> tried;
+        giveLetter(captioned, owners, tried);
+    }
+    for (const auto& [letter, captioned] : owners) {
+        captioned->underline(placeOf(letter, captioned->caption()));
     }
 }
 

@@ -42,9 +42,18 @@ double numberOrZero(std::string_view text) {
 }
 
 std::string numberText(double value) {
-    std::array<char, 32> buffer;  // the longest, -2.2250738585072014e-308, has 24 characters
+    std::array<char, 32> buffer{};  // the longest, -2.2250738585072014e-308, has 24 characters
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
     return error == std::errc{} ? std::string(buffer.data(), end) : std::string();
+}
+
+std::string fixedText(double value, int decimals) {
+    constexpr int longestInteger = 311;  // digits of the largest double, with sign and point
+    std::string text(static_cast<std::size_t>(longestInteger + decimals), '\0');
+    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
+                                            std::chars_format::fixed, decimals);
+    text.resize(error == std::errc{} ? static_cast<std::size_t>(end - text.data()) : 0);
+    return text;
 }
 
 }  // namespace toolkit

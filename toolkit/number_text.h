@@ -17,4 +17,7 @@ double numberOrZero(std::string_view text);
 /// The shortest decimal text that reads back as the same double, whatever the locale.
 std::string numberText(double value);
 
+/// `value` with exactly `decimals` digits behind the point, whatever the locale.
+std::string fixedText(double value, int decimals);
+
 }  // namespace toolkit

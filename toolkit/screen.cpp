@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/editable_text.h"
 #include "toolkit/menu.h"
 #include "toolkit/mnemonics.h"
 
@@ -29,6 +30,16 @@ bool movesFocus(const XFocusChangeEvent& event) {
                             event.detail == NotifyNonlinear ||
                             event.detail == NotifyNonlinearVirtual;
     return !isGrab && isOfWindow;
+}
+
+/// What a scroll bar takes from the room of the content.
+int scrollBarBreadth(GtkWidget* scroller) {
+    GtkRequisition bar;
+    gtk_widget_size_request(gtk_scrolled_window_get_vscrollbar(GTK_SCROLLED_WINDOW(scroller)),
+                            &bar);
+    int spacing = 0;
+    gtk_widget_style_get(scroller, "scrollbar-spacing", &spacing, nullptr);
+    return bar.width + spacing;
 }
 
 }  // namespace
@@ -58,6 +69,21 @@ struct Screen::Callbacks {
         return FALSE;
     }
 
+    /// Two scroll bars that are there only for the room that each takes from the other stay, once
+    /// they have come, also when the window has grown enough for the content: they are sent away.
+    static void onScrollerAllocated(GtkWidget* scroller, GtkAllocation* room, gpointer data) {
+        const auto* const self = static_cast<Screen*>(data);
+        GtkRequisition content;
+        gtk_widget_get_child_requisition(self->content_, &content);
+        auto* const bars = GTK_SCROLLED_WINDOW(scroller);
+        const bool areShown = bars->hscrollbar_visible != 0 || bars->vscrollbar_visible != 0;
+        if (areShown && content.width <= room->width && content.height <= room->height) {
+            bars->hscrollbar_visible = FALSE;
+            bars->vscrollbar_visible = FALSE;
+            gtk_widget_queue_resize(scroller);
+        }
+    }
+
     static void onContentRequest(GtkWidget* /*content*/, GtkRequisition* /*size*/, gpointer data) {
         static_cast<Screen*>(data)->growToFit();
     }
@@ -82,6 +108,7 @@ Screen::~Screen() {
     gdk_window_remove_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
     if (content_ != nullptr) {
         g_signal_handlers_disconnect_by_data(content_, this);
+        g_signal_handlers_disconnect_by_data(gtk_widget_get_parent(viewport_), this);
         g_signal_handlers_disconnect_by_data(viewport_, this);
     }
     g_signal_handlers_disconnect_by_data(window_, this);
@@ -97,6 +124,7 @@ void Screen::setMenuBar(MenuBar& menuBar) {
     gtk_box_pack_start(GTK_BOX(box_), menuBar.widget(), FALSE, FALSE, 0);
     gtk_box_reorder_child(GTK_BOX(box_), menuBar.widget(), 0);
     gtk_window_add_accel_group(GTK_WINDOW(window_), menuBar.accelerators());
+    controls_.insert(controls_.end(), menuBar.controls().begin(), menuBar.controls().end());
 }
 
 void Screen::setContent(const Block& content) {
@@ -107,21 +135,26 @@ void Screen::setContent(const Block& content) {
     GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, nullptr);
     gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_AUTOMATIC,
                                    GTK_POLICY_AUTOMATIC);
-    viewport_ = gtk_viewport_new(gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)),
-                                 gtk_scrolled_window_get_vadjustment(GTK_SCROLLED_WINDOW(scroller)));
+    viewport_ =
+        gtk_viewport_new(gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)),
+                         gtk_scrolled_window_get_vadjustment(GTK_SCROLLED_WINDOW(scroller)));
     gtk_viewport_set_shadow_type(GTK_VIEWPORT(viewport_), GTK_SHADOW_NONE);
     gtk_container_add(GTK_CONTAINER(viewport_), content_);
     gtk_container_add(GTK_CONTAINER(scroller), viewport_);
     gtk_box_pack_start(GTK_BOX(box_), scroller, TRUE, TRUE, 0);
     // A control that Tab reaches outside the visible part is scrolled into it.
     gtk_container_set_focus_vadjustment(
-        GTK_CONTAINER(content_), gtk_scrolled_window_get_vadjustment(GTK_SCROLLED_WINDOW(scroller)));
+        GTK_CONTAINER(content_),
+        gtk_scrolled_window_get_vadjustment(GTK_SCROLLED_WINDOW(scroller)));
     gtk_container_set_focus_hadjustment(
-        GTK_CONTAINER(content_), gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)));
+        GTK_CONTAINER(content_),
+        gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)));
     gtk_widget_show(viewport_);
     gtk_widget_show(scroller);
     g_signal_connect(viewport_, "expose-event", G_CALLBACK(&Callbacks::onExposed), this);
-    g_signal_connect_after(content_, "size-request", G_CALLBACK(&Callbacks::onContentRequest), this);
+    g_signal_connect(scroller, "size-allocate", G_CALLBACK(&Callbacks::onScrollerAllocated), this);
+    g_signal_connect_after(content_, "size-request", G_CALLBACK(&Callbacks::onContentRequest),
+                           this);
 
     for (Control* const control : controls_) {
         if (auto* const captioned = dynamic_cast<Captioned*>(control)) {
@@ -153,6 +186,7 @@ void Screen::setFocus(Control& control) {
 void Screen::show() {
     GtkRequisition content;
     gtk_widget_size_request(content_, &content);
+    int width = content.width;
     int height = content.height;
     if (menuBar_ != nullptr) {
         GtkRequisition bar;
@@ -160,9 +194,15 @@ void Screen::show() {
         height += bar.height;
     }
     GdkScreen* const display = gtk_widget_get_screen(window_);
-    gtk_window_set_default_size(
-        GTK_WINDOW(window_), std::min(content.width, gdk_screen_get_width(display) - displayMargin),
-        std::min(height, gdk_screen_get_height(display) - displayMargin));
+    const int mostWidth = gdk_screen_get_width(display) - displayMargin;
+    const int mostHeight = gdk_screen_get_height(display) - displayMargin;
+    // The scroll bar of one direction must not make one of the other necessary.
+    const int breadth = scrollBarBreadth(gtk_widget_get_parent(viewport_));
+    const bool scrollsSideways = width > mostWidth;
+    width += height > mostHeight ? breadth : 0;
+    height += scrollsSideways ? breadth : 0;
+    gtk_window_set_default_size(GTK_WINDOW(window_), std::min(width, mostWidth),
+                                std::min(height, mostHeight));
     requested_ = {0, 0, content.width, content.height};
     gtk_widget_show(window_);
 }
@@ -221,24 +261,30 @@ Area Screen::area() const {
 }
 
 Control* Screen::control(std::string_view name) const {
-    const auto found = std::find_if(controls_.begin(), controls_.end(), [name](const Control* c) {
-        return c->name() == name;
-    });
+    const auto found = std::find_if(controls_.begin(), controls_.end(),
+                                    [name](const Control* c) { return c->name() == name; });
     return found == controls_.end() ? nullptr : *found;
 }
 
 bool Screen::canPerform(EditCommand command) const {
     GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
-    const auto* const editable =
-        focus == nullptr ? nullptr : dynamic_cast<const Editable*>(controlOf(focus));
-    return editable != nullptr && editable->canPerform(command);
+    if (focus == nullptr) {
+        return false;
+    }
+    const auto* const editable = dynamic_cast<const Editable*>(controlOf(focus));
+    return editable != nullptr ? editable->canPerform(command) : canEdit(focus, command);
 }
 
 void Screen::perform(EditCommand command) {
     GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
-    auto* const editable = focus == nullptr ? nullptr : dynamic_cast<Editable*>(controlOf(focus));
+    if (focus == nullptr) {
+        return;
+    }
+    auto* const editable = dynamic_cast<Editable*>(controlOf(focus));
     if (editable != nullptr) {
         editable->perform(command);
+    } else if (canEdit(focus, command)) {
+        edit(focus, command);
     }
 }
 

@@ -2,6 +2,28 @@
 
 namespace tour {
 
+namespace {
+
+/// Chooses a procedure on the composition screen and goes on to its screen.
+void chooseProcedure(const Guide& guide, Robot& robot, const char* button, const char* screen) {
+    robot.use("Start2Window");
+    guide.click(button);
+    guide.click("Continue1");
+    robot.use(screen);
+}
+
+/// The state of the examples in which the mixture has three real volumes.
+void solveAt220Kelvin(const Guide& guide) {
+    guide.enter("dataEntryT", "220");
+    guide.enter("dataEntryP", "3");
+    guide.click("calculate");
+    guide.read("Choice0");
+    guide.read("Choice1");
+    guide.read("Choice2");
+}
+
+}  // namespace
+
 void playStart(Guide& guide) {
     guide.chapter("The title screen");
     guide.robot().use("Start1Window");
@@ -13,15 +35,13 @@ void playStart(Guide& guide) {
     guide.enter("CO2number", "0.7");
     guide.enter("CH4number", "0.3");
     guide.read("Sum");
+    guide.click("Pressures");
+    guide.takePicture("composition");
 }
 
 void playPressures(Guide& guide) {
     guide.chapter("Pressures");
-    guide.robot().use("Start2Window");
-    guide.click("Pressures");
-    guide.takePicture("composition");
-    guide.click("Continue1");
-    guide.robot().use("PressureWindow");
+    chooseProcedure(guide, guide.robot(), "Pressures", "PressureWindow");
     guide.enter("dataEntryV", "80");
     guide.read("DensityResult");
     guide.click("Celsius");
@@ -29,6 +49,54 @@ void playPressures(Guide& guide) {
     guide.click("calculate");
     guide.read("Result");
     guide.takePicture("pressures");
+}
+
+void playTemperatures(Guide& guide) {
+    guide.chapter("Temperatures");
+    chooseProcedure(guide, guide.robot(), "Temperatures", "TemperatureWindow");
+    guide.click("kgm3");
+    guide.enter("dataEntryV", "0.5");
+    guide.read("DensityResult");
+    guide.enter("dataEntryP", "25");
+    guide.click("calculate");
+    guide.read("ResultT");
+    guide.click("Celsius");
+    guide.read("ResultT");
+    guide.takePicture("temperatures");
+}
+
+void playMolarVolumes(Guide& guide) {
+    guide.chapter("Molar volumes");
+    chooseProcedure(guide, guide.robot(), "MolarVolumes", "VolumeWindow");
+    solveAt220Kelvin(guide);
+    guide.click("Choice2");
+    for (const char* const result :
+         {"slope", "Result", "DensityResult", "ResultIdeal", "ExcessVol", "ListBox1", "warning"}) {
+        guide.read(result);
+    }
+    guide.takePicture("molar-volumes");
+}
+
+void playFugacities(Guide& guide) {
+    guide.chapter("Fugacities");
+    chooseProcedure(guide, guide.robot(), "Fugacities", "FugacityWindow");
+    solveAt220Kelvin(guide);
+    guide.click("Choice2");
+    guide.read("slope");
+    guide.read("ListBox1");
+    guide.takePicture("fugacities");
+}
+
+void playActivities(Guide& guide) {
+    guide.chapter("Activities");
+    chooseProcedure(guide, guide.robot(), "Activities", "ActivityWindow");
+    solveAt220Kelvin(guide);
+    guide.click("Choice2");
+    guide.click("StandardChoice2");
+    guide.enter("dataEntryPref2", "0.1");
+    guide.click("PushButton1");
+    guide.read("ListBox1");
+    guide.takePicture("activities");
 }
 
 }  // namespace tour

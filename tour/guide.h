@@ -33,5 +33,9 @@ class Guide {
 /// The chapters, in the order in which a new user would go through the program.
 void playStart(Guide& guide);
 void playPressures(Guide& guide);
+void playTemperatures(Guide& guide);
+void playMolarVolumes(Guide& guide);
+void playFugacities(Guide& guide);
+void playActivities(Guide& guide);
 
 }  // namespace tour

@@ -22,6 +22,10 @@ void play(const std::string& folder) {
     tour::Guide guide(robot, folder);
     tour::playStart(guide);
     tour::playPressures(guide);
+    tour::playTemperatures(guide);
+    tour::playMolarVolumes(guide);
+    tour::playFugacities(guide);
+    tour::playActivities(guide);
 }
 
 }  // namespace

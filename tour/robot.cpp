@@ -1,6 +1,7 @@
 #include "tour/robot.h"
 
 #include <X11/XKBlib.h>
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
@@ -135,6 +136,9 @@ void Robot::type(std::string_view characters) {
     for (const char c : characters) {
         const auto keysym = static_cast<KeySym>(static_cast<unsigned char>(c));  // Latin-1
         const KeyCode code = XKeysymToKeycode(connection_->display, keysym);
+        if (code == 0) {
+            throw std::runtime_error("no key for character " + std::to_string(keysym));
+        }
         const bool isShifted = XkbKeycodeToKeysym(connection_->display, code, 0, 0) != keysym;
         if (isShifted) {
             pressKey(XK_Shift_L, true);
@@ -158,8 +162,9 @@ void Robot::press(std::string_view keys) {
     for (const KeySym keysym : keysyms) {
         pressKey(keysym, true);
     }
-    for (auto keysym = keysyms.rbegin(); keysym != keysyms.rend(); ++keysym) {
-        pressKey(*keysym, false);
+    std::reverse(keysyms.begin(), keysyms.end());
+    for (const KeySym keysym : keysyms) {
+        pressKey(keysym, false);
     }
     settle();
 }
@@ -171,6 +176,29 @@ void Robot::enter(std::string_view name, std::string_view characters) {
         press("Delete");
     }
     type(characters);
+}
+
+void Robot::closeWindow() {
+    Display* const display = connection_->display;
+    const Window root = DefaultRootWindow(display);
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long rest = 0;
+    unsigned char* data = nullptr;
+    XGetWindowProperty(display, root, XInternAtom(display, "_NET_ACTIVE_WINDOW", False), 0, 1,
+                       False, XA_WINDOW, &type, &format, &count, &rest, &data);
+    if (data == nullptr) {
+        throw std::runtime_error("no window manager");
+    }
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = *reinterpret_cast<const Window*>(data);
+    event.xclient.message_type = XInternAtom(display, "_NET_CLOSE_WINDOW", False);
+    event.xclient.format = 32;
+    XFree(data);
+    XSendEvent(display, root, False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    settle();
 }
 
 void Robot::settle() {

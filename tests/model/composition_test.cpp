@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -78,10 +78,8 @@ TEST(Composition, PresentComponentsAreOutOfOrderOrIncludeNegativeOnes) {
     Enter({{CH4, 0.75}, {H2, -0.25}, {CO2, 0.5}});
     ASSERT_TRUE(fluid::AcceptComposition());
     EXPECT_EQ(fluid::LastComponent, 1);
-    EXPECT_EQ(fluid::ComponentIndex[0], CO2);
-    EXPECT_EQ(fluid::ComponentIndex[1], CH4);
-    EXPECT_EQ(fluid::Fractions[0], 0.5);
-    EXPECT_EQ(fluid::Fractions[1], 0.75);
+    EXPECT_EQ(std::pair(fluid::ComponentIndex[0], fluid::Fractions[0]), std::pair(CO2, 0.5));
+    EXPECT_EQ(std::pair(fluid::ComponentIndex[1], fluid::Fractions[1]), std::pair(CH4, 0.75));
     EXPECT_EQ(fluid::Tc[1], 190.564);
     EXPECT_EQ(fluid::Tc[2], 0.0);
 }

@@ -3,12 +3,25 @@
 #include <algorithm>
 #include <memory>
 
+#include "app/start1_window.h"
 #include "app/start2_window.h"
+#include "model/fluid_model.h"
 #include "toolkit/button.h"
 #include "toolkit/clipboard.h"
 #include "toolkit/number_text.h"
 
 namespace tests {
+
+Composition fractionsOf(std::span<const double> counts) {
+    Composition fractions;
+    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+        if (counts[i] > 0.0) {
+            const double fraction = counts[i] / static_cast<double>(fluid::FractionScale);
+            fractions.emplace_back(fluid::ComponentFormulas[i], toolkit::numberText(fraction));
+        }
+    }
+    return fractions;
+}
 
 void ScreenTest::openComposition() {
     owner.open(std::make_unique<app::Start2Window>(owner));
@@ -24,11 +37,8 @@ void ScreenTest::compose(const Composition& fractions) {
 
 void ScreenTest::openProcedure(const Composition& fractions, const std::string& button,
                                const std::string& screenName) {
-    const auto open = owner.screens();
-    const bool isThere = std::any_of(open.begin(), open.end(), [](const toolkit::Screen* screen) {
-        return screen->name() == "Start2Window";
-    });
-    if (isThere) {
+    const auto open = openScreens();
+    if (std::find(open.begin(), open.end(), "Start2Window") != open.end()) {
         robot.use("Start2Window");
     } else {
         openComposition();
@@ -37,6 +47,53 @@ void ScreenTest::openProcedure(const Composition& fractions, const std::string& 
     robot.click(button);
     robot.click("Continue1");
     robot.use(screenName);
+}
+
+void ScreenTest::visitEveryScreen(const std::function<void()>& look) {
+    owner.open(std::make_unique<app::Start1Window>(owner));
+    robot.use("Start1Window");
+    look();
+    openComposition();
+    look();
+    compose({{"H2O", "1"}});
+    for (const std::string& button : procedures(true)) {
+        const std::size_t before = owner.screens().size();
+        robot.use("Start2Window");
+        robot.click(button);
+        robot.click("Continue1");
+        ASSERT_EQ(owner.screens().size(), before + 1) << button;
+        toolkit::Screen& screen = robot.use(*owner.screens().back());
+        SCOPED_TRACE(screen.name());
+        look();
+        owner.close(screen);
+    }
+}
+
+std::vector<std::string> ScreenTest::procedures(bool sensitive) const {
+    std::vector<std::string> names;
+    for (const toolkit::Control* const control : robot.screen().controls()) {
+        if (dynamic_cast<const toolkit::RadioButton*>(control) != nullptr &&
+            control->isSensitive() == sensitive) {
+            names.push_back(control->name());
+        }
+    }
+    return names;
+}
+
+std::vector<std::string> ScreenTest::openScreens() const {
+    std::vector<std::string> names;
+    for (const toolkit::Screen* const screen : owner.screens()) {
+        names.push_back(screen->name());
+    }
+    return names;
+}
+
+std::string ScreenTest::texts(const std::vector<std::string>& controls) const {
+    std::string joined;
+    for (const std::string& control : controls) {
+        joined += text(control) + "|";
+    }
+    return joined;
 }
 
 double ScreenTest::number(const std::string& control) const {

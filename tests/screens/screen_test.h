@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +16,9 @@ namespace tests {
 /// Fractions by the formulas of the composition screen.
 using Composition = std::vector<std::pair<std::string, std::string>>;
 
+/// The fractions of eleven counts of 10^-12, as a row of a table of cases begins with them.
+Composition fractionsOf(std::span<const double> counts);
+
 /// A test in real windows: an owner of them, and a robot that uses them.
 class ScreenTest : public testing::Test {
   protected:
@@ -25,7 +30,17 @@ class ScreenTest : public testing::Test {
     /// in use afterwards.
     void openProcedure(const Composition& fractions, const std::string& button,
                        const std::string& screenName);
+    /// Opens the title, the composition and each procedure that can be chosen, and runs `look`
+    /// with each in use.
+    void visitEveryScreen(const std::function<void()>& look);
+    /// The procedure buttons of the composition screen, which has to be in use.
+    std::vector<std::string> procedures(bool sensitive) const;
+    /// The names of the open screens, in the order in which they were opened.
+    std::vector<std::string> openScreens() const;
+
     std::string text(const std::string& control) const { return robot.text(control); }
+    /// The texts of these controls, each with a "|" behind it.
+    std::string texts(const std::vector<std::string>& controls) const;
     /// The number that the control shows; fails the test where it shows none.
     double number(const std::string& control) const;
     bool isOn(const std::string& radioButton) const;

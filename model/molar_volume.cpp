@@ -1,0 +1,76 @@
+#include "model/molar_volume.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <limits>
+
+#include "model/cubic.h"
+#include "model/fugacity.h"
+#include "model/van_der_waals.h"
+
+namespace fluid {
+
+double IsothermSlope(double aMix, double bMix, double T, double V, double h) {
+    const double free = V - bMix;
+    const double spread = (V - h) * (V + h);
+    const double quotient = 2.0 * aMix / spread * (V / spread) - R * T / (free - h) / (free + h);
+    if (!(V > 0.0)) return quotient;
+    // dP/dV = [2a·((V - b)/V)² - R·T·V]/(V·(V - b)²)
+    const double share = free / V;
+    const double rise = 2.0 * aMix * share * share - R * T * V;
+    if (rise == 0.0) return 0.0;
+    for (const double slope : {quotient, rise / V / free / free}) {
+        if (std::isfinite(slope) && slope * std::copysign(1.0, rise) > 0.0) return slope;
+    }
+    return std::copysign(std::numeric_limits<double>::denorm_min(), rise);
+}
+
+std::optional<ComponentValues> PartialMolarVolumes(std::int32_t lastComponent,
+                                                   std::span<const double> fractions, double T,
+                                                   double V) {
+    if (!(V > 0.0 && T > 0.0)) return {};
+    const auto count = static_cast<std::size_t>(lastComponent) + 1;
+    const double aMix = MixtureA(lastComponent, fractions);
+    const double bMix = MixtureB(lastComponent, fractions);
+    const ComponentValues attraction = ComponentAttraction(lastComponent, fractions);
+    const double share = (V - bMix) / V;
+    const double k = share * share / (R * T);
+    const double divisor = 1.0 - 2.0 * aMix * k / V;
+    if (divisor == 0.0) return {};
+    ComponentValues volumes{};
+    for (std::size_t i = 0; i < count; ++i) {
+        const double excess = (b[i] - bMix) - (attraction[i] - 2.0 * aMix) * k;
+        volumes[i] = V + excess / divisor;
+        if (!std::isfinite(volumes[i])) return {};
+    }
+    return volumes;
+}
+
+double PureGasRoot(double r0, double r1, double r2) {
+    double root = 0.0;
+    if (r0 <= 0.0 && r1 <= 0.0) root = r2;
+    if (r0 <= 0.0 && r2 <= 0.0) root = r1;
+    if (r1 <= 0.0 && r2 <= 0.0) root = r0;
+    return root == 0.0 ? std::max({r0, r1, r2}) : root;
+}
+
+PureGas PureGasVolume(std::size_t k, double T, double P) {
+    const CubicRoots roots = VolumeCubicSolver(a[k][k], b[k], T, P);
+    const auto realPart = [](const CubicRoot& root) { return root.isReal() ? root.real : 0.0; };
+    const double r0 = realPart(roots[0]);
+    const double r1 = realPart(roots[1]);
+    const double r2 = realPart(roots[2]);
+    return {PureGasRoot(r0, r1, r2), r0 > 0.0 && r1 > 0.0 && r2 > 0.0};
+}
+
+double IdealMixtureVolume(std::int32_t lastComponent, std::span<const double> fractions,
+                          std::span<const double> pureVolumes) {
+    const auto count = static_cast<std::size_t>(lastComponent) + 1;
+    assert(count <= fractions.size() && count <= pureVolumes.size());
+    double volume = 0.0;
+    for (std::size_t k = 0; k < count; ++k) volume += fractions[k] * pureVolumes[k];
+    return volume;
+}
+
+}  // namespace fluid

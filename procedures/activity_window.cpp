@@ -1,0 +1,188 @@
+#include "procedures/activity_window.h"
+
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "procedures/units.h"
+#include "toolkit/layout.h"
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+namespace {
+
+constexpr int visibleRows = 8;
+constexpr int warningWidth = 48;  // characters of the longest sentence
+const std::string notUsed = "---";
+
+const toolkit::List::Row heads = {"gas", "Vm (pure gas)", "activity", "coefficient"};
+
+std::string valueText(double value) {
+    return std::isfinite(value) ? toolkit::numberText(value) : "---";
+}
+
+/// Makes an entry ready for a number, or shows that none is wanted.
+void setUse(toolkit::Entry& entry, bool isUsed) {
+    if (!isUsed) {
+        entry.setText(notUsed);
+    } else if (entry.text() == notUsed) {
+        entry.setText("");
+    }
+}
+
+}  // namespace
+
+ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
+    : FugacityScreen(host,
+                     {"ActivityWindow", "Activities - Drovan W", "Label1", "warning1", heads}) {
+    StandardChoice0.onChoose(this, &ActivityWindow::StandardChoice0_Action);
+    StandardChoice1.onChoose(this, &ActivityWindow::StandardChoice1_Action);
+    StandardChoice2.onChoose(this, &ActivityWindow::StandardChoice2_Action);
+    dataEntryPref1.onTextChange(this, &ActivityWindow::dataEntryPref1_TextChange);
+    dataEntryPref2.onTextChange(this, &ActivityWindow::dataEntryPref2_TextChange);
+    PushButton1.onClick(this, &ActivityWindow::PushButton1_Action);
+    dataEntryPref1.setLabelledBy(StandardChoice1);
+    dataEntryPref2.setLabelledBy(StandardChoice2);
+    warning.reserve(warningWidth);
+    layOut();
+    setDefault(calculate);
+    setFocus(dataEntryT);
+}
+
+void ActivityWindow::layOut() {
+    using toolkit::Block;
+    const Block standard =
+        standardBox.around(toolkit::grid({{StandardChoice0},
+                                          {StandardChoice1, dataEntryPref1, unitPref1},
+                                          {StandardChoice2, dataEntryPref2, unitPref2}},
+                                         toolkit::Spacing::none));
+    setContent(toolkit::column(
+        {inputBlock(), choice.block(), slope, Block(toolkit::grid(volumeRows())).atStart(),
+         standard, toolkit::row({Block(warning).expanding(), toolkit::buttonRow({PushButton1})}),
+         ListBox1.scrolling(visibleRows).expanding(), volumeNote},
+        toolkit::Spacing::group));
+}
+
+void ActivityWindow::Event_Activate() {
+    ListBox1.setHeads(heads);
+    volumeNote.setText(std::string("Vm (pure gas) in ") + volumeUnit);
+    FugacityScreen::Event_Activate();
+}
+
+void ActivityWindow::emptyResults() {
+    FugacityScreen::emptyResults();
+    warning.setText("");
+    fugacities_ = {};
+    pureVolumes_ = {};
+}
+
+void ActivityWindow::emptyAll() {
+    FugacityScreen::emptyAll();
+    clearStandardState();
+}
+
+void ActivityWindow::clearStandardState() {
+    standardStates.clear();
+    dataEntryPref1.setText("");
+    dataEntryPref2.setText("");
+}
+
+void ActivityWindow::emptyActivities() {
+    ListBox1.clear();
+    warning.setText("");
+}
+
+void ActivityWindow::showComplexRoot() {
+    FugacityScreen::showComplexRoot();
+    clearStandardState();
+}
+
+void ActivityWindow::showRoot(const StatePoint& state, double V) {
+    fugacities_ = showState(state, V).values;
+    for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
+        pureVolumes_[k] = fluid::PureGasVolume(k, state.T, state.P).volume;
+    }
+}
+
+void ActivityWindow::StandardChoice0_Action() {
+    setUse(dataEntryPref1, false);
+    setUse(dataEntryPref2, false);
+    emptyActivities();
+}
+
+void ActivityWindow::StandardChoice1_Action() {
+    setUse(dataEntryPref1, true);
+    setUse(dataEntryPref2, false);
+    emptyActivities();
+}
+
+void ActivityWindow::StandardChoice2_Action() {
+    setUse(dataEntryPref1, false);
+    setUse(dataEntryPref2, true);
+    emptyActivities();
+}
+
+void ActivityWindow::dataEntryPref1_TextChange() {
+    emptyActivities();
+}
+
+void ActivityWindow::dataEntryPref2_TextChange() {
+    emptyActivities();
+}
+
+double ActivityWindow::referencePressure() const {
+    if (StandardChoice0.isOn()) {
+        return dataEntryP.number();
+    }
+    return StandardChoice1.isOn() ? dataEntryPref1.number() : dataEntryPref2.number();
+}
+
+std::string ActivityWindow::missingInput() const {
+    if (!StandardChoice0.isOn() && !StandardChoice1.isOn() && !StandardChoice2.isOn()) {
+        return "warning: select standard state conditions";
+    }
+    if (!choice.isChosen()) {
+        return "warning: calculate and select molar volume";
+    }
+    if (!(toolkit::numberOrZero(Result.text()) > 0.0)) {
+        return "warning: choose a real solution";
+    }
+    if (referencePressure() == 0.0) {
+        return "warning: reference pressure is not defined";
+    }
+    return "";
+}
+
+ActivityWindow::StandardStates ActivityWindow::standardState(double T, double Pref) const {
+    StandardStates states;
+    if (StandardChoice2.isOn()) {
+        states.volumes.fill(fluid::R * T / Pref);
+        states.fugacities.fill(Pref);
+    } else {
+        // The volumes are those at the pressure of the mixture, also where Pref is another.
+        states.volumes = pureVolumes_;
+        states.fugacities = fluid::PureFugacities(fluid::LastComponent, T, Pref, pureVolumes_);
+    }
+    return states;
+}
+
+void ActivityWindow::PushButton1_Action() {
+    emptyActivities();
+    const std::string missing = missingInput();
+    if (!missing.empty()) {
+        warning.setText(missing);
+        return;
+    }
+    const StandardStates standard = standardState(readState().T, referencePressure());
+    std::vector<toolkit::List::Row> rows;
+    for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
+        const double activity = fugacities_[k] / standard.fugacities[k];
+        rows.push_back({std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]),
+                        valueText(standard.volumes[k]), valueText(activity),
+                        valueText(activity / fluid::Fractions[k])});
+    }
+    ListBox1.setRows(rows);
+}
+
+}  // namespace procedures

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "model/fluid_model.h"
+#include "procedures/root_screen.h"
+
+namespace procedures {
+
+/// What the fugacity and the activity screen have in common: the sentence for a complex root, and
+/// the fugacities that belong to a real one.
+class FugacityScreen : public RootScreen {
+  protected:
+    /// Per present component: the fugacity coefficient, and the fugacity in MPa.
+    struct Fugacities {
+        fluid::ComponentValues coefficients{};
+        fluid::ComponentValues values{};
+    };
+
+    using RootScreen::RootScreen;
+
+    void showComplexRoot() override;
+    /// Shows the stability, the volume and the density, and returns the fugacities.
+    Fugacities showState(const StatePoint& state, double V);
+};
+
+}  // namespace procedures

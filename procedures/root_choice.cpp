@@ -1,0 +1,53 @@
+#include "procedures/root_choice.h"
+
+#include <string>
+
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+namespace {
+
+std::string captionOf(const fluid::CubicRoot& root) {
+    std::string caption = " " + toolkit::numberText(root.real);
+    if (!root.isReal()) {
+        caption += " and " + toolkit::numberText(root.imaginary) + "·i";
+    }
+    return caption;
+}
+
+}  // namespace
+
+RootChoice::RootChoice() {
+    clear();
+}
+
+toolkit::Block RootChoice::block() {
+    return box.around(toolkit::column({Choice0, Choice1, Choice2}, toolkit::Spacing::none));
+}
+
+void RootChoice::show(const fluid::CubicRoots& roots) {
+    roots_ = roots;
+    group_.clear();
+    std::size_t index = 0;
+    for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
+        button->setCaption(captionOf(roots[index]));
+        button->setSensitive(true);
+        ++index;
+    }
+}
+
+void RootChoice::clear() {
+    roots_ = {};
+    group_.clear();
+    for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
+        button->setCaption("");
+        button->setSensitive(false);
+    }
+}
+
+bool RootChoice::isChosen() const {
+    return Choice0.isOn() || Choice1.isOn() || Choice2.isOn();
+}
+
+}  // namespace procedures

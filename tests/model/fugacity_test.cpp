@@ -1,0 +1,157 @@
+#include "model/fugacity.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "model/composition.h"
+#include "model/cubic.h"
+#include "model/molar_volume.h"
+#include "model/van_der_waals.h"
+#include "tests/model/golden.h"
+
+namespace {
+
+using fluid::ComponentValues;
+
+// Everything a procedure does for one root, from the composition x on.
+struct Phase {
+    double a;
+    double b;
+    double V;
+    ComponentValues phi;
+
+    Phase(const ComponentValues& x, double T, double P, std::size_t root)
+        : a(fluid::MixtureA(fluid::LastComponent, x)),
+          b(fluid::MixtureB(fluid::LastComponent, x)),
+          V(fluid::VolumeCubicSolver(a, b, T, P)[root].real),
+          phi(fluid::FugacityCoefficients(
+              fluid::LastComponent, b, fluid::ComponentAttraction(fluid::LastComponent, x),
+              fluid::ComponentCovolumes(fluid::LastComponent), T, P, V)) {}
+};
+
+TEST(Phases, GoldenValueIsMissed) {
+    constexpr std::size_t Columns = 38;
+    constexpr double LogLimit = 227.0;
+    double worstVolume = 0.0;
+    double worstSlope = 0.0;
+    double worstPhi = 0.0;
+    double worstPartial = 0.0;
+    int beyondLimit = 0;
+    for (const auto& row : ReadGolden("phases.csv", Columns)) {
+        Accept(std::span(row).first(fluid::ComponentCount));
+        const double T = row[11];
+        const Phase phase(fluid::Fractions, T, row[12], static_cast<std::size_t>(row[13]));
+        const double slope = fluid::IsothermSlope(phase.a, phase.b, T, phase.V, 1e-4);
+        worstVolume = std::max(worstVolume, RelativeError(phase.V, row[14]));
+        worstSlope = std::max(worstSlope, RelativeError(slope, row[15]));
+        const auto partial =
+            fluid::PartialMolarVolumes(fluid::LastComponent, fluid::Fractions, T, phase.V);
+        ASSERT_TRUE(partial);
+        for (std::size_t k = 0; k < static_cast<std::size_t>(fluid::LastComponent) + 1; ++k) {
+            const double logPhi = row[16 + fluid::ComponentIndex[k]];
+            const double volume = row[27 + fluid::ComponentIndex[k]];
+            worstPartial = std::max(worstPartial, Error((*partial)[k], volume, phase.V));
+            if (std::abs(logPhi) >= LogLimit) {
+                ++beyondLimit;
+                ASSERT_EQ(phase.phi[k], 1.0);
+                continue;
+            }
+            // The larger terms of ln phi set its rounding.
+            const double scale = std::max(1.0, std::abs(logPhi) + phase.b / (phase.V - phase.b));
+            worstPhi = std::max(worstPhi, Error(std::log(phase.phi[k]), logPhi, scale));
+        }
+    }
+    std::printf("worst error of V %.2g, dP/dV %.2g, ln phi %.2g, partial volumes %.2g\n",
+                worstVolume, worstSlope, worstPhi, worstPartial);
+    EXPECT_LE(worstVolume, 1e-14);
+    EXPECT_LE(worstSlope, 1e-12);
+    EXPECT_LE(worstPhi, 1e-14);
+    EXPECT_LE(worstPartial, 1e-13);
+    EXPECT_GT(beyondLimit, 0);
+}
+
+TEST(Fugacity, SaturatedPhasesOfPureFluidDiffer) {
+    double worst = 0.0;
+    for (const auto& row : ReadGolden("saturation.csv", 5)) {
+        AcceptPure(static_cast<std::size_t>(row[0]));
+        const Phase liquid(fluid::Fractions, row[1], row[2], 1);
+        const Phase vapour(fluid::Fractions, row[1], row[2], 2);
+        EXPECT_LE(RelativeError(liquid.V, row[3]), 1e-12);
+        EXPECT_LE(RelativeError(vapour.V, row[4]), 1e-12);
+        worst = std::max(worst, RelativeError(liquid.phi[0], vapour.phi[0]));
+        EXPECT_EQ(fluid::PureFugacityCoefficient(0, row[1], row[2], liquid.V), liquid.phi[0]);
+    }
+    std::printf("worst difference of fugacities at saturation %.2g\n", worst);
+    EXPECT_LE(worst, 1e-13);
+}
+
+// Sum of x_i·d ln phi_i vanishes at constant T and P; differences of the fourth order.
+TEST(Fugacity, GibbsDuhemIsBroken) {
+    Accept(ReadGolden("van_der_waals.csv", 20).back());
+    const ComponentValues& x = fluid::Fractions;
+    for (const auto& [T, P, root] :
+         {std::tuple{300.0, 0.1, 0}, {300.0, 400.0, 0}, {150.0, 1.0, 1}}) {
+        for (std::size_t rising = 0; rising < fluid::ComponentCount; ++rising) {
+            constexpr double Step = 1e-3;
+            double sum = 0.0;
+            for (const auto& [shift, weight] :
+                 {std::pair{-2.0, 1.0}, {-1.0, -8.0}, {1.0, 8.0}, {2.0, -1.0}}) {
+                ComponentValues moved = x;
+                for (double& fraction : moved) fraction *= 1.0 - shift * Step;
+                moved[rising] += shift * Step;
+                const Phase phase(moved, T, P, static_cast<std::size_t>(root));
+                for (std::size_t k = 0; k < fluid::ComponentCount; ++k) {
+                    sum += weight * x[k] * std::log(phase.phi[k]);
+                }
+            }
+            EXPECT_NEAR(sum / (12.0 * Step), 0.0, 1e-10) << T << ' ' << P << ' ' << rising;
+        }
+    }
+}
+
+TEST(Fugacity, GuardIsMissing) {
+    AcceptPure(0);
+    const double b = fluid::b[0];
+    const std::vector<std::array<double, 3>> unusable = {
+        {300.0, 0.0, 2500.0},          {0.0, 1.0, 2500.0},
+        {-1.0, 1.0, 2500.0},           {300.0, 1.0, b},
+        {300.0, 1.0, 0.5 * b},         {300.0, -1.0, 2500.0},
+        {300.0, 1.0, b * (1.0 + 1e-6)}};
+    for (const auto& [T, P, V] : unusable) {
+        EXPECT_EQ(fluid::PureFugacityCoefficient(0, T, P, V), 1.0) << T << ' ' << P << ' ' << V;
+    }
+    // Either side of the limit: ln phi is near b/(V - b).
+    EXPECT_GT(fluid::PureFugacityCoefficient(0, 3000.0, 1e5, b * (1.0 + 1.0 / 226.0)), 1e90);
+    EXPECT_EQ(fluid::PureFugacityCoefficient(0, 3000.0, 1e5, b * (1.0 + 1.0 / 260.0)), 1.0);
+}
+
+TEST(Activity, GoldenValueIsMissed) {
+    double worst = 0.0;
+    for (const auto& row : ReadGolden("activities.csv", 37)) {
+        Accept(std::span(row).first(fluid::ComponentCount));
+        const double T = row[11];
+        const double P = row[12];
+        const Phase phase(fluid::Fractions, T, P, static_cast<std::size_t>(row[13]));
+        ComponentValues volumes{};
+        const auto count = static_cast<std::size_t>(fluid::LastComponent) + 1;
+        for (std::size_t k = 0; k < count; ++k) volumes[k] = fluid::PureGasVolume(k, T, P).volume;
+        const auto standard = fluid::PureFugacities(fluid::LastComponent, T, row[14], volumes);
+        for (std::size_t k = 0; k < count; ++k) {
+            const std::size_t i = fluid::ComponentIndex[k];
+            const double activity = fluid::Fractions[k] * phase.phi[k] * P / standard[k];
+            worst = std::max({worst, RelativeError(volumes[k], row[15 + i]),
+                              RelativeError(activity, row[26 + i])});
+        }
+    }
+    std::printf("worst error of pure-gas volumes and activities %.2g\n", worst);
+    EXPECT_LE(worst, 1e-13);
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+#include "toolkit/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <clocale>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+class NumberTextTest : public testing::Test {
+  protected:
+    // The locale of the environment: where it could be made, one with a decimal comma.
+    NumberTextTest() { std::setlocale(LC_ALL, ""); }
+    ~NumberTextTest() override { std::setlocale(LC_ALL, "C"); }
+};
+
+TEST_F(NumberTextTest, WholeTextsAreNumbersOrNothing) {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    struct Case {
+        std::string_view text;
+        double value;
+    };
+    const std::vector<Case> cases = {
+        {"0.5", 0.5},       {"+0.5", 0.5},     {"-0.5", -0.5},    {".5", 0.5},     {"5.", 5.0},
+        {" \t12\r\n", 12},  {"1e3", 1000},     {"1E-3", 0.001},   {"00.10", 0.1},  {"-0", -0.0},
+        {"5e-324", 5e-324}, {"", none},        {" ", none},       {"+", none},     {"-", none},
+        {"0,5", none},      {"1.234,5", none}, {"1 000", none},   {"+-1", none},   {"++1", none},
+        {"- 1", none},      {"1e", none},      {"e5", none},      {".", none},     {"0x10", none},
+        {"inf", none},      {"-inf", none},    {"nan", none},     {"+nan", none},  {"1e999", none},
+        {"1e-999", none},   {"1.0f", none},    {"1\u00A0", none}, {"١", none},     {"1-", none},
+        {"infinity", none}, {"nan(1)", none},  {"1.2.3", none},   {"1e5.5", none}, {"1e+3", 1000}};
+    for (const auto& [text, value] : cases) {
+        const auto parsed = toolkit::parseNumber(text);
+        ASSERT_EQ(parsed.has_value(), !std::isnan(value)) << '"' << text << '"';
+        EXPECT_EQ(parsed.value_or(0.0), parsed ? value : 0.0) << '"' << text << '"';
+        EXPECT_EQ(toolkit::numberOrZero(text), parsed ? value : 0.0) << '"' << text << '"';
+    }
+    EXPECT_FALSE(toolkit::parseNumber(std::string_view("1\0", 2)));
+}
+
+TEST_F(NumberTextTest, TextsAreTheShortestThatReadBackAsTheSameDouble) {
+    EXPECT_EQ(toolkit::numberText(0.1 + 0.2), "0.30000000000000004");
+    EXPECT_EQ(toolkit::numberText(1234567.5), "1234567.5");
+    EXPECT_EQ(toolkit::numberText(0.0), "0");
+    std::mt19937_64 random(1873);
+    for (int i = 0; i < 100'000; ++i) {
+        const auto value = std::bit_cast<double>(random());
+        if (std::isfinite(value)) {
+            const std::string text = toolkit::numberText(value);
+            ASSERT_EQ(toolkit::parseNumber(text), value) << text;
+            ASSERT_EQ(text.find(','), std::string::npos);
+        }
+    }
+    const std::vector<double> ends = {std::numeric_limits<double>::max(), -2.2250738585072014e-308,
+                                      std::numeric_limits<double>::denorm_min()};
+    for (const double end : ends) {
+        EXPECT_EQ(toolkit::parseNumber(toolkit::numberText(end)), end);
+    }
+}
+
+TEST_F(NumberTextTest, FixedDecimalsAreKeptWhateverTheSize) {
+    EXPECT_EQ(toolkit::fixedText(2.0 / 3.0, 4), "0.6667");
+    EXPECT_EQ(toolkit::fixedText(1234.5, 0), "1234");
+    EXPECT_EQ(toolkit::fixedText(-1e-9, 3), "-0.000");
+    const std::string longest = toolkit::fixedText(-std::numeric_limits<double>::max(), 9);
+    EXPECT_EQ(longest.size(), 1U + 309U + 1U + 9U);
+}
+
+}  // namespace

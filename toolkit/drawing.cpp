@@ -1,0 +1,113 @@
+#include "toolkit/drawing.h"
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <numbers>
+#include <utility>
+
+namespace toolkit {
+
+namespace {
+
+void setSource(cairo_t* cairo, const Colour& colour) {
+    cairo_set_source_rgb(cairo, colour.red, colour.green, colour.blue);
+}
+
+void ellipsePath(cairo_t* cairo, double x, double y, double radiusX, double radiusY) {
+    cairo_save(cairo);
+    cairo_translate(cairo, x, y);
+    cairo_scale(cairo, radiusX, radiusY);
+    cairo_new_sub_path(cairo);
+    cairo_arc(cairo, 0.0, 0.0, 1.0, 0.0, 2.0 * std::numbers::pi);
+    cairo_restore(cairo);
+}
+
+}  // namespace
+
+void Painter::fillEllipse(double x, double y, double radiusX, double radiusY,
+                          const Colour& colour) const {
+    setSource(cairo_, colour);
+    ellipsePath(cairo_, x, y, radiusX, radiusY);
+    cairo_fill(cairo_);
+}
+
+void Painter::strokeEllipse(double x, double y, double radiusX, double radiusY, double lineWidth,
+                            const Colour& colour) const {
+    setSource(cairo_, colour);
+    cairo_set_line_width(cairo_, lineWidth);
+    ellipsePath(cairo_, x, y, radiusX, radiusY);
+    cairo_stroke(cairo_);
+}
+
+void Painter::arrow(double fromX, double fromY, double toX, double toY, double lineWidth,
+                    const Colour& colour) const {
+    const double length = std::hypot(toX - fromX, toY - fromY);
+    if (!(length > 0.0)) {
+        return;
+    }
+    const double headLength = 4.0 * lineWidth;
+    const double headWidth = 2.0 * lineWidth;
+    cairo_save(cairo_);
+    setSource(cairo_, colour);
+    cairo_set_line_width(cairo_, lineWidth);
+    cairo_translate(cairo_, fromX, fromY);
+    cairo_rotate(cairo_, std::atan2(toY - fromY, toX - fromX));
+    cairo_move_to(cairo_, 0.0, 0.0);
+    cairo_line_to(cairo_, length - headLength, 0.0);
+    cairo_stroke(cairo_);
+    cairo_move_to(cairo_, length, 0.0);
+    cairo_line_to(cairo_, length - headLength, headWidth);
+    cairo_line_to(cairo_, length - headLength, -headWidth);
+    cairo_close_path(cairo_);
+    cairo_fill(cairo_);
+    cairo_restore(cairo_);
+}
+
+struct Drawing::Callbacks {
+    static void onStyleSet(GtkWidget* widget, GtkStyle* /*previous*/, gpointer data) {
+        const auto* const self = static_cast<const Drawing*>(data);
+        PangoLayout* const line = gtk_widget_create_pango_layout(widget, "H");
+        int height = 0;
+        pango_layout_get_pixel_size(line, nullptr, &height);
+        g_object_unref(line);
+        gtk_widget_set_size_request(widget,
+                                    static_cast<gint>(std::lround(height * self->widthInLines_)),
+                                    static_cast<gint>(std::lround(height * self->heightInLines_)));
+    }
+
+    static gboolean onExpose(GtkWidget* widget, GdkEventExpose* event, gpointer data) {
+        const auto* const self = static_cast<const Drawing*>(data);
+        GtkAllocation place;
+        gtk_widget_get_allocation(widget, &place);
+        const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(
+            gdk_cairo_create(gtk_widget_get_window(widget)), &cairo_destroy);
+        gdk_cairo_region(cairo.get(), event->region);
+        cairo_clip(cairo.get());
+        const double shape = self->widthInLines_ / self->heightInLines_;
+        const double height = std::min<double>(place.height, place.width / shape);
+        const double unit = std::min(height, height * shape);
+        cairo_translate(cairo.get(), place.x + (place.width - height * shape) / 2.0,
+                        place.y + (place.height - height) / 2.0);
+        cairo_scale(cairo.get(), unit, unit);
+        self->paint_(Painter(cairo.get()));
+        return FALSE;
+    }
+};
+
+Drawing::Drawing(std::string name, double widthInLines, double heightInLines,
+                 const std::string& description, Paint paint)
+    : Control(std::move(name), gtk_drawing_area_new()),
+      widthInLines_(widthInLines),
+      heightInLines_(heightInLines),
+      paint_(std::move(paint)) {
+    gtk_widget_set_has_window(widget(), FALSE);
+    atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_IMAGE);
+    setAccessibleName(description);
+    g_signal_connect(widget(), "style-set", G_CALLBACK(&Callbacks::onStyleSet), this);
+    g_signal_connect(widget(), "expose-event", G_CALLBACK(&Callbacks::onExpose), this);
+}
+
+}  // namespace toolkit
