@@ -3,7 +3,9 @@
 #include "app/formulas.h"
 #include "model/fluid_model.h"
 #include "procedures/activity_window.h"
+#include "procedures/bubble_dew_point.h"
 #include "procedures/fugacity_window.h"
+#include "procedures/liquid_vapour_eq.h"
 #include "procedures/pressure_window.h"
 #include "procedures/temperature_window.h"
 #include "procedures/volume_window.h"
@@ -81,8 +83,8 @@ void Start2Window::connectProcedures() {
                    {&Isotherms, nullptr},
                    {&Fugacities, newScreenOf<procedures::FugacityWindow>},
                    {&Activities, newScreenOf<procedures::ActivityWindow>},
-                   {&Homogenisation, nullptr},
-                   {&LiquidVapour, nullptr},
+                   {&Homogenisation, newScreenOf<procedures::BubbleDewPoint>},
+                   {&LiquidVapour, newScreenOf<procedures::LiquidVapourEq>},
                    {&Spinodal, nullptr},
                    {&CriticalPoint, nullptr},
                    {&Thermodynamics, nullptr},

@@ -2,9 +2,10 @@
 // "screens" it goes on to open every procedure screen, and prints how long each took until painted.
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -30,14 +31,27 @@ void runUntilPainted(const toolkit::Screen& screen) {
     }
 }
 
+/// The time that the processor has worked for this process, in ms.
+double workedTime() {
+    return 1e3 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
 template <class ProcedureWindow>
 void timeScreen(app::WindowOwner& owner) {
-    constexpr std::size_t repetitions = 21;
+    constexpr int repetitions = 21;
     using Clock = std::chrono::steady_clock;
     std::vector<double> opened;   // ms until the handler that opens the screen returns
     std::vector<double> painted;  // ms until it is painted: the window manager has its part in it
+    std::vector<double> worked;   // ms of our own work in that
     std::string name;
-    for (std::size_t i = 0; i < repetitions; ++i) {
+    for (int i = 0; i < repetitions; ++i) {
+        const double workedBefore = workedTime();
         const auto start = Clock::now();
         const auto elapsed = [start] {
             return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
@@ -48,20 +62,19 @@ void timeScreen(app::WindowOwner& owner) {
         opened.push_back(elapsed());
         runUntilPainted(screen);
         painted.push_back(elapsed());
+        worked.push_back(workedTime() - workedBefore);
         name = screen.name();
         owner.close(screen);
         toolkit::handlePendingEvents();
     }
-    std::sort(opened.begin(), opened.end());
-    std::sort(painted.begin(), painted.end());
-    std::printf("%-18s opened in %.1f ms (at most %.1f), painted after %.1f ms (at most %.1f)\n",
-                name.c_str(), opened[repetitions / 2], opened.back(), painted[repetitions / 2],
-                painted.back());
+    std::printf("%-20s %10.1f %10.1f %10.1f\n", name.c_str(), median(opened), median(worked),
+                median(painted));
 }
 
 void timeScreens(app::WindowOwner& owner) {
     fluid::SetFractionCount(1, 1.0);
     fluid::AcceptComposition();
+    std::puts("medians in ms            opened   own work    painted");
     timeScreen<procedures::PressureWindow>(owner);
     timeScreen<procedures::TemperatureWindow>(owner);
     timeScreen<procedures::VolumeWindow>(owner);

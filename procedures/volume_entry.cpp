@@ -14,8 +14,10 @@ constexpr int echoWidth = 48;  // characters of a usual echo
 
 }  // namespace
 
-VolumeEntry::VolumeEntry(const std::string& boxName, const std::string& unitName)
-    : unit(unitName, "cm3/mol"),
+VolumeEntry::VolumeEntry(const std::string& boxName, const std::string& unitName,
+                         const std::string& captionName)
+    : MolarVolume(captionName, "Molar Volume"),
+      unit(unitName, "cm3/mol"),
       box(boxName, "Vol. Unit"),
       kgm3(group_, "kgm3", " g/cm3"),
       cm3mol(group_, "cm3mol", " cm3/mol") {

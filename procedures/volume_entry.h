@@ -14,8 +14,10 @@ namespace procedures {
 /// names `dataEntryV`, `MolarVolume`, `kgm3`, `cm3mol` and `DensityResult`.
 class VolumeEntry {
   public:
-    /// `boxName` and `unitName`: the control names of the group box and of the unit label.
-    VolumeEntry(const std::string& boxName, const std::string& unitName);
+    /// `boxName`, `unitName` and `captionName`: the control names of the group box, of the unit
+    /// label and of the caption.
+    VolumeEntry(const std::string& boxName, const std::string& unitName,
+                const std::string& captionName = "MolarVolume");
 
     /// The group box with its two buttons.
     toolkit::Block unitBlock();
@@ -32,7 +34,7 @@ class VolumeEntry {
     std::string unitText() const;
 
   public:
-    toolkit::Caption MolarVolume{"MolarVolume", "Molar Volume"};
+    toolkit::Caption MolarVolume;
     toolkit::Entry dataEntryV{"dataEntryV"};
     toolkit::Label unit;
     toolkit::ResultLabel DensityResult{"DensityResult", "corresponding density"};

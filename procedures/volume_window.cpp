@@ -55,7 +55,10 @@ void VolumeWindow::Event_Activate() {
 }
 
 std::string VolumeWindow::temperatureToShow() const {
-    return toolkit::fixedText(dataEntryT.number(), temperatureDecimals);
+    const std::string shown = toolkit::fixedText(dataEntryT.number(), temperatureDecimals);
+    // Without the sign of a zero.
+    return toolkit::numberOrZero(shown) == 0.0 ? toolkit::fixedText(0.0, temperatureDecimals)
+                                               : shown;
 }
 
 std::string VolumeWindow::inputSentence() const {

@@ -8,6 +8,27 @@
 
 namespace toolkit {
 
+namespace {
+
+/// GTK+ leads Tab to the button of a group that is on, and so past a group in which none is on:
+/// there Tab goes to the first button that it comes by.
+gboolean onTabFocus(GtkWidget* button, GtkDirectionType direction, gpointer none) {
+    const bool isTab = direction == GTK_DIR_TAB_FORWARD || direction == GTK_DIR_TAB_BACKWARD;
+    if (!isTab || gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(none)) == FALSE) {
+        return FALSE;
+    }
+    for (const GSList* other = gtk_radio_button_get_group(GTK_RADIO_BUTTON(button));
+         other != nullptr; other = other->next) {
+        if (gtk_widget_is_focus(GTK_WIDGET(other->data)) != FALSE) {
+            return FALSE;  // Tab is leaving the group
+        }
+    }
+    gtk_widget_grab_focus(button);
+    return TRUE;
+}
+
+}  // namespace
+
 Button::Button(std::string name, std::string caption)
     : Control(std::move(name), gtk_button_new_with_label(caption.c_str())),
       caption_(std::move(caption)) {
@@ -47,6 +68,8 @@ RadioButton::RadioButton(RadioGroup& group, std::string name, std::string captio
         }
     };
     g_signal_connect(widget(), "toggled", G_CALLBACK(onToggled), this);
+    g_signal_connect_object(widget(), "focus", G_CALLBACK(onTabFocus), group.none_,
+                            static_cast<GConnectFlags>(0));
 }
 
 bool RadioButton::isOn() const {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 using cairo_t = struct _cairo;
@@ -36,22 +38,20 @@ class Formula {
     std::shared_ptr<const Node> node_;
 };
 
-/// A formula set in a style: its pieces with their places. Sharp at any scale of the drawing.
+/// A formula set in a style: its pieces with their places. Sharp at any scale of the drawing; bars
+/// and square brackets stand on whole pixels.
 class TypesetFormula {
   public:
     struct Box;
     TypesetFormula(const Formula& formula, const FormulaStyle& style);
-    TypesetFormula(TypesetFormula&& other) noexcept;
-    TypesetFormula& operator=(TypesetFormula&& other) noexcept;
-    ~TypesetFormula();
 
     const FormulaSize& size() const { return size_; }
-    /// Draws in the source colour of `cairo`; `x` is the left end, `baseline` the height of the
-    /// baseline, in pixels.
+    /// Draws in the source colour of `cairo`; `x` is the left end and `baseline` the ordinate of
+    /// the baseline, in pixels.
     void draw(cairo_t* cairo, double x, double baseline) const;
 
   private:
-    std::unique_ptr<const Box> box_;
+    std::shared_ptr<const Box> box_;
     FormulaSize size_;
 };
 
@@ -63,6 +63,7 @@ Formula variable(const std::string& characters);
 /// A sign with the spaces around it that belong to a relation ("=") or an operation ("−").
 Formula relation(const std::string& sign);
 Formula operation(const std::string& sign);
+/// A gap; `em` is in units of the font size.
 Formula space(double em);
 Formula join(const std::vector<Formula>& parts);
 Formula sub(const Formula& base, const Formula& index);
@@ -70,7 +71,9 @@ Formula sup(const Formula& base, const Formula& exponent);
 Formula subsup(const Formula& base, const Formula& index, const Formula& exponent);
 Formula fraction(const Formula& numerator, const Formula& denominator);
 Formula root(const Formula& radicand);
-/// A sum sign with its index below, an integral sign with its limits at the right.
+/// A large sign such as "∑" with its limits below and above, or "∫" with them at the right.
+Formula big(const std::string& sign, const std::optional<Formula>& lower,
+            const std::optional<Formula>& upper);
 Formula sum(const Formula& index);
 Formula integral(const Formula& lower, const Formula& upper);
 /// Round and square brackets as high as what they enclose.

@@ -79,8 +79,18 @@ Block List::scrolling(int visibleRows) {
     gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_AUTOMATIC,
                                    GTK_POLICY_AUTOMATIC);
     gtk_scrolled_window_set_shadow_type(GTK_SCROLLED_WINDOW(scroller), GTK_SHADOW_IN);
-    gtk_container_add(GTK_CONTAINER(scroller), widget());
-    gtk_widget_show(scroller);
+    return within(scroller, visibleRows);
+}
+
+Block List::framed(int visibleRows) {
+    GtkWidget* const frame = gtk_frame_new(nullptr);
+    gtk_frame_set_shadow_type(GTK_FRAME(frame), GTK_SHADOW_IN);
+    return within(frame, visibleRows);
+}
+
+Block List::within(GtkWidget* container, int visibleRows) {
+    gtk_container_add(GTK_CONTAINER(container), widget());
+    gtk_widget_show(container);
     // The heads are about half as high again as a row.
     const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer rows) {
         PangoLayout* const line = gtk_widget_create_pango_layout(box, "H");
@@ -89,8 +99,8 @@ Block List::scrolling(int visibleRows) {
         g_object_unref(line);
         gtk_widget_set_size_request(box, -1, (height + 6) * GPOINTER_TO_INT(rows) + 2 * height);
     };
-    g_signal_connect(scroller, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(visibleRows));
-    return {scroller, {this}};
+    g_signal_connect(container, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(visibleRows));
+    return {container, {this}};
 }
 
 void List::setHeads(const Row& heads) {

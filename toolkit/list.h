@@ -24,6 +24,8 @@ class List : public Control, public Editable {
 
     /// The list with its scroll bars, high enough for `visibleRows` rows at once.
     Block scrolling(int visibleRows);
+    /// The list in a frame, always as large as what is in it, and never lower than `visibleRows`.
+    Block framed(int visibleRows);
     void setHeads(const Row& heads);
     /// Shows these rows, each with a text for every column, in place of what stood before.
     void setRows(const std::vector<Row>& rows);
@@ -44,6 +46,7 @@ class List : public Control, public Editable {
 
   private:
     struct Callbacks;
+    Block within(GtkWidget* container, int visibleRows);
     Row rowAt(int position) const;
     std::string tableText(const std::vector<Row>& rows) const;
     std::vector<Row> selectedRows() const;

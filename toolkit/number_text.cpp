@@ -47,13 +47,31 @@ std::string numberText(double value) {
     return error == std::errc{} ? std::string(buffer.data(), end) : std::string();
 }
 
-std::string fixedText(double value, int decimals) {
+namespace {
+
+std::string formatted(double value, std::chars_format format, int decimals) {
     constexpr int longestInteger = 311;  // digits of the largest double, with sign and point
     std::string text(static_cast<std::size_t>(longestInteger + decimals), '\0');
-    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
-                                            std::chars_format::fixed, decimals);
+    const auto [end, error] =
+        std::to_chars(text.data(), text.data() + text.size(), value, format, decimals);
     text.resize(error == std::errc{} ? static_cast<std::size_t>(end - text.data()) : 0);
     return text;
+}
+
+}  // namespace
+
+std::string fixedText(double value, int decimals) {
+    return formatted(value, std::chars_format::fixed, decimals);
+}
+
+std::string resultText(double value, int decimals) {
+    constexpr int significantDigits = 4;
+    constexpr double largest = 1e15;
+    const double smallest = std::pow(10.0, significantDigits - 1 - decimals);
+    const double magnitude = std::abs(value);
+    const bool isFixed = value == 0.0 || (magnitude >= smallest && magnitude < largest);
+    return formatted(value, isFixed ? std::chars_format::fixed : std::chars_format::scientific,
+                     decimals);
 }
 
 }  // namespace toolkit

@@ -20,4 +20,8 @@ std::string numberText(double value);
 /// `value` with exactly `decimals` digits behind the point, whatever the locale.
 std::string fixedText(double value, int decimals);
 
+/// `value` with `decimals` digits behind the point; in scientific form where fewer than four of its
+/// significant digits would be seen otherwise, or where it has more than fifteen before the point.
+std::string resultText(double value, int decimals);
+
 }  // namespace toolkit

@@ -99,4 +99,41 @@ void playActivities(Guide& guide) {
     guide.takePicture("activities");
 }
 
+void playHomogenisation(Guide& guide) {
+    guide.chapter("Homogenization conditions");
+    chooseProcedure(guide, guide.robot(), "Homogenisation", "BubbleDewPoint");
+    guide.click("RadioButtonTh");
+    guide.enter("dataEntryTh", "220");
+    guide.click("LiquidMode");
+    guide.click("FirstApproach");
+    guide.read("dataEntry2");
+    guide.click("calculate");
+    for (const char* const result : {"Answer", "Iterations", "ListBoxVmX", "ListBoxVmY",
+                                     "ListBoxPhaseX2", "ListBoxPhaseY2", "warning"}) {
+        guide.read(result);
+    }
+    guide.takePicture("homogenization-conditions");
+    guide.click("Explanations");
+    guide.robot().use("ExplainFirst");
+    guide.takePicture("explanation-homogenization");
+}
+
+void playLiquidVapour(Guide& guide) {
+    guide.chapter("Liquid-vapour equilibria");
+    chooseProcedure(guide, guide.robot(), "LiquidVapour", "LiquidVapourEq");
+    guide.enter("dataEntryT", "220");
+    guide.enter("dataEntryV", "150");
+    guide.click("CalFirstApproach");
+    guide.read("dataEntryP");
+    guide.click("calculate");
+    for (const char* const result : {"Answer", "iterations", "ListBoxFracX", "ListBoxFracY",
+                                     "ListBoxPhaseX2", "ListBoxPhaseY2", "warning"}) {
+        guide.read(result);
+    }
+    guide.takePicture("liquid-vapour-equilibria");
+    guide.click("PushButton1");
+    guide.robot().use("ExplainSecond");
+    guide.takePicture("explanation-liquid-vapour");
+}
+
 }  // namespace tour

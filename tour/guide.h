@@ -37,5 +37,7 @@ void playTemperatures(Guide& guide);
 void playMolarVolumes(Guide& guide);
 void playFugacities(Guide& guide);
 void playActivities(Guide& guide);
+void playHomogenisation(Guide& guide);
+void playLiquidVapour(Guide& guide);
 
 }  // namespace tour

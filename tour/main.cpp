@@ -26,6 +26,8 @@ void play(const std::string& folder) {
     tour::playMolarVolumes(guide);
     tour::playFugacities(guide);
     tour::playActivities(guide);
+    tour::playHomogenisation(guide);
+    tour::playLiquidVapour(guide);
 }
 
 }  // namespace

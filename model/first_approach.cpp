@@ -1,0 +1,113 @@
+#include "model/first_approach.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "model/composition.h"
+#include "model/phase_split.h"
+#include "model/saturation.h"
+
+namespace fluid {
+
+namespace {
+
+// A tenth of the saturation pressures in the proportions of the bulk, MPa.
+double SeedPressure(std::int32_t last, std::span<const double> z, double T) {
+    double sum = 0.0;
+    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+        sum += z[k] * SaturationPressure(ComponentIndex[k], T);
+    }
+    constexpr double Share = 0.1;
+    return Share * sum;
+}
+
+// The temperature in K of a seed pressure: secant steps in ln P over 1/T from 298.15 K, on a curve
+// that is nearly straight there. The ends are those of what is worth showing.
+double SeedTemperature(std::int32_t last, std::span<const double> z, double P) {
+    constexpr double Coldest = 2.0;
+    constexpr double Hottest = 2000.0;
+    constexpr double Start = 298.15;
+    constexpr int StepLimit = 50;
+    constexpr double Enough = 1e-9;
+    const double target = std::log(P);
+    const auto excess = [&](double t) { return std::log(SeedPressure(last, z, 1.0 / t)) - target; };
+    double before = 1.0 / Start;
+    double now = 1.01 / Start;
+    double excessBefore = excess(before);
+    for (int i = 0; i < StepLimit; ++i) {
+        const double excessNow = excess(now);
+        const double step = (before - now) * excessNow / (excessNow - excessBefore);
+        if (!std::isfinite(step) || std::abs(step) < Enough * now) break;
+        before = now;
+        excessBefore = excessNow;
+        now = std::clamp(now + step, 1.0 / Hottest, 1.0 / Coldest);
+    }
+    return 1.0 / now;
+}
+
+ComponentValues WilsonRatios(std::int32_t last, double T, double P) {
+    ComponentValues K{};
+    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+        K[k] = Pc[k] / P * std::exp(5.373 * (1.0 + omega[k]) * (1.0 - Tc[k] / T));
+    }
+    return K;
+}
+
+// Phases with the distribution ratios K and the vapour fraction beta, each adding up to 1.
+void Distribute(std::int32_t last, std::span<const double> z, const ComponentValues& K, double beta,
+                PhaseGuess& guess) {
+    double sumX = 0.0;
+    double sumY = 0.0;
+    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+        guess.x[k] = z[k] / (1.0 + beta * (K[k] - 1.0));
+        guess.y[k] = K[k] * guess.x[k];
+        sumX += guess.x[k];
+        sumY += guess.y[k];
+    }
+    for (double& x : guess.x) x /= sumX;
+    for (double& y : guess.y) y /= sumY;
+}
+
+}  // namespace
+
+PhaseGuess HomogenisationSeed(std::int32_t lastComponent, std::span<const double> fractions,
+                              Given given, double value, Homogenisation kind) {
+    const bool findsP = given == Given::Temperature;
+    PhaseGuess guess;
+    guess.unknown = findsP ? SeedPressure(lastComponent, fractions, value)
+                           : SeedTemperature(lastComponent, fractions, value);
+    const double T = findsP ? value : guess.unknown;
+    const double P = findsP ? guess.unknown : value;
+    const double beta = kind == Homogenisation::IntoLiquid ? 0.0 : 1.0;
+    Distribute(lastComponent, fractions, WilsonRatios(lastComponent, T, P), beta, guess);
+    return guess;
+}
+
+PhaseGuess HomogenisationApproach(Given given, const PhasePair& point) {
+    constexpr double FirstPressureStep = 0.95;
+    constexpr double FirstTemperatureStep = 5.0;
+    const double unknown =
+        given == Given::Temperature ? point.P / FirstPressureStep : point.T + FirstTemperatureStep;
+    return {unknown, point.x, point.y};
+}
+
+EquilibriumApproach FindEquilibriumApproach(std::int32_t lastComponent,
+                                            std::span<const double> fractions, double T, double V) {
+    using Kind = EquilibriumApproach::Kind;
+    EquilibriumApproach approach;
+    if (const auto split = SplitAtVolume(MixtureOf(lastComponent, fractions), T, V)) {
+        approach.kind = split->metastable ? Kind::Metastable : Kind::TwoPhases;
+        approach.guess = {split->phases.P, split->phases.x, split->phases.y};
+        approach.volumeFraction = split->volumeFraction;
+        return approach;
+    }
+    constexpr double Half = 0.5;
+    approach.volumeFraction = Half;
+    approach.guess.unknown = SeedPressure(lastComponent, fractions, T);
+    const ComponentValues K = WilsonRatios(lastComponent, T, approach.guess.unknown);
+    Distribute(lastComponent, fractions, K, Half, approach.guess);
+    return approach;
+}
+
+}  // namespace fluid

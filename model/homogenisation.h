@@ -1,0 +1,46 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "model/component_table.h"
+
+namespace fluid {
+
+// Two phases of one temperature and pressure.
+struct PhasePair {
+    double T = 0.0;       // K
+    double P = 0.0;       // MPa
+    ComponentValues x{};  // amount fractions at the compact positions, phase X (the denser)
+    ComponentValues y{};  // phase Y
+    double Vx = 0.0;      // cm3/mol
+    double Vy = 0.0;
+};
+
+// Which quantity of a homogenisation is given; the other one is sought.
+enum class Given { Temperature, Pressure };
+
+// IntoLiquid: the bulk is phase X and a phase Y of larger molar volume appears (bubble point).
+// IntoVapour: the bulk is phase Y and a phase X of smaller molar volume appears (dew point).
+enum class Homogenisation { IntoLiquid, IntoVapour };
+
+struct HomogenisationPoints {
+    static constexpr std::size_t Capacity = 8;
+    std::array<PhasePair, Capacity> points{};
+    std::size_t count = 0;
+
+    const PhasePair* begin() const { return points.data(); }
+    const PhasePair* end() const { return points.data() + count; }
+};
+
+// All states at which the mixture, stable as one phase, coexists with a trace of a second phase: at
+// a given T from low to high density, at a given P from high to low temperature.
+// lastComponent, fractions: the bulk, as for MixtureA; value: T in K or P in MPa. Nothing is found
+// for values not above 0 or where fugacity coefficients leave e^±227.
+HomogenisationPoints FindHomogenisationPoints(std::int32_t lastComponent,
+                                              std::span<const double> fractions, Given given,
+                                              double value, Homogenisation kind);
+
+}  // namespace fluid

@@ -1,0 +1,345 @@
+#include "procedures/bubble_dew_point.h"
+
+#include <memory>
+
+#include "procedures/explanations.h"
+#include "procedures/inclusion_picture.h"
+#include "procedures/units.h"
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+namespace {
+
+constexpr int lineWidth = 50;  // characters
+constexpr int quantityDecimals = 6;
+constexpr double pictureHeight = 4.0;  // lines of text
+const std::string notUsed = "---";
+
+}  // namespace
+
+BubbleDewPoint::BubbleDewPoint(toolkit::ScreenHost& host)
+    : Screen(host, "BubbleDewPoint", "Homogenization conditions - Drovan W"),
+      CanvasLiquid("CanvasLiquid", inclusionPictureWidth * pictureHeight, pictureHeight,
+                   "A fluid inclusion whose bubble shrinks until only liquid is left",
+                   paintHomogenisationIntoLiquid),
+      CanvasVapour("CanvasVapour", inclusionPictureWidth * pictureHeight, pictureHeight,
+                   "A fluid inclusion whose bubble grows until only vapour is left",
+                   paintHomogenisationIntoVapour) {
+    dataEntryTh.setText(notUsed);
+    dataEntryPh.setText(notUsed);
+    dataEntryTh.setLabelledBy(RadioButtonTh);
+    dataEntryPh.setLabelledBy(RadioButtonPh);
+    Homogen.setTarget(dataEntry2);
+    Homogen2.setTarget(Answer);
+    CanvasLiquid.setVisible(false);
+    CanvasVapour.setVisible(false);
+    Iterations.setUnobtrusive();
+    Iterations.wrapAt(lineWidth);
+    warning.wrapAt(lineWidth);
+    connectHandlers();
+    layOut();
+    setDefault(calculate);
+    setFocus(RadioButtonTh);
+}
+
+void BubbleDewPoint::connectHandlers() {
+    RadioButtonTh.onChoose(this, &BubbleDewPoint::RadioButtonTh_Action);
+    RadioButtonPh.onChoose(this, &BubbleDewPoint::RadioButtonPh_Action);
+    dataEntryTh.onTextChange(this, &BubbleDewPoint::dataEntryTh_TextChange);
+    dataEntryPh.onTextChange(this, &BubbleDewPoint::dataEntryPh_TextChange);
+    dataEntry2.onTextChange(this, &BubbleDewPoint::dataEntry2_TextChange);
+    LiquidMode.onChoose(this, &BubbleDewPoint::LiquidMode_Action);
+    VapourMode.onChoose(this, &BubbleDewPoint::VapourMode_Action);
+    FirstApproach.onClick(this, &BubbleDewPoint::FirstApproach_Action);
+    calculate.onClick(this, &BubbleDewPoint::calculate_Action);
+    approachX.list.onCellTextChange(this, &BubbleDewPoint::ListBoxPhaseX_CellTextChange);
+    approachY.list.onCellTextChange(this, &BubbleDewPoint::ListBoxPhaseY_CellTextChange);
+    Clear.onClick(this, &BubbleDewPoint::Clear_Action);
+    temperature.Celsius.onChoose(this, &BubbleDewPoint::Celsius_Action);
+    temperature.Kelvin.onChoose(this, &BubbleDewPoint::Kelvin_Action);
+    Explanations.onClick(this, &BubbleDewPoint::Explanations_Action);
+}
+
+toolkit::Block BubbleDewPoint::inputBlock() {
+    using toolkit::Block;
+    const Block mode = modeBox.around(toolkit::row(
+        {toolkit::column({LiquidMode, VapourMode}), toolkit::row({CanvasLiquid, CanvasVapour})}));
+    return toolkit::column(
+        {toolkit::grid({{RadioButtonTh, Block(dataEntryTh).expanding(), StaticText3},
+                        {RadioButtonPh, Block(dataEntryPh).expanding(), StaticText4}}),
+         toolkit::row({temperature.block(), mode.expanding()})});
+}
+
+toolkit::Block BubbleDewPoint::approachBlock() {
+    using toolkit::Block;
+    return GroupBox5.around(toolkit::column(
+        {toolkit::row({FirstApproach, Homogen, Block(dataEntry2).expanding(), Dimension}),
+         toolkit::row({approachX.block().expanding(), approachY.block().expanding()})
+             .expanding()}));
+}
+
+void BubbleDewPoint::layOut() {
+    using toolkit::Spacing;
+    const toolkit::Block left =
+        toolkit::column({inputBlock(), approachBlock().expanding(),
+                         toolkit::buttonRow({Explanations, Clear, calculate}), warning},
+                        Spacing::group);
+    const toolkit::Block right =
+        toolkit::column({toolkit::row({Homogen2, Answer, Dimension2}), Iterations,
+                         phaseX.block().expanding(), phaseY.block().expanding()},
+                        Spacing::group);
+    setContent(toolkit::row({left.expanding(), right.expanding()}, Spacing::section));
+}
+
+void BubbleDewPoint::emptyResults() {
+    warning.setText("");
+    Iterations.setText("");
+    Answer.setText("");
+    phaseX.clear();
+    phaseY.clear();
+}
+
+void BubbleDewPoint::emptyAll() {
+    points_ = {};
+    dataEntry2.setText("");
+    approachX.clear();
+    approachY.clear();
+    emptyResults();
+}
+
+void BubbleDewPoint::setUse(toolkit::Entry& entry, bool isUsed) {
+    if (!isUsed) {
+        entry.setText(notUsed);
+    } else if (entry.text() == notUsed) {
+        entry.setText("");
+    }
+}
+
+void BubbleDewPoint::showGivenQuantity() {
+    setUse(dataEntryTh, RadioButtonTh.isOn());
+    setUse(dataEntryPh, RadioButtonPh.isOn());
+    std::string quantity;
+    std::string unit;
+    if (RadioButtonTh.isOn()) {
+        quantity = "Homogenization Pressure";
+        unit = "MPa";
+    } else if (RadioButtonPh.isOn()) {
+        quantity = "Homogenization Temperature";
+        unit = degreeUnit(temperature.Celsius.isOn());
+    }
+    Homogen.setText(quantity);
+    Homogen2.setText(quantity);
+    Dimension.setText(unit);
+    Dimension2.setText(unit);
+}
+
+void BubbleDewPoint::Event_Activate() {
+    phaseX.showUnits();
+    phaseY.showUnits();
+    showGivenQuantity();
+    emptyAll();
+}
+
+void BubbleDewPoint::RadioButtonTh_Action() {
+    showGivenQuantity();
+    emptyAll();
+}
+
+void BubbleDewPoint::RadioButtonPh_Action() {
+    showGivenQuantity();
+    emptyAll();
+}
+
+void BubbleDewPoint::dataEntryTh_TextChange() {
+    emptyAll();
+}
+
+void BubbleDewPoint::dataEntryPh_TextChange() {
+    emptyAll();
+}
+
+void BubbleDewPoint::dataEntry2_TextChange() {
+    emptyResults();
+}
+
+void BubbleDewPoint::ListBoxPhaseX_CellTextChange() {
+    emptyResults();
+}
+
+void BubbleDewPoint::ListBoxPhaseY_CellTextChange() {
+    emptyResults();
+}
+
+void BubbleDewPoint::LiquidMode_Action() {
+    CanvasVapour.setVisible(false);
+    CanvasLiquid.setVisible(true);
+    GroupBox5.setText("First Approach Bubble-Point Curve");
+    emptyAll();
+}
+
+void BubbleDewPoint::VapourMode_Action() {
+    CanvasLiquid.setVisible(false);
+    CanvasVapour.setVisible(true);
+    GroupBox5.setText("First Approach Dew-Point Curve");
+    emptyAll();
+}
+
+void BubbleDewPoint::Clear_Action() {
+    quantityGroup.clear();
+    modeGroup.clear();
+    showGivenQuantity();
+    CanvasLiquid.setVisible(false);
+    CanvasVapour.setVisible(false);
+    GroupBox5.setText("First Approach");
+    emptyAll();
+}
+
+void BubbleDewPoint::temperatureUnitChosen() {
+    StaticText3.setText(degreeUnit(temperature.Celsius.isOn()));
+    if (RadioButtonTh.isOn()) {
+        dataEntryTh.setText("");
+    }
+    showGivenQuantity();
+    emptyAll();
+}
+
+void BubbleDewPoint::Celsius_Action() {
+    temperatureUnitChosen();
+}
+
+void BubbleDewPoint::Kelvin_Action() {
+    temperatureUnitChosen();
+}
+
+void BubbleDewPoint::Explanations_Action() {
+    host().open(std::make_unique<ExplainFirst>(host()));
+}
+
+fluid::Given BubbleDewPoint::given() const {
+    return RadioButtonTh.isOn() ? fluid::Given::Temperature : fluid::Given::Pressure;
+}
+
+fluid::Homogenisation BubbleDewPoint::kind() const {
+    return LiquidMode.isOn() ? fluid::Homogenisation::IntoLiquid
+                             : fluid::Homogenisation::IntoVapour;
+}
+
+bool BubbleDewPoint::hasMode() const {
+    return LiquidMode.isOn() || VapourMode.isOn();
+}
+
+std::optional<double> BubbleDewPoint::givenValue() const {
+    std::optional<double> value;
+    if (RadioButtonTh.isOn()) {
+        value = toolkit::parseNumber(dataEntryTh.text());
+        if (value) {
+            value = temperature.toKelvin(*value);
+        }
+    } else if (RadioButtonPh.isOn()) {
+        value = toolkit::parseNumber(dataEntryPh.text());
+    }
+    return value && *value > 0.0 ? value : std::nullopt;
+}
+
+double BubbleDewPoint::shownUnknown(double unknown) const {
+    return RadioButtonTh.isOn() ? unknown : temperature.fromKelvin(unknown);
+}
+
+std::optional<fluid::PhaseGuess> BubbleDewPoint::guess() const {
+    const std::optional<double> number = toolkit::parseNumber(dataEntry2.text());
+    const std::optional<fluid::ComponentValues> x = approachX.fractions();
+    const std::optional<fluid::ComponentValues> y = approachY.fractions();
+    if (!number || !x || !y) {
+        return std::nullopt;
+    }
+    const double unknown = RadioButtonTh.isOn() ? *number : temperature.toKelvin(*number);
+    return unknown > 0.0 ? std::optional(fluid::PhaseGuess{unknown, *x, *y}) : std::nullopt;
+}
+
+void BubbleDewPoint::showApproach(const fluid::PhaseGuess& approach) {
+    dataEntry2.setText(toolkit::numberText(shownUnknown(approach.unknown)));
+    approachX.show(approach.x);
+    approachY.show(approach.y);
+    emptyResults();
+}
+
+std::string BubbleDewPoint::pointsSentence() const {
+    if (points_.count == 0) {
+        return "no homogenization point exists here, the first approach is an estimate only";
+    }
+    if (points_.count == 1) {
+        return "";
+    }
+    std::string values;
+    for (const fluid::PhasePair& point : points_) {
+        const double value = RadioButtonTh.isOn() ? point.P : shownUnknown(point.T);
+        values += (values.empty() ? "" : ", ") + toolkit::resultText(value, quantityDecimals);
+    }
+    return std::to_string(points_.count) + " homogenization points: " + values + " " +
+           Dimension.text() + "; this is number " + std::to_string(shownPoint_ + 1) +
+           ", press first approach again for the next";
+}
+
+void BubbleDewPoint::FirstApproach_Action() {
+    const std::optional<double> value = givenValue();
+    if (!value || !hasMode()) {
+        emptyAll();
+        warning.setText("put a correct number, or select a mode");
+        return;
+    }
+    if (points_.count > 1) {
+        shownPoint_ = (shownPoint_ + 1) % points_.count;
+    } else {
+        points_ = fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given(),
+                                                  *value, kind());
+        shownPoint_ = 0;
+    }
+    showApproach(points_.count > 0
+                     ? fluid::HomogenisationApproach(given(), points_.points[shownPoint_])
+                     : fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions, given(),
+                                                 *value, kind()));
+    warning.setText(pointsSentence());
+}
+
+void BubbleDewPoint::calculate_Action() {
+    const std::optional<double> value = givenValue();
+    const std::optional<fluid::PhaseGuess> start = guess();
+    emptyResults();
+    if (!value || !hasMode() || !start) {
+        warning.setText("put a correct number, or select a mode");
+        return;
+    }
+    showResult(fluid::IterateHomogenisation(fluid::LastComponent, fluid::Fractions, given(), *value,
+                                            kind(), *start));
+}
+
+void BubbleDewPoint::showResult(const fluid::HomogenisationResult& result) {
+    if (result.outcome == fluid::Outcome::NoSolution) {
+        Iterations.setText("no solution, adjust First Approach and try again");
+        return;
+    }
+    if (result.outcome == fluid::Outcome::Trivial) {
+        Iterations.setText(
+            "possible trivial solution, optional: adjust First Approach and try again");
+        return;
+    }
+    const fluid::PhasePair& phases = result.phases;
+    const double answer = RadioButtonTh.isOn() ? phases.P : shownUnknown(phases.T);
+    Answer.setText(toolkit::resultText(answer, quantityDecimals));
+    Iterations.setText("solution after " + std::to_string(result.iterations) +
+                       " iterations, accuracy 1.0e-10");
+    phaseX.show(phases.x, phases.Vx);
+    phaseY.show(phases.y, phases.Vy);
+    if (LiquidMode.isOn()) {
+        phaseX.setRole(", solution (liquid)");
+    } else {
+        phaseY.setRole(", solution (vapour)");
+    }
+    if (result.metastable) {
+        warning.setText(
+            "this equilibrium is meta-stable: the fluid would rather split in another way");
+    }
+}
+
+}  // namespace procedures

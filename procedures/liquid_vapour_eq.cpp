@@ -1,0 +1,268 @@
+#include "procedures/liquid_vapour_eq.h"
+
+#include <cmath>
+#include <memory>
+
+#include "procedures/explanations.h"
+#include "procedures/units.h"
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+namespace {
+
+constexpr int lineWidth = 50;  // characters
+constexpr int quantityDecimals = 6;
+constexpr int fractionDecimals = 8;
+
+}  // namespace
+
+LiquidVapourEq::LiquidVapourEq(toolkit::ScreenHost& host)
+    : Screen(host, "LiquidVapourEq", "Liquid-Vapour equilibria - Drovan W") {
+    Temperature.setTarget(dataEntryT);
+    Pressure.setTarget(dataEntryP);
+    VapourFraction.setTarget(dataEntryF);
+    answerCaption.setTarget(Answer);
+    iterations.setUnobtrusive();
+    iterations.wrapAt(lineWidth);
+    warning.wrapAt(lineWidth);
+    connectHandlers();
+    layOut();
+    setDefault(calculate);
+    setFocus(dataEntryT);
+}
+
+void LiquidVapourEq::connectHandlers() {
+    CalFirstApproach.onClick(this, &LiquidVapourEq::CalFirstApproach_Action);
+    calculate.onClick(this, &LiquidVapourEq::calculate_Action);
+    dataEntryT.onTextChange(this, &LiquidVapourEq::dataEntryT_TextChange);
+    volume.dataEntryV.onTextChange(this, &LiquidVapourEq::dataEntryV_TextChange);
+    dataEntryP.onTextChange(this, &LiquidVapourEq::dataEntryP_TextChange);
+    dataEntryF.onTextChange(this, &LiquidVapourEq::dataEntryF_TextChange);
+    approachX.list.onCellTextChange(this, &LiquidVapourEq::ListBoxPhaseX_CellTextChange);
+    approachY.list.onCellTextChange(this, &LiquidVapourEq::ListBoxPhaseY_CellTextChange);
+    Clear.onClick(this, &LiquidVapourEq::Clear_Action);
+    temperature.Celsius.onChoose(this, &LiquidVapourEq::Celsius_Action);
+    temperature.Kelvin.onChoose(this, &LiquidVapourEq::Kelvin_Action);
+    volume.kgm3.onChoose(this, &LiquidVapourEq::kgm3_Action);
+    volume.cm3mol.onChoose(this, &LiquidVapourEq::cm3mol_Action);
+    PushButton1.onClick(this, &LiquidVapourEq::PushButton1_Action);
+}
+
+toolkit::Block LiquidVapourEq::inputBlock() {
+    using toolkit::Block;
+    const Block entries =
+        toolkit::grid({{Temperature, Block(dataEntryT).expanding(), StaticText3},
+                       {volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unit}});
+    return toolkit::column(
+        {entries, volume.DensityResult, toolkit::row({temperature.block(), volume.unitBlock()})});
+}
+
+toolkit::Block LiquidVapourEq::approachBlock() {
+    using toolkit::Block;
+    const Block numbers = toolkit::grid({{Pressure, Block(dataEntryP).expanding(), pressureUnit},
+                                         {VapourFraction, Block(dataEntryF).expanding()}});
+    return approachBox.around(toolkit::column(
+        {toolkit::row({Block(CalFirstApproach).atStart(), numbers.expanding()}),
+         toolkit::row({approachX.block().expanding(), approachY.block().expanding()})
+             .expanding()}));
+}
+
+void LiquidVapourEq::layOut() {
+    using toolkit::Spacing;
+    const toolkit::Block left =
+        toolkit::column({inputBlock(), approachBlock().expanding(),
+                         toolkit::buttonRow({PushButton1, Clear, calculate}), warning},
+                        Spacing::group);
+    const toolkit::Block right =
+        toolkit::column({toolkit::row({answerCaption, Answer, answerUnit}), iterations,
+                         phaseX.block().expanding(), phaseY.block().expanding()},
+                        Spacing::group);
+    setContent(toolkit::row({left.expanding(), right.expanding()}, Spacing::section));
+}
+
+void LiquidVapourEq::emptyResults() {
+    warning.setText("");
+    iterations.setText("");
+    Answer.setText("");
+    phaseX.clear();
+    phaseY.clear();
+}
+
+void LiquidVapourEq::emptyApproach() {
+    dataEntryP.setText("");
+    dataEntryF.setText("");
+    approachX.clear();
+    approachY.clear();
+    emptyResults();
+}
+
+void LiquidVapourEq::Event_Activate() {
+    volume.activated();
+    phaseX.showUnits();
+    phaseY.showUnits();
+    if (approachX.fitsComposition() && approachY.fitsComposition()) {
+        emptyResults();
+    } else {
+        emptyApproach();  // of a composition of other gases
+    }
+}
+
+void LiquidVapourEq::dataEntryT_TextChange() {
+    emptyApproach();
+}
+
+void LiquidVapourEq::dataEntryV_TextChange() {
+    volume.showEcho();
+    emptyApproach();
+}
+
+void LiquidVapourEq::dataEntryP_TextChange() {
+    emptyResults();
+}
+
+void LiquidVapourEq::dataEntryF_TextChange() {
+    emptyResults();
+}
+
+void LiquidVapourEq::ListBoxPhaseX_CellTextChange() {
+    emptyResults();
+}
+
+void LiquidVapourEq::ListBoxPhaseY_CellTextChange() {
+    emptyResults();
+}
+
+void LiquidVapourEq::Clear_Action() {
+    dataEntryT.setText("");
+    volume.dataEntryV.setText("");
+    emptyApproach();
+}
+
+void LiquidVapourEq::temperatureUnitChosen() {
+    StaticText3.setText(degreeUnit(temperature.Celsius.isOn()));
+    dataEntryT.setText("");
+    emptyApproach();
+}
+
+void LiquidVapourEq::Celsius_Action() {
+    temperatureUnitChosen();
+}
+
+void LiquidVapourEq::Kelvin_Action() {
+    temperatureUnitChosen();
+}
+
+void LiquidVapourEq::volumeUnitChosen() {
+    volume.unitChosen();
+    emptyApproach();
+}
+
+void LiquidVapourEq::kgm3_Action() {
+    volumeUnitChosen();
+}
+
+void LiquidVapourEq::cm3mol_Action() {
+    volumeUnitChosen();
+}
+
+void LiquidVapourEq::PushButton1_Action() {
+    host().open(std::make_unique<ExplainSecond>(host()));
+}
+
+std::optional<LiquidVapourEq::State> LiquidVapourEq::state() const {
+    const std::optional<double> number = toolkit::parseNumber(dataEntryT.text());
+    const State state = {number ? temperature.toKelvin(*number) : 0.0, volume.molarVolume()};
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const bool isUsable = state.T > 0.0 && state.V > b && std::isfinite(state.V);
+    return isUsable ? std::optional(state) : std::nullopt;
+}
+
+std::optional<fluid::PhaseGuess> LiquidVapourEq::guess() const {
+    const std::optional<double> P = toolkit::parseNumber(dataEntryP.text());
+    const std::optional<fluid::ComponentValues> x = approachX.fractions();
+    const std::optional<fluid::ComponentValues> y = approachY.fractions();
+    const bool isUsable = P && *P > 0.0 && x && y;
+    return isUsable ? std::optional(fluid::PhaseGuess{*P, *x, *y}) : std::nullopt;
+}
+
+std::optional<double> LiquidVapourEq::volumeFraction() const {
+    const std::optional<double> fraction = toolkit::parseNumber(dataEntryF.text());
+    return fraction && *fraction >= 0.0 && *fraction <= 1.0 ? fraction : std::nullopt;
+}
+
+void LiquidVapourEq::CalFirstApproach_Action() {
+    using Kind = fluid::EquilibriumApproach::Kind;
+    const std::optional<State> given = state();
+    emptyApproach();
+    if (!given) {
+        warning.setText("put a correct number for temperature and density");
+        return;
+    }
+    const fluid::EquilibriumApproach approach =
+        fluid::FindEquilibriumApproach(fluid::LastComponent, fluid::Fractions, given->T, given->V);
+    dataEntryP.setText(toolkit::numberText(approach.guess.unknown));
+    dataEntryF.setText(toolkit::numberText(approach.volumeFraction));
+    approachX.show(approach.guess.x);
+    approachY.show(approach.guess.y);
+    if (approach.kind == Kind::Homogeneous) {
+        warning.setText("the fluid is homogeneous at this temperature and density");
+    } else if (approach.kind == Kind::Metastable) {
+        warning.setText("these two phases are meta-stable, three phases would be more stable");
+    }
+}
+
+void LiquidVapourEq::calculate_Action() {
+    const std::optional<State> given = state();
+    const std::optional<fluid::PhaseGuess> start = guess();
+    const std::optional<double> fraction = volumeFraction();
+    emptyResults();
+    if (!given || !start || !fraction) {
+        iterations.setText(
+            "put a correct number for temperature, pressure, density and volume fraction");
+        return;
+    }
+    showResult(fluid::IterateEquilibrium(fluid::LastComponent, fluid::Fractions, given->T, given->V,
+                                         *fraction, *start));
+}
+
+void LiquidVapourEq::showResult(const fluid::EquilibriumResult& result) {
+    switch (result.outcome) {
+        case fluid::Outcome::NoSolution:
+            iterations.setText("no solution, adjust First Approach and try again");
+            break;
+        case fluid::Outcome::Trivial:
+            iterations.setText(
+                "Comments to result: possible trivial solution, optional: adjust First Approach "
+                "and try again");
+            break;
+        case fluid::Outcome::Converged:
+            showPhases(result);
+            break;
+    }
+}
+
+void LiquidVapourEq::showPhases(const fluid::EquilibriumResult& result) {
+    const fluid::PhasePair& phases = result.phases;
+    const auto share = [&result](double fraction) {
+        return result.fractionInRange ? toolkit::resultText(fraction, fractionDecimals) : "error";
+    };
+    Answer.setText(toolkit::resultText(phases.P, quantityDecimals));
+    phaseX.show(phases.x, phases.Vx, share(1.0 - result.volumeFraction));
+    phaseY.show(phases.y, phases.Vy, share(result.volumeFraction));
+    if (!result.fractionInRange) {
+        iterations.setText(
+            "Comment to result: warning: the fractions must have a number between 0 and 1");
+        return;
+    }
+    iterations.setText("Comments to result: solution after " + std::to_string(result.iterations) +
+                       " iterations, precision 1.0e-10");
+    phaseX.setRole(result.swapped ? " (vapour)" : " (liquid)");
+    phaseY.setRole(result.swapped ? " (liquid)" : " (vapour)");
+    if (result.metastable) {
+        warning.setText(
+            "this equilibrium is meta-stable: the fluid would rather split in another way");
+    }
+}
+
+}  // namespace procedures
