@@ -60,7 +60,7 @@ void Distribute(std::int32_t last, std::span<const double> z, const ComponentVal
     double sumX = 0.0;
     double sumY = 0.0;
     for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        guess.x[k] = z[k] / (1.0 + beta * (K[k] - 1.0));
+        guess.x[k] = z[k] / ((1.0 - beta) + beta * K[k]);
         guess.y[k] = K[k] * guess.x[k];
         sumX += guess.x[k];
         sumY += guess.y[k];

@@ -65,8 +65,8 @@ HomogenisationPoints Points(const Mixture& mixture, const StabilityWalk& walk, b
         if (bubble != (kind == Homogenisation::IntoLiquid)) continue;
         if (result.count == HomogenisationPoints::Capacity) break;
         const PhasePair pair = PairOf(mixture, polish ? Polished(mixture, found) : found);
-        if (pair.P <= HighestP && TakesItsRoots(mixture, pair))
-            result.points[result.count++] = pair;
+        const bool shown = pair.P <= HighestP && TakesItsRoots(mixture, pair);
+        if (shown) result.points[result.count++] = pair;
     }
     return result;
 }
@@ -100,16 +100,19 @@ HomogenisationPoints AtTemperature(const Mixture& mixture, double T, Homogenisat
     if (!(T > ColdestT(mixture) && T < HottestT(mixture))) return {};
     const Isotherm path(mixture, T);
     StabilityWalk walk(mixture, path);
-    double start = -10.0;
+    constexpr double Dilute = -10.0;
+    constexpr double MostDilute = -250.0;
+    double start = Dilute;
     std::optional<Stop> stop = walk.look(start);
-    while (stop && stop->unstable() && start > -250.0) {
-        start -= 10.0;
+    while (stop && stop->unstable() && start > MostDilute) {
+        start += Dilute;
         stop = walk.look(start);
     }
     if (!stop) return {};
     walk.startAt(*stop);
+    constexpr double Densest = 40.0;
     double at = start;
-    while (walk.last().bulk.P < HighestP) {
+    while (at < Densest && walk.last().bulk.P < HighestP) {
         at += Stride(mixture, walk.last(), IsothermStep(at));
         walk.go(at);
     }

@@ -259,6 +259,10 @@ double LeverRule(double V, const PhasePair& phases) {
 }
 
 double Damped(double beta, double before) {
+    // Beyond an end by rounding alone: the bulk is that phase.
+    constexpr double Rounding = 1e-10;
+    if (beta > 1.0 && beta < 1.0 + Rounding) return 1.0;
+    if (beta < 0.0 && beta > -Rounding) return 0.0;
     if (beta > 1.0) beta = 0.5 * (before + 1.0);
     if (beta < 0.0) beta = 0.5 * before;
     return std::isfinite(beta) ? beta : 0.5;

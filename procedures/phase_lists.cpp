@@ -15,7 +15,7 @@ constexpr int quantityDecimals = 6;
 constexpr int fractionDecimals = 8;
 
 std::size_t presentGases() {
-    return static_cast<std::size_t>(fluid::LastComponent + 1);
+    return static_cast<std::size_t>(fluid::LastComponent) + 1;
 }
 
 std::string gasAt(std::size_t k) {

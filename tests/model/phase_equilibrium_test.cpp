@@ -1,0 +1,410 @@
+#include "model/phase_equilibrium.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <span>
+#include <vector>
+
+#include "model/composition.h"
+#include "model/first_approach.h"
+#include "model/van_der_waals.h"
+#include "tests/model/golden.h"
+#include "tests/model/phase_reference.h"
+
+namespace {
+
+using fluid::ComponentValues;
+using fluid::Given;
+using fluid::Homogenisation;
+using fluid::HomogenisationResult;
+using fluid::Outcome;
+using fluid::PhaseGuess;
+using fluid::PhasePair;
+using Kind = fluid::EquilibriumApproach::Kind;
+
+constexpr auto Kinds = {Homogenisation::IntoLiquid, Homogenisation::IntoVapour};
+
+fluid::HomogenisationPoints Find(Given given, double value, Homogenisation kind) {
+    return fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given, value,
+                                           kind);
+}
+
+HomogenisationResult Iterate(Given given, double value, Homogenisation kind,
+                             const PhaseGuess& guess) {
+    return fluid::IterateHomogenisation(fluid::LastComponent, fluid::Fractions, given, value, kind,
+                                        guess);
+}
+
+double LargestDifference(const ComponentValues& x, const ComponentValues& y) {
+    double largest = 0.0;
+    for (std::size_t i = 0; i < x.size(); ++i) largest = std::max(largest, std::abs(x[i] - y[i]));
+    return largest;
+}
+
+// A row of phase_equilibria.csv, its composition made that of the model.
+struct GoldenPoint {
+    Homogenisation kind;
+    PhasePair phases;
+    ComponentValues other{};
+
+    explicit GoldenPoint(const std::vector<double>& row) {
+        Accept(std::span(row).first(fluid::ComponentCount));
+        kind = row[11] == 0.0 ? Homogenisation::IntoLiquid : Homogenisation::IntoVapour;
+        phases.T = row[12];
+        phases.P = row[13];
+        phases.Vx = row[14];
+        phases.Vy = row[15];
+        for (std::size_t k = 0; k < static_cast<std::size_t>(fluid::LastComponent) + 1; ++k) {
+            other[k] = row[16 + fluid::ComponentIndex[k]];
+        }
+        const bool bubble = kind == Homogenisation::IntoLiquid;
+        phases.x = bubble ? fluid::Fractions : other;
+        phases.y = bubble ? other : fluid::Fractions;
+    }
+};
+
+struct Errors {
+    double unknown = 0.0;
+    double volume = 0.0;
+    double fraction = 0.0;
+
+    void take(const PhasePair& found, const PhasePair& golden) {
+        unknown =
+            std::max({unknown, RelativeError(found.P, golden.P), RelativeError(found.T, golden.T)});
+        volume = std::max(
+            {volume, RelativeError(found.Vx, golden.Vx), RelativeError(found.Vy, golden.Vy)});
+        fraction = std::max(
+            {fraction, LargestDifference(found.x, golden.x), LargestDifference(found.y, golden.y)});
+    }
+};
+
+TEST(Homogenisation, GoldenPointIsMissed) {
+    Errors search;
+    Errors iteration;
+    int iterations = 0;
+    for (const auto& row : ReadGolden("phase_equilibria.csv", 27)) {
+        const GoldenPoint golden(row);
+        for (const Given given : {Given::Temperature, Given::Pressure}) {
+            const bool findsP = given == Given::Temperature;
+            const double value = findsP ? golden.phases.T : golden.phases.P;
+            const auto points = Find(given, value, golden.kind);
+            const auto* const point =
+                std::find_if(points.begin(), points.end(), [&](const PhasePair& found) {
+                    return RelativeError(found.P, golden.phases.P) < 1e-4 &&
+                           RelativeError(found.T, golden.phases.T) < 1e-4;
+                });
+            SCOPED_TRACE(testing::Message() << "T " << golden.phases.T << " P " << golden.phases.P);
+            ASSERT_NE(point, points.end());
+            search.take(*point, golden.phases);
+            const auto guess = fluid::HomogenisationApproach(given, *point);
+            const auto result = Iterate(given, value, golden.kind, guess);
+            ASSERT_EQ(result.outcome, Outcome::Converged);
+            EXPECT_FALSE(result.metastable);
+            iteration.take(result.phases, golden.phases);
+            iterations = std::max(iterations, result.iterations);
+        }
+    }
+    for (const Errors& errors : {search, iteration}) {
+        std::printf("worst error of P or T %.2g, volumes %.2g, fractions %.2g\n", errors.unknown,
+                    errors.volume, errors.fraction);
+        EXPECT_LE(errors.unknown, 1e-11);
+        EXPECT_LE(errors.volume, 1e-8);
+        EXPECT_LE(errors.fraction, 1e-9);
+    }
+    EXPECT_LE(iterations, 5);
+}
+
+TEST(Homogenisation, SecondPointOfAKindIsNotListedOrOutOfOrder) {
+    const auto rows = ReadGolden("phase_equilibria.csv", 27);
+    const GoldenPoint golden(rows[11]);
+    const auto points = Find(Given::Temperature, golden.phases.T, Homogenisation::IntoVapour);
+    ASSERT_EQ(points.count, 2U);
+    EXPECT_NEAR(points.points[0].P, rows[11][13], 1e-9);
+    EXPECT_NEAR(points.points[1].P, rows[12][13], 1e-8);
+}
+
+// From two phases of known state a bulk is mixed that must fall apart into them again.
+TEST(Equilibrium, MixedGoldenPhasesAreNotFoundAgain) {
+    double worstP = 0.0;
+    double worstFraction = 0.0;
+    for (const auto& row : ReadGolden("phase_equilibria.csv", 27)) {
+        for (const double amount : {0.0, 0.2, 0.7, 1.0}) {
+            const GoldenPoint golden(row);
+            const PhasePair& phases = golden.phases;
+            const bool bubble = golden.kind == Homogenisation::IntoLiquid;
+            if ((amount == 0.0 && !bubble) || (amount == 1.0 && bubble)) continue;
+            const double V = phases.Vx + amount * (phases.Vy - phases.Vx);
+            ComponentValues z{};
+            for (std::size_t k = 0; k < z.size(); ++k) {
+                z[k] = phases.x[k] + amount * (phases.y[k] - phases.x[k]);
+            }
+            const auto last = fluid::LastComponent;
+            const auto start = fluid::FindEquilibriumApproach(last, z, phases.T, V);
+            SCOPED_TRACE(testing::Message()
+                         << "T " << phases.T << " P " << phases.P << " amount " << amount);
+            EXPECT_EQ(start.kind, Kind::TwoPhases);
+            const auto result =
+                fluid::IterateEquilibrium(last, z, phases.T, V, start.volumeFraction, start.guess);
+            ASSERT_EQ(result.outcome, Outcome::Converged);
+            EXPECT_FALSE(result.metastable);
+            EXPECT_TRUE(result.fractionInRange);
+            worstP = std::max(worstP, RelativeError(result.phases.P, phases.P));
+            worstFraction =
+                std::max(worstFraction, std::abs(result.volumeFraction - amount * phases.Vy / V));
+            if (amount == 0.0 || amount == 1.0) {
+                EXPECT_EQ(result.volumeFraction, amount);
+            }
+        }
+    }
+    std::printf("worst error of P %.2g, of the volume fraction %.2g\n", worstP, worstFraction);
+    EXPECT_LE(worstP, 1e-9);
+    EXPECT_LE(worstFraction, 1e-9);
+}
+
+// What is shown must be an equilibrium by its own numbers, and its bulk stable unless it is said
+// not to be.
+void ExpectTrue(const HomogenisationResult& result, Homogenisation kind,
+                const PhaseReference& reference) {
+    const PhasePair& phases = result.phases;
+    const auto count = static_cast<std::size_t>(fluid::LastComponent) + 1;
+    SCOPED_TRACE(testing::Message() << "T " << phases.T << " P " << phases.P);
+    EXPECT_LT(phases.Vx, phases.Vy);
+    EXPECT_GT(std::abs(phases.Vy / phases.Vx - 1.0), 1e-5);
+    std::array<std::array<long double, fluid::ComponentCount>, 2> logs{};
+    for (const bool liquid : {true, false}) {
+        const ComponentValues& x = liquid ? phases.x : phases.y;
+        const long double V = liquid ? phases.Vx : phases.Vy;
+        long double b = 0.0;
+        long double s = 0.0;
+        for (std::size_t i = 0; i < count; ++i) {
+            b += static_cast<long double>(x[i]) * fluid::b[i];
+            s += x[i] * std::sqrt(static_cast<long double>(fluid::a[i][i]));
+        }
+        const long double RT = fluid::R * phases.T;
+        EXPECT_NEAR(static_cast<double>((RT / (V - b) - s * s / (V * V)) / phases.P), 1.0,
+                    1e-12 * static_cast<double>(RT / (V - b)) / phases.P);
+        for (std::size_t i = 0; i < count; ++i) {
+            logs[liquid][i] =
+                std::log(x[i] / (V - b)) + fluid::b[i] / (V - b) -
+                2.0L * s * std::sqrt(static_cast<long double>(fluid::a[i][i])) / (RT * V);
+        }
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        EXPECT_LE(std::abs(logs[0][i] - logs[1][i]), 2e-8L);
+    }
+    const bool bubble = kind == Homogenisation::IntoLiquid;
+    EXPECT_LE(LargestDifference(bubble ? phases.x : phases.y, fluid::Fractions), 1e-9);
+    const auto verdict = reference.judge(phases.T, bubble ? phases.Vx : phases.Vy, phases.P);
+    constexpr double Plain = 1e-7;
+    EXPECT_EQ(verdict.unstable && verdict.drive > Plain, result.metastable);
+}
+
+// The found points at a given value of one kind, each confirmed by the iteration.
+std::vector<PhasePair> Confirmed(Given given, double value, Homogenisation kind,
+                                 const PhaseReference& reference) {
+    std::vector<PhasePair> confirmed;
+    for (const PhasePair& point : Find(given, value, kind)) {
+        const auto guess = fluid::HomogenisationApproach(given, point);
+        const auto result = Iterate(given, value, kind, guess);
+        EXPECT_EQ(result.outcome, Outcome::Converged) << "T " << point.T << " P " << point.P;
+        EXPECT_FALSE(result.metastable);
+        EXPECT_LE(RelativeError(result.phases.P, point.P), 1e-8);
+        ExpectTrue(result, kind, reference);
+        confirmed.push_back(result.phases);
+    }
+    return confirmed;
+}
+
+TEST(Homogenisation, ExistingPointIsMissedOrAnotherMadeUp) {
+    constexpr int Mixtures = 40;
+    std::mt19937_64 random(11);
+    std::uniform_real_distribution<double> share(0.0, 1.0);
+    int existing = 0;
+    int without = 0;
+    for (int i = 0; i < Mixtures; ++i) {
+        AcceptRandomMixture(random, 11);
+        const PhaseReference reference;
+        const double hottest = *std::max_element(fluid::Tc.begin(), fluid::Tc.end());
+        for (const Given given : {Given::Temperature, Given::Pressure}) {
+            const bool findsP = given == Given::Temperature;
+            const double value = findsP ? hottest * (0.3 + 0.8 * share(random))
+                                        : std::pow(10.0, -2.0 + 4.0 * share(random));
+            const auto changes =
+                findsP ? reference.alongIsotherm(value, 0.1) : reference.alongIsobar(value, 0.03);
+            for (const Homogenisation kind : Kinds) {
+                const auto found = Confirmed(given, value, kind, reference);
+                for (const auto& change : changes) {
+                    if (change.kind != kind || !change.takesItsRoots) continue;
+                    ++existing;
+                    EXPECT_TRUE(std::any_of(found.begin(), found.end(),
+                                            [&](const auto& pair) {
+                                                const double V = kind == Homogenisation::IntoLiquid
+                                                                     ? pair.Vx
+                                                                     : pair.Vy;
+                                                return RelativeError(pair.T, change.T) < 1e-3 &&
+                                                       RelativeError(V, change.V) < 1e-2;
+                                            }))
+                        << "mixture " << i << " T " << change.T << " P " << change.P;
+                }
+                if (!found.empty()) continue;
+                ++without;
+                const auto seed = fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
+                                                            given, value, kind);
+                const auto result = Iterate(given, value, kind, seed);
+                EXPECT_TRUE(result.outcome != Outcome::Converged || result.metastable);
+            }
+        }
+    }
+    std::printf("%d existing points found, %d searches without one\n", existing, without);
+    EXPECT_GT(existing, Mixtures);
+    EXPECT_GT(without, Mixtures);
+}
+
+ComponentValues WildFractions(std::mt19937_64& random) {
+    std::uniform_real_distribution<double> share(0.0, 1.0);
+    const auto habit = random() % 4;
+    ComponentValues x{};
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const double any = share(random);
+        const std::array<double, 4> values = {any, fluid::Fractions[i] * (0.9 + 0.2 * any),
+                                              any < 0.4 ? 0.0 : any, std::pow(10.0, -20.0 * any)};
+        x[i] = values[habit];
+    }
+    return x;
+}
+
+TEST(PhaseIteration, WildStartShowsAFalseResult) {
+    constexpr int Mixtures = 400;
+    std::mt19937_64 random(12);
+    std::uniform_real_distribution<double> share(0.0, 1.0);
+    std::array<int, 3> outcomes{};
+    for (int i = 0; i < Mixtures; ++i) {
+        AcceptRandomMixture(random, 6);
+        const PhaseReference reference;
+        const double hottest = *std::max_element(fluid::Tc.begin(), fluid::Tc.end());
+        const double T = hottest * (0.2 + share(random));
+        const double P = std::pow(10.0, -6.0 + 10.0 * share(random));
+        const double guessT = hottest * (0.05 + 2.0 * share(random));
+        for (const Homogenisation kind : Kinds) {
+            for (const Given given : {Given::Temperature, Given::Pressure}) {
+                const bool findsP = given == Given::Temperature;
+                const PhaseGuess guess = {findsP ? P : guessT, WildFractions(random),
+                                          WildFractions(random)};
+                const auto result = Iterate(given, findsP ? T : P, kind, guess);
+                ++outcomes[static_cast<std::size_t>(result.outcome)];
+                if (result.outcome == Outcome::Converged) ExpectTrue(result, kind, reference);
+            }
+        }
+        const double bMix = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+        const double V = bMix * (1.0 + std::pow(10.0, -2.0 + 5.0 * share(random)));
+        const PhaseGuess guess = {P, WildFractions(random), WildFractions(random)};
+        const auto result = fluid::IterateEquilibrium(fluid::LastComponent, fluid::Fractions, T, V,
+                                                      share(random), guess);
+        if (result.outcome != Outcome::Converged || !result.fractionInRange) continue;
+        const double fractionY = result.volumeFraction;
+        for (std::size_t k = 0; k < static_cast<std::size_t>(fluid::LastComponent) + 1; ++k) {
+            const double amount = (1.0 - fractionY) * result.phases.x[k] / result.phases.Vx +
+                                  fractionY * result.phases.y[k] / result.phases.Vy;
+            EXPECT_LE(RelativeError(amount * V, fluid::Fractions[k]), 1e-7);
+        }
+    }
+    std::printf("converged %d, no solution %d, trivial %d\n", outcomes[0], outcomes[1],
+                outcomes[2]);
+    for (const int count : outcomes) EXPECT_GT(count, Mixtures / 10);
+}
+
+TEST(PhaseIteration, GarbageHangsOrIsShown) {
+    ASSERT_NO_FATAL_FAILURE(Accept(ReadGolden("phase_equilibria.csv", 27).front()));
+    const double inf = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<double> garbage = {0.0, -1.0, 1e-320, 1e-300, 1e300, inf, -inf, nan};
+    const ComponentValues half = {0.5, 0.5};
+    const auto last = fluid::LastComponent;
+    for (const double bad : garbage) {
+        SCOPED_TRACE(bad);
+        for (const Given given : {Given::Temperature, Given::Pressure}) {
+            for (const Homogenisation kind : Kinds) {
+                EXPECT_EQ(Find(given, bad, kind).count, 0U);
+                for (const auto& guess :
+                     {PhaseGuess{bad, half, half}, PhaseGuess{200.0, {bad, bad}, half},
+                      PhaseGuess{200.0, half, {nan, 1.0}}, PhaseGuess{200.0, half, {}}}) {
+                    EXPECT_NE(Iterate(given, bad, kind, guess).outcome, Outcome::Converged);
+                }
+                EXPECT_NE(Iterate(given, 200.0, kind, {bad, half, half}).outcome,
+                          Outcome::Converged);
+            }
+        }
+        EXPECT_EQ(fluid::FindEquilibriumApproach(last, fluid::Fractions, bad, 100.0).kind,
+                  Kind::Homogeneous);
+        EXPECT_EQ(fluid::FindEquilibriumApproach(last, fluid::Fractions, 220.0, bad).kind,
+                  Kind::Homogeneous);
+        for (const auto& [T, V, P, F] :
+             {std::array{bad, 100.0, 1.0, 0.5}, std::array{220.0, bad, 1.0, 0.5},
+              std::array{220.0, 100.0, bad, 0.5}}) {
+            const auto result =
+                fluid::IterateEquilibrium(last, fluid::Fractions, T, V, F, {P, half, half});
+            EXPECT_FALSE(result.outcome == Outcome::Converged && result.fractionInRange);
+            EXPECT_TRUE(std::isfinite(result.volumeFraction));
+        }
+    }
+}
+
+void AcceptParts(const ComponentValues& parts) {
+    ComponentValues counts{};
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        counts[i] = std::round(parts[i] * static_cast<double>(fluid::FractionScale));
+    }
+    Accept(counts);
+}
+
+// H2O with CH4 at 194 K, where two liquids and a vapour could coexist.
+TEST(Equilibrium, ThirdPhaseOrHomogeneityIsConcealed) {
+    ASSERT_NO_FATAL_FAILURE(AcceptParts({0.89, 0, 0, 0, 0, 0, 0, 0, 0, 0.11, 0}));
+    const double V = 1.3408 * fluid::MixtureB(1, fluid::Fractions);
+    const auto start = fluid::FindEquilibriumApproach(1, fluid::Fractions, 194.31066, V);
+    EXPECT_EQ(start.kind, Kind::Metastable);
+    const auto result = fluid::IterateEquilibrium(1, fluid::Fractions, 194.31066, V,
+                                                  start.volumeFraction, start.guess);
+    EXPECT_EQ(result.outcome, Outcome::Converged);
+    EXPECT_TRUE(result.metastable);
+    for (const auto& [T, volume] : {std::pair{1200.0, 100.0}, {400.0, 1e5}, {194.0, 30.0}}) {
+        const auto seed = fluid::FindEquilibriumApproach(1, fluid::Fractions, T, volume);
+        EXPECT_EQ(seed.kind, Kind::Homogeneous) << T;
+        EXPECT_GT(seed.guess.unknown, 0.0);
+    }
+}
+
+TEST(PhaseIteration, OnePhaseIsShownAsTwo) {
+    ASSERT_NO_FATAL_FAILURE(AcceptParts({0, 0.1, 0, 0, 0, 0, 0, 0, 0, 0.9, 0}));
+    for (const double T : {230.0, 300.0}) {
+        for (const Homogenisation kind : Kinds) {
+            EXPECT_EQ(Find(Given::Temperature, T, kind).count, 0U);
+            const PhaseGuess guess = {5.0, {0.12, 0.88}, {0.08, 0.92}};
+            EXPECT_EQ(Iterate(Given::Temperature, T, kind, guess).outcome, Outcome::Trivial);
+        }
+    }
+}
+
+TEST(FirstApproach, SeedDoesNotGoThereAndBack) {
+    std::mt19937_64 random(13);
+    for (int i = 0; i < 50; ++i) {
+        AcceptRandomMixture(random, 11);
+        for (const double P : {1e-4, 0.1, 3.0, 30.0}) {
+            const auto seed = fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
+                                                        Given::Pressure, P, Kinds.begin()[0]);
+            const auto back =
+                fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
+                                          Given::Temperature, seed.unknown, Kinds.begin()[1]);
+            EXPECT_LE(RelativeError(back.unknown, P), 1e-6) << seed.unknown;
+            EXPECT_LE(LargestDifference(seed.x, fluid::Fractions), 1e-12);
+            EXPECT_LE(LargestDifference(back.y, fluid::Fractions), 1e-12);
+        }
+    }
+}
+
+}  // namespace
