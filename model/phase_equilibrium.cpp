@@ -5,7 +5,6 @@
 #include <cstddef>
 
 #include "model/cubic.h"
-#include "model/fugacity.h"
 #include "model/phase_roots.h"
 #include "model/trial_phase.h"
 #include "model/van_der_waals.h"
@@ -22,10 +21,10 @@ constexpr double Divergence = 1e300;
 
 // The secant search for the unknown of an iteration.
 struct Secant {
-    double u0;
-    double u1;
-    double F0;
-    double F1;
+    double u0 = 0.0;
+    double u1 = 0.0;
+    double F0 = 0.0;
+    double F1 = 0.0;
     double change = 0.0;
 
     void step() {
@@ -50,33 +49,44 @@ using RootChoice = double(const CubicRoots&, double);
 
 // Two phases that exchange their components by successive substitution.
 struct Substitution {
-    std::int32_t last;
-    const ComponentValues& z;
-    ComponentValues B;
+    std::int32_t last = -1;
+    ComponentValues z{};
     PhasePair phases;
-    ComponentValues phiX{};
-    ComponentValues phiY{};
+    ComponentValues logPhiX{};
+    ComponentValues logPhiY{};
     ComponentValues K{};
     double drift = 0.0;  // largest relative change of a K in the last substitution
 
-    double evaluate(const ComponentValues& x, RootChoice* choice, ComponentValues& phi) const;
+    double evaluate(const ComponentValues& x, RootChoice* choice, ComponentValues& logPhi) const;
     void evaluatePhases();
     // New compositions for the vapour fraction beta; returns the residual.
     double substitute(double beta);
 };
 
+// The molar volume of a phase and the logarithms of its fugacity coefficients, with the limits of
+// FugacityCoefficients: a coefficient of 1 beyond e^±227 and for a volume that is none.
 double Substitution::evaluate(const ComponentValues& x, RootChoice* choice,
-                              ComponentValues& phi) const {
+                              ComponentValues& logPhi) const {
+    constexpr double LogLimit = 227.0;
+    const auto count = static_cast<std::size_t>(last) + 1;
     const double bMix = MixtureB(last, x);
-    const CubicRoots roots = VolumeCubicSolver(MixtureA(last, x), bMix, phases.T, phases.P);
-    const double V = choice(roots, bMix);
-    phi = FugacityCoefficients(last, bMix, ComponentAttraction(last, x), B, phases.T, phases.P, V);
+    const double V = choice(VolumeCubicSolver(MixtureA(last, x), bMix, phases.T, phases.P), bMix);
+    double rootSum = 0.0;
+    for (std::size_t i = 0; i < count; ++i) rootSum += x[i] * aRoot[i];
+    const double RT = R * phases.T;
+    const double u = 1.0 / (V - bMix);
+    const double pull = 2.0 * rootSum / (RT * V);
+    const double common = std::log(phases.P * (V - bMix) / RT);
+    for (std::size_t i = 0; i < count; ++i) {
+        const double value = b[i] * u - aRoot[i] * pull - common;
+        logPhi[i] = V > 0.0 && std::abs(value) < LogLimit ? value : 0.0;
+    }
     return V;
 }
 
 void Substitution::evaluatePhases() {
-    phases.Vx = evaluate(phases.x, LiquidRoot, phiX);
-    phases.Vy = evaluate(phases.y, VapourRoot, phiY);
+    phases.Vx = evaluate(phases.x, LiquidRoot, logPhiX);
+    phases.Vy = evaluate(phases.y, VapourRoot, logPhiY);
 }
 
 void Normalise(ComponentValues& x, double sum) {
@@ -89,7 +99,7 @@ double Substitution::substitute(double beta) {
     double sumY = 0.0;
     drift = 0.0;
     for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
-        const double ratio = phiY[i] > 0.0 ? phiX[i] / phiY[i] : 1.0;
+        const double ratio = std::exp(logPhiX[i] - logPhiY[i]);
         // 1 + beta·(K - 1), which would lose a small K
         const double t = (1.0 - beta) + beta * ratio;
         phases.x[i] = t > 0.0 ? z[i] / t : z[i];
@@ -194,9 +204,9 @@ struct Verdict {
 // What the phases of a converged iteration are worth. The first is the bulk whose stability counts.
 Verdict Judge(std::int32_t last, const PhasePair& phases, bool bulkIsX) {
     const Verdict none = {Outcome::NoSolution, false};
-    if (!(phases.Vx > MixtureB(last, phases.x) && phases.Vy > MixtureB(last, phases.y)))
-        return none;
-    if (!std::isfinite(phases.Vx) || !std::isfinite(phases.Vy)) return none;
+    const bool possible =
+        phases.Vx > MixtureB(last, phases.x) && phases.Vy > MixtureB(last, phases.y);
+    if (!possible || !std::isfinite(phases.Vx) || !std::isfinite(phases.Vy)) return none;
     const Pair pair(last, phases);
     const Mixture& bulk = bulkIsX ? pair.x : pair.y;
     const BulkState& state = bulkIsX ? pair.X : pair.Y;
@@ -224,8 +234,9 @@ HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
     const bool findsP = given == Given::Temperature;
     const bool intoLiquid = kind == Homogenisation::IntoLiquid;
     const double beta = intoLiquid ? 0.0 : 1.0;
-    const ComponentValues z = Bulk(lastComponent, fractions);
-    Substitution pair{lastComponent, z, ComponentCovolumes(lastComponent), {}};
+    Substitution pair;
+    pair.last = lastComponent;
+    pair.z = Bulk(lastComponent, fractions);
     if (!Take(lastComponent, guess.x, pair.phases.x)) return result;
     if (!Take(lastComponent, guess.y, pair.phases.y)) return result;
     (findsP ? pair.phases.T : pair.phases.P) = value;
@@ -283,8 +294,9 @@ EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const
     EquilibriumResult result;
     if (lastComponent < 0 || !Usable(T) || !Usable(V) || !Usable(guess.unknown)) return result;
     if (!std::isfinite(volumeFraction)) return result;
-    const ComponentValues z = Bulk(lastComponent, fractions);
-    Substitution pair{lastComponent, z, ComponentCovolumes(lastComponent), {}};
+    Substitution pair;
+    pair.last = lastComponent;
+    pair.z = Bulk(lastComponent, fractions);
     PhasePair& phases = pair.phases;
     if (!Take(lastComponent, guess.x, phases.x)) return result;
     if (!Take(lastComponent, guess.y, phases.y)) return result;

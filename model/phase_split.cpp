@@ -14,8 +14,8 @@ constexpr std::size_t Unknowns = ComponentCount + 1;
 // A phase by its amounts N_i in a share of the bulk's volume; Helmholtz energy and its derivatives
 // over R·T per volume of the bulk.
 struct Share {
-    ComponentValues N;
-    double volume;
+    ComponentValues N{};
+    double volume = 0.0;
 
     double C = 0.0;        // concentration, mol/cm3
     double A = 0.0;        // MPa^½
@@ -311,10 +311,12 @@ class Competition {
     std::optional<Division> winner_;
 };
 
+// Phases of a negative pressure, which two of three phases may have, are of no use.
 void Competition::enter(const ComponentValues& concentrations) {
     Division division = minimiser_.start(concentrations);
     if (!division.possible() || !minimiser_.minimise(division)) return;
     const double RT = bulk_.RT;
+    if (std::max(division.X.pressure(RT), division.Y.pressure(RT)) <= 0.0) return;
     if (!winner_ || division.energy(RT) < winner_->energy(RT)) winner_ = division;
 }
 
@@ -352,7 +354,11 @@ std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double
         }
         competition.enter(Concentrations(phase.mixture, phase.state, *other));
     }
-    return {};
+    // Nothing better than the start was found; it is handed on.
+    PhaseSplit split = TraceOf(mixture, bulk, *best);
+    split.phases.P = bulk.P + best->D;
+    split.metastable = true;
+    return split;
 }
 
 }  // namespace fluid

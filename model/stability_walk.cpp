@@ -174,9 +174,7 @@ bool StabilityWalk::passCritical(const Stop& from, const Stop& to) {
     const Peak peak = findPeak(from, to);
     if (peak.slope < NearlyCritical) return false;
     constexpr double Ratio = 0.6;
-    constexpr double Nearest = 1e-3;
-    const double before = peak.at - from.at;
-    const double after = to.at - peak.at;
+    constexpr int Rungs = 13;
     Stop last = from;
     const auto visit = [&](double at) {
         const auto stop = at > last.at && at < to.at ? look(at) : std::nullopt;
@@ -184,9 +182,9 @@ bool StabilityWalk::passCritical(const Stop& from, const Stop& to) {
         between(last, *stop, 1);
         last = *stop;
     };
-    for (double share = Ratio; share > Nearest; share *= Ratio) visit(peak.at - share * before);
+    for (int i = 1; i <= Rungs; ++i) visit(peak.at + std::pow(Ratio, i) * (from.at - peak.at));
     visit(peak.at);
-    for (double share = Nearest; share < 1.0; share /= Ratio) visit(peak.at + share * after);
+    for (int i = Rungs; i > 0; --i) visit(peak.at + std::pow(Ratio, i) * (to.at - peak.at));
     between(last, to, 1);
     return true;
 }

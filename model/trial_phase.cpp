@@ -138,7 +138,8 @@ class Search {
         : mixture_(mixture),
           bulk_(bulk),
           maxima_(maxima),
-          step_(RelativeStep / (bulk.k * mixture.largestARoot)),
+          step_(std::max(RelativeStep / (bulk.k * mixture.largestARoot),
+                         LeastStep * mixture.densestA)),
           self_(Trial(mixture, bulk, bulk.A, bulk.u, Rough)),
           curvature_(BulkCurvature(mixture, bulk)) {}
 
@@ -148,6 +149,8 @@ class Search {
   private:
     // Of the shortest length over which a weight changes by a factor e.
     static constexpr double RelativeStep = 1.0;
+    // Of the range, for temperatures so low that no mixture has numbers for its phases.
+    static constexpr double LeastStep = 1e-3;
 
     TrialPhase at(double A, const TrialPhase& from) const {
         return Trial(mixture_, bulk_, A, PredictU(mixture_, bulk_, from, A - from.A), Rough);
@@ -377,11 +380,10 @@ bool ClimbToMaximum(const Mixture& mixture, const BulkState& bulk, TrialPhase& t
 }
 
 const TrialPhase* Maxima::best(const BulkState& bulk) const {
-    const TrialPhase* best = nullptr;
-    for (const TrialPhase& phase : *this) {
-        if (best == nullptr || Drive(bulk, phase) > Drive(bulk, *best)) best = &phase;
-    }
-    return best;
+    const auto* const best = std::max_element(
+        begin(), end(),
+        [&](const TrialPhase& x, const TrialPhase& y) { return Drive(bulk, x) < Drive(bulk, y); });
+    return count > 0 ? best : nullptr;
 }
 
 Maxima FindMaxima(const Mixture& mixture, const BulkState& bulk) {

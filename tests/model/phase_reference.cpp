@@ -88,6 +88,7 @@ PhaseReference::Trial PhaseReference::trial(const State& bulk, double A, double&
 PhaseReference::Verdict PhaseReference::judge(double T, double V, double P) const {
     const double A = sMix_ / V;
     std::vector<double> grid;
+    grid.reserve(420);
     for (int i = 0; i < 60; ++i) grid.push_back(densestA_ * std::pow(10.0, -12.0 + 0.2 * i));
     for (int i = 1; i < 300; ++i) grid.push_back(densestA_ * i / 300.0);
     for (int i = 0; i < 30; ++i) {
