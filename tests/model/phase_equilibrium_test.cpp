@@ -322,8 +322,7 @@ TEST(PhaseIteration, GarbageHangsOrIsShown) {
     ASSERT_NO_FATAL_FAILURE(Accept(ReadGolden("phase_equilibria.csv", 27).front()));
     const double inf = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    const std::vector<double> garbage = {0.0,  -1.0,  1e-320, 1e-300, 1e-80,
-                                         1e80, 1e300, inf,    -inf,   nan};
+    const std::vector<double> garbage = {0.0, -1.0, 1e-320, 1e-300, 1e300, inf, -inf, nan};
     const ComponentValues half = {0.5, 0.5};
     const auto last = fluid::LastComponent;
     for (const double bad : garbage) {
