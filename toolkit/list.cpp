@@ -44,6 +44,14 @@ struct List::Callbacks {
         runHandler(self->cellTextChange_, self->name().c_str());
     }
 
+    /// Enter or a double click anywhere in a row edits its cell.
+    static void onRowActivated(GtkTreeView* view, GtkTreePath* path, GtkTreeViewColumn* /*column*/,
+                               gpointer data) {
+        const auto* const self = static_cast<const List*>(data);
+        gtk_tree_view_set_cursor(view, path, gtk_tree_view_get_column(view, self->editableColumn_),
+                                 TRUE);
+    }
+
     static void collectRow(GtkTreeModel* /*model*/, GtkTreePath* path, GtkTreeIter* /*row*/,
                            gpointer data) {
         static_cast<std::vector<int>*>(data)->push_back(gtk_tree_path_get_indices(path)[0]);
@@ -137,6 +145,7 @@ void List::setEditable(std::size_t column) {
     g_object_ref(editableCell_);
     g_object_set(editableCell_, "editable", TRUE, nullptr);
     g_signal_connect(editableCell_, "edited", G_CALLBACK(&Callbacks::onEdited), this);
+    g_signal_connect(widget(), "row-activated", G_CALLBACK(&Callbacks::onRowActivated), this);
 }
 
 List::Row List::rowAt(int position) const {

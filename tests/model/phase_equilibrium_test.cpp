@@ -322,34 +322,36 @@ TEST(PhaseIteration, GarbageHangsOrIsShown) {
     ASSERT_NO_FATAL_FAILURE(Accept(ReadGolden("phase_equilibria.csv", 27).front()));
     const double inf = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    const std::vector<double> garbage = {0.0, -1.0, 1e-320, 1e-300, 1e300, inf, -inf, nan};
     const ComponentValues half = {0.5, 0.5};
     const auto last = fluid::LastComponent;
-    for (const double bad : garbage) {
+    const PhaseReference reference;
+    for (const double bad : {0.0, -1.0, 1e-320, 1e-300, 1e-80, 1e80, 1e300, inf, -inf, nan}) {
         SCOPED_TRACE(bad);
         for (const Given given : {Given::Temperature, Given::Pressure}) {
             for (const Homogenisation kind : Kinds) {
                 EXPECT_EQ(Find(given, bad, kind).count, 0U);
-                for (const auto& guess :
-                     {PhaseGuess{bad, half, half}, PhaseGuess{200.0, {bad, bad}, half},
-                      PhaseGuess{200.0, half, {nan, 1.0}}, PhaseGuess{200.0, half, {}}}) {
-                    EXPECT_NE(Iterate(given, bad, kind, guess).outcome, Outcome::Converged);
+                for (const auto& [value, guess] : {std::pair{bad, PhaseGuess{bad, half, half}},
+                                                   {bad, {200.0, half, half}},
+                                                   {200.0, {bad, half, half}},
+                                                   {200.0, {3.0, {bad, bad}, half}},
+                                                   {200.0, {3.0, half, {nan, 1.0}}},
+                                                   {200.0, {3.0, half, {}}}}) {
+                    const auto result = Iterate(given, value, kind, guess);
+                    if (result.outcome == Outcome::Converged) ExpectTrue(result, kind, reference);
                 }
-                EXPECT_NE(Iterate(given, 200.0, kind, {bad, half, half}).outcome,
-                          Outcome::Converged);
             }
         }
-        EXPECT_EQ(fluid::FindEquilibriumApproach(last, fluid::Fractions, bad, 100.0).kind,
-                  Kind::Homogeneous);
-        EXPECT_EQ(fluid::FindEquilibriumApproach(last, fluid::Fractions, 220.0, bad).kind,
-                  Kind::Homogeneous);
+        for (const auto& [T, V] : {std::pair{bad, 100.0}, {220.0, bad}}) {
+            const auto start = fluid::FindEquilibriumApproach(last, fluid::Fractions, T, V);
+            EXPECT_EQ(start.kind, Kind::Homogeneous);
+        }
         for (const auto& [T, V, P, F] :
              {std::array{bad, 100.0, 1.0, 0.5}, std::array{220.0, bad, 1.0, 0.5},
-              std::array{220.0, 100.0, bad, 0.5}}) {
+              std::array{220.0, 100.0, 1.0, bad}, std::array{220.0, 100.0, bad, 0.5}}) {
             const auto result =
                 fluid::IterateEquilibrium(last, fluid::Fractions, T, V, F, {P, half, half});
-            EXPECT_FALSE(result.outcome == Outcome::Converged && result.fractionInRange);
-            EXPECT_TRUE(std::isfinite(result.volumeFraction));
+            EXPECT_TRUE(std::isfinite(result.volumeFraction) && std::isfinite(result.phases.Vx) &&
+                        std::isfinite(result.phases.P));
         }
     }
 }

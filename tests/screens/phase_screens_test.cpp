@@ -1,0 +1,159 @@
+#include <cmath>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/screens/screen_test.h"
+#include "toolkit/list.h"
+
+namespace {
+
+class PhaseScreensTest : public tests::ScreenTest {
+  protected:
+    void openBubbleDewPoint() {
+        openProcedure({{"CO2", "0.7"}, {"CH4", "0.3"}}, "Homogenisation", "BubbleDewPoint");
+    }
+    void openLiquidVapour() {
+        openProcedure({{"CO2", "0.7"}, {"CH4", "0.3"}}, "LiquidVapour", "LiquidVapourEq");
+    }
+    std::vector<toolkit::List::Row> rows(const std::string& list) const {
+        return dynamic_cast<const toolkit::List&>(robot.control(list)).rows();
+    }
+    std::string cell(const std::string& list, std::size_t row, std::size_t column) const {
+        const auto all = rows(list);
+        return row < all.size() ? all[row][column] : "";
+    }
+    /// Types a fraction into the first row of a list by keyboard alone.
+    void editFirstFraction(const std::string& list, const std::string& fraction) {
+        robot.control(list).takeFocus();
+        robot.press("Home");
+        robot.press("Return");
+        robot.press("Control_L+a");
+        robot.type(fraction);
+        robot.press("Return");
+    }
+};
+
+// The golden bubble point is of 60 digits, as in tests/data/phase_equilibria.csv.
+TEST_F(PhaseScreensTest, BubblePointIsNotThatOfTheMixtureInEitherDirectionAndUnit) {
+    openBubbleDewPoint();
+    robot.click("RadioButtonTh");
+    EXPECT_EQ(text("dataEntryPh"), "---");
+    EXPECT_EQ(text("Homogen2"), "Homogenization Pressure");
+    robot.click("LiquidMode");
+    EXPECT_EQ(text("GroupBox5"), "First Approach Bubble-Point Curve");
+    EXPECT_TRUE(robot.control("CanvasLiquid").isVisible());
+    EXPECT_FALSE(robot.control("CanvasVapour").isVisible());
+    robot.enter("dataEntryTh", "220");
+    robot.click("FirstApproach");
+    EXPECT_NEAR(number("dataEntry2"), 3.386660699009193 / 0.95, 1e-9);
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "3.386661");
+    EXPECT_EQ(text("PhaseX1"), "Phase X, solution (liquid)");
+    EXPECT_EQ(text("PhaseY1"), "Phase Y");
+    EXPECT_EQ(cell("ListBoxPhaseY2", 0, 0), "0.47282731");
+    EXPECT_EQ(cell("ListBoxVmX", 0, 0), "67.958173");
+
+    robot.click("Celsius");
+    EXPECT_EQ(text("dataEntryTh"), "");
+    robot.click("RadioButtonPh");
+    EXPECT_EQ(text("dataEntryTh"), "---");
+    EXPECT_EQ(text("Dimension2"), "\u00B0Celsius");
+    robot.enter("dataEntryPh", "3.386660699009193");
+    robot.click("FirstApproach");
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "-53.150000");
+}
+
+TEST_F(PhaseScreensTest, FirstApproachIsWipedWhileItIsEditedOrGarbageIsTaken) {
+    openBubbleDewPoint();
+    robot.click("RadioButtonTh");
+    robot.click("FirstApproach");
+    EXPECT_EQ(text("warning"), "put a correct number, or select a mode");
+    robot.click("VapourMode");
+    robot.enter("dataEntryTh", "220");
+    robot.click("FirstApproach");
+    robot.click("calculate");
+    EXPECT_EQ(text("PhaseY1"), "Phase Y, solution (vapour)");
+    robot.enter("dataEntry2", "2.5");
+    EXPECT_EQ(text("Answer") + text("Iterations"), "");
+    EXPECT_EQ(rows("ListBoxPhaseX").size(), 2U);
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "2.422317");
+    editFirstFraction("ListBoxPhaseX", "0.8");
+    EXPECT_EQ(text("Answer"), "");
+    EXPECT_EQ(cell("ListBoxPhaseX", 0, 1), "0.8");
+    EXPECT_EQ(text("dataEntry2"), "2.5");
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "2.422317");
+    for (const char* const garbage : {"much", "1.5", "-0.1"}) {
+        editFirstFraction("ListBoxPhaseX", garbage);
+        robot.click("calculate");
+        EXPECT_EQ(text("warning"), "put a correct number, or select a mode") << garbage;
+        EXPECT_EQ(text("Answer"), "");
+    }
+    robot.enter("dataEntryTh", "900");
+    robot.click("FirstApproach");
+    EXPECT_NE(text("warning"), "");
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "");
+    EXPECT_NE(text("Iterations").find("solution, "), std::string::npos) << text("Iterations");
+    robot.click("Clear");
+    EXPECT_EQ(text("dataEntryTh") + text("dataEntryPh"), "------");
+    EXPECT_FALSE(isOn("VapourMode"));
+}
+
+TEST_F(PhaseScreensTest, LiquidAndVapourAreNotThoseOfTheBulk) {
+    openLiquidVapour();
+    robot.click("CalFirstApproach");
+    EXPECT_EQ(text("warning"), "put a correct number for temperature and density");
+    robot.click("calculate");
+    EXPECT_EQ(text("iterations"),
+              "put a correct number for temperature, pressure, density and volume fraction");
+    robot.enter("dataEntryT", "220");
+    robot.enter("dataEntryV", "150");
+    robot.click("CalFirstApproach");
+    robot.click("calculate");
+    EXPECT_EQ(text("PhaseX1"), "Phase X (liquid)");
+    EXPECT_EQ(text("PhaseY1"), "Phase Y (vapour)");
+    const double vapour = std::stod(cell("ListBoxFracY", 0, 0));
+    EXPECT_NEAR(std::stod(cell("ListBoxFracX", 0, 0)) + vapour, 1.0, 1e-8);
+    // The bulk is what the phases make: amounts in the volumes that they take.
+    const double amountY = vapour * 150.0 / std::stod(cell("ListBoxVmY", 0, 0));
+    const double bulk = amountY * std::stod(cell("ListBoxPhaseY2", 0, 0)) +
+                        (1.0 - amountY) * std::stod(cell("ListBoxPhaseX2", 0, 0));
+    EXPECT_NEAR(bulk, 0.7, 1e-6);
+    robot.enter("dataEntryV", "20000");
+    EXPECT_EQ(text("Answer") + text("dataEntryP"), "");
+    robot.click("CalFirstApproach");
+    EXPECT_EQ(text("warning"), "the fluid is homogeneous at this temperature and density");
+}
+
+TEST_F(PhaseScreensTest, ResultsOfAnOlderCompositionStayOrItsGasesAreCalculatedWith) {
+    openLiquidVapour();
+    robot.enter("dataEntryT", "220");
+    robot.enter("dataEntryV", "150");
+    robot.click("CalFirstApproach");
+    toolkit::Screen& first = robot.screen();
+    for (const auto& [composition, isKept] : std::vector<std::pair<tests::Composition, bool>>{
+             {{{"CO2", "0.6"}, {"CH4", "0.4"}}, true},
+             {{{"CO2", "0.6"}, {"CH4", "0.2"}, {"N2", "0.2"}}, false},
+             {{{"H2O", "1"}}, false}}) {
+        robot.use(first);
+        robot.click("CalFirstApproach");
+        robot.click("calculate");
+        openProcedure(composition, "Pressures", "PressureWindow");
+        robot.use(first);
+        EXPECT_EQ(text("Answer") + text("iterations"), "");
+        EXPECT_EQ(text("dataEntryP") != "", isKept);
+        EXPECT_EQ(rows("ListBoxPhaseX").empty(), !isKept);
+        robot.click("calculate");
+    }
+    robot.click("PushButton1");
+    robot.use("ExplainSecond");
+    robot.closeWindow();
+    robot.use(first);
+}
+
+}  // namespace
