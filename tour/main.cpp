@@ -5,6 +5,7 @@
 #include <exception>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "app/start1_window.h"
 #include "app/window_owner.h"
