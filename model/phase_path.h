@@ -35,8 +35,7 @@ class Isotherm final : public Path {
     double T_;
 };
 
-// P in MPa is given, the parameter is -ln T: from hot to cold, on the root of lowest fugacity or
-// on the root nearest to a volume.
+// P in MPa is given, the parameter is -ln T: from hot to cold, on the root of lowest fugacity.
 class Isobar final : public Path {
   public:
     Isobar(const Mixture& mixture, double P) : mixture_(mixture), P_(P) {}

@@ -69,10 +69,18 @@ class Minimiser {
     bool minimise(Division& division) const;
 
   private:
+    struct Step {
+        Vector change{};        // of the amounts and the volume of phase Y
+        double descent = 0.0;   // of the energy, to first order
+        double relative = 0.0;  // largest change relative to an amount
+    };
+
     Vector gradient(const Division& division) const;
     Vector scales(const Division& division) const;
     void addHessian(const Share& share, const Vector& scale, Matrix& hessian) const;
     Division moved(const Division& from, const Vector& step, double length) const;
+    std::optional<Step> newtonStep(const Division& division, double& shift) const;
+    double descend(const Step& step, Division& division) const;
 
     const Mixture& mixture_;
     double RT_;
@@ -189,58 +197,73 @@ Division Minimiser::moved(const Division& from, const Vector& step, double lengt
     return divide(N, from.Y.volume + length * step[mixture_.count]);
 }
 
-bool Minimiser::minimise(Division& division) const {
+// The step of Newton's method, with the shift raised until the Hessian is positive.
+std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division,
+                                                     double& shift) const {
+    constexpr double LeastShift = 1e-4;
+    constexpr double LargestShift = 1e12;
     const std::size_t n = mixture_.count + 1;
+    const Vector scale = scales(division);
+    Vector slope = gradient(division);
+    for (std::size_t i = 0; i < n; ++i) slope[i] *= scale[i];
+    Matrix hessian{};
+    addHessian(division.X, scale, hessian);
+    addHessian(division.Y, scale, hessian);
+    Step step;
+    while (!SolvePositive(hessian, shift, slope, n, step.change)) {
+        shift = std::max(4.0 * shift, LeastShift);
+        if (shift > LargestShift) return {};
+    }
+    for (std::size_t i = 0; i < n; ++i) {
+        step.descent += step.change[i] * slope[i];
+        step.change[i] *= scale[i];
+    }
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        const double least = std::min(division.X.N[i], division.Y.N[i]);
+        step.relative = std::max(step.relative, std::abs(step.change[i]) / least);
+    }
+    return step;
+}
+
+// Goes along a step as far as the energy falls; returns the part of it that was gone.
+double Minimiser::descend(const Step& step, Division& division) const {
+    constexpr int Halvings = 40;
+    constexpr double Armijo = 1e-4;
+    const double energy = division.energy(RT_);
+    const double noise = 1e-14 * std::abs(energy);
+    double length = 2.0;
+    for (int i = 0; i < Halvings; ++i) {
+        length *= 0.5;
+        const Division next = moved(division, step.change, length);
+        const double allowed = energy + Armijo * length * step.descent + noise;
+        if (!next.possible() || !(next.energy(RT_) <= allowed)) continue;
+        division = next;
+        return length;
+    }
+    return 0.0;
+}
+
+bool Minimiser::minimise(Division& division) const {
     constexpr int StepLimit = 300;
+    constexpr double Enough = 1e-11;
+    constexpr double Level = 1e-20;
     double shift = 0.0;
-    for (int iteration = 0; iteration < StepLimit; ++iteration) {
-        const Vector scale = scales(division);
-        Vector slope = gradient(division);
-        double size = 0.0;
-        for (std::size_t i = 0; i < n; ++i) {
-            slope[i] *= scale[i];
-            size = std::max(size, std::abs(slope[i]) / std::sqrt(division.X.C + division.Y.C));
-        }
-        Matrix hessian{};
-        addHessian(division.X, scale, hessian);
-        addHessian(division.Y, scale, hessian);
-        Vector step{};
-        while (!SolvePositive(hessian, shift, slope, n, step)) shift = std::max(4.0 * shift, 1e-4);
-        double descent = 0.0;
-        double relative = 0.0;
-        for (std::size_t i = 0; i < n; ++i) {
-            descent += step[i] * slope[i];
-            step[i] *= scale[i];
-        }
-        for (std::size_t i = 0; i + 1 < n; ++i) {
-            relative =
-                std::max(relative, std::abs(step[i]) / std::min(division.X.N[i], division.Y.N[i]));
-        }
-        constexpr double Enough = 1e-11;
-        if (shift == 0.0 && relative < Enough) {
-            division = moved(division, step, 1.0);
+    for (int i = 0; i < StepLimit; ++i) {
+        const auto step = newtonStep(division, shift);
+        if (!step) return false;
+        const bool level = -step->descent < Level * std::abs(division.energy(RT_));
+        if (shift == 0.0 && (step->relative < Enough || level)) {
+            division = moved(division, step->change, 1.0);
             return division.possible();
         }
-        const double energy = division.energy(RT_);
-        const double noise = 1e-14 * std::abs(energy);
-        double length = 1.0;
-        Division next = moved(division, step, length);
-        while (
-            length > 1e-12 &&
-            (!next.possible() || !(next.energy(RT_) <= energy + 1e-4 * length * descent + noise))) {
-            length *= 0.5;
-            next = moved(division, step, length);
-        }
-        if (!next.possible()) return false;
-        shift = length < 0.3 ? std::max(2.0 * shift, 1e-3) : (shift < 1e-3 ? 0.0 : 0.2 * shift);
-        division = next;
+        const double length = descend(*step, division);
+        if (length == 0.0) return false;
+        constexpr double Bad = 0.3;
+        constexpr double Small = 1e-3;
+        shift = length < Bad ? std::max(2.0 * shift, Small) : shift < Small ? 0.0 : 0.2 * shift;
     }
     return false;
 }
-
-}  // namespace
-
-namespace {
 
 BulkState StateOf(const Mixture& mixture, double T, double V) {
     return BulkAt(mixture, T, V - mixture.bMix);

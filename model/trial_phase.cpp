@@ -184,7 +184,7 @@ TrialPhase Search::at(double A, const TrialPhase& low, const TrialPhase& high) c
     const double fromHigh = PredictU(mixture_, bulk_, high, A - high.A);
     const double share = (A - low.A) / (high.A - low.A);
     const double guess = fromLow + share * (fromHigh - fromLow);
-    return Trial(mixture_, bulk_, A, std::clamp(guess, low.u, high.u), Rough);
+    return Trial(mixture_, bulk_, A, std::max(low.u, std::min(guess, high.u)), Rough);
 }
 
 // H rises with A, so that every A = H(A) between two phases lies between their H as well. The
@@ -198,9 +198,9 @@ void Search::within(TrialPhase low, TrialPhase high) {
         if (!(from < to)) return;
         if (width <= step_) break;
         constexpr double Worthwhile = 0.3;
-        if (touchesBulk(low) ? false : from - low.A > Worthwhile * width) {
+        if (!touchesBulk(low) && from - low.A > Worthwhile * width) {
             low = at(from, low, high);
-        } else if (touchesBulk(high) ? false : high.A - to > Worthwhile * width) {
+        } else if (!touchesBulk(high) && high.A - to > Worthwhile * width) {
             high = at(to, low, high);
         } else {
             const TrialPhase middle = at(0.5 * (low.A + high.A), low, high);
@@ -246,9 +246,8 @@ void Search::firstCell(const TrialPhase& near, int depth) {
     if (value0 > 0.0 && value1 > 0.0) return;
     const double largest = LargestInside(value0, slope0, value1, slope1);
     const double spread = std::abs(value1 - value0) + std::abs(slope0) + std::abs(slope1);
-    if (largest + 0.1 * spread < 0.0 || depth == DepthLimit) {
-        return;
-    }
+    constexpr double Doubt = 0.1;
+    if (largest + Doubt * spread < 0.0 || depth == DepthLimit) return;
     const TrialPhase middle = at(bulk_.A + 0.5 * width, self_);
     firstCell(middle, depth + 1);
     if (width > 0.0) {
@@ -273,7 +272,8 @@ void Search::cell(const TrialPhase& low, const TrialPhase& high, int depth) {
     const double slope1 = sign * (high.slope - 1.0) * width;
     if (slope0 <= 0.0 || slope1 >= 0.0 || depth == DepthLimit) return;
     const double largest = LargestInside(sign * value0, slope0, sign * value1, slope1);
-    if (largest + 0.1 * (slope0 - slope1) * 0.25 < 0.0) return;
+    constexpr double Doubt = 0.025;
+    if (largest + Doubt * (slope0 - slope1) < 0.0) return;
     const TrialPhase middle = at(0.5 * (low.A + high.A), low);
     cell(low, middle, depth + 1);
     cell(middle, high, depth + 1);

@@ -252,6 +252,10 @@ void Screen::resize(int width, int height) {
     gtk_window_resize(GTK_WINDOW(window_), width, height);
 }
 
+unsigned long Screen::xWindow() const {
+    return GDK_WINDOW_XID(gtk_widget_get_window(window_));
+}
+
 Area Screen::area() const {
     Area area;
     GdkWindow* const window = gtk_widget_get_window(window_);

@@ -56,6 +56,8 @@ class Screen {
     Control* control(std::string_view name) const;
     const std::vector<Control*>& controls() const { return controls_; }
     GtkWidget* window() const { return window_; }
+    /// The X server's number of the window; only of a shown one.
+    unsigned long xWindow() const;
 
     /// What the Edit menu acts on: the focused entry, result or list.
     bool canPerform(EditCommand command) const;

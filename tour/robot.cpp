@@ -1,7 +1,6 @@
 #include "tour/robot.h"
 
 #include <X11/XKBlib.h>
-#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
@@ -180,24 +179,14 @@ void Robot::enter(std::string_view name, std::string_view characters) {
 
 void Robot::closeWindow() {
     Display* const display = connection_->display;
-    const Window root = DefaultRootWindow(display);
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long rest = 0;
-    unsigned char* data = nullptr;
-    XGetWindowProperty(display, root, XInternAtom(display, "_NET_ACTIVE_WINDOW", False), 0, 1,
-                       False, XA_WINDOW, &type, &format, &count, &rest, &data);
-    if (data == nullptr) {
-        throw std::runtime_error("no window manager");
-    }
     XEvent event{};
     event.xclient.type = ClientMessage;
-    event.xclient.window = *reinterpret_cast<const Window*>(data);
+    event.xclient.window = screen().xWindow();
     event.xclient.message_type = XInternAtom(display, "_NET_CLOSE_WINDOW", False);
     event.xclient.format = 32;
-    XFree(data);
-    XSendEvent(display, root, False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    XSendEvent(display, DefaultRootWindow(display), False,
+               SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    screen_ = nullptr;
     settle();
 }
 

@@ -39,7 +39,7 @@ class Robot {
     void press(std::string_view keys);
     /// Clicks an entry and types over what is in it.
     void enter(std::string_view name, std::string_view characters);
-    /// Has the window manager close the active window, as the button in its title bar does.
+    /// Has the window manager close the window in use, as the button in its title bar does.
     void closeWindow();
 
     /// Runs the events until nothing more happens.
