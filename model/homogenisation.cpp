@@ -71,51 +71,12 @@ HomogenisationPoints Points(const Mixture& mixture, const StabilityWalk& walk, b
     return result;
 }
 
-// Above this temperature no mixture of these components has two phases: H' is a variance of
-// aRoot/b, at most densestA²/4, times k·largestB.
-double HottestT(const Mixture& mixture) {
-    return mixture.densestA * mixture.densestA * mixture.largestB / (2.0 * R);
-}
-
-// Below this temperature coefficients of fugacity in a dense phase leave e^±227.
-double ColdestT(const Mixture& mixture) {
-    constexpr double LargestExponent = 227.0;
-    return 2.0 * mixture.largestARoot * mixture.densestA / (R * LargestExponent);
-}
-
-// The nearer the mixture is to splitting by itself, the shorter a two-phase range may be.
-double Stride(const Mixture& mixture, const Stop& stop, double usual) {
-    if (stop.unstable()) return usual;
-    const double slope = BulkSlope(mixture, stop.bulk);
-    constexpr double Near = 0.8;
-    constexpr double Nearest = 0.95;
-    return slope > Nearest ? 0.06 * usual : slope > Near ? 0.3 * usual : usual;
-}
-
-double IsothermStep(double at) {
-    return at < -3.0 ? 1.5 : at < 2.0 ? 0.4 : 1.2;
-}
-
 HomogenisationPoints AtTemperature(const Mixture& mixture, double T, Homogenisation kind) {
     if (!(T > ColdestT(mixture) && T < HottestT(mixture))) return {};
     const Isotherm path(mixture, T);
     StabilityWalk walk(mixture, path);
-    constexpr double Dilute = -10.0;
-    constexpr double MostDilute = -250.0;
-    double start = Dilute;
-    std::optional<Stop> stop = walk.look(start);
-    while (stop && stop->unstable() && start > MostDilute) {
-        start += Dilute;
-        stop = walk.look(start);
-    }
-    if (!stop) return {};
-    walk.startAt(*stop);
     constexpr double Densest = 40.0;
-    double at = start;
-    while (at < Densest && walk.last().bulk.P < HighestP) {
-        at += Stride(mixture, walk.last(), IsothermStep(at));
-        walk.go(at);
-    }
+    WalkIsotherm(mixture, Densest, HighestP, walk);
     return Points(mixture, walk, true, kind);
 }
 
@@ -130,7 +91,7 @@ HomogenisationPoints AtPressure(const Mixture& mixture, double P, Homogenisation
     walk.startAt(*stop);
     while (at < coldest) {
         constexpr double Step = 0.15;
-        at = std::min(coldest, at + Stride(mixture, walk.last(), Step));
+        at = std::min(coldest, at + StrideFrom(mixture, walk.last(), Step));
         walk.go(at);
     }
     return Points(mixture, walk, false, kind);

@@ -40,6 +40,16 @@ PathRates Isotherm::rates(const BulkState& bulk) const {
     return {u, A, bulk.RT * u - 2.0 * bulk.A * A, 0.0};
 }
 
+std::optional<BulkState> Isochore::at(double parameter) const {
+    const BulkState bulk = BulkAt(mixture_, std::exp(-parameter), V_ - mixture_.bMix);
+    if (!std::isfinite(bulk.u) || !(bulk.A > 0.0)) return {};
+    return bulk;
+}
+
+PathRates Isochore::rates(const BulkState& bulk) const {
+    return {0.0, 0.0, -bulk.RT * bulk.u, -1.0};
+}
+
 std::optional<BulkState> Isobar::at(double parameter) const {
     const double T = std::exp(-parameter);
     const CubicRoots roots = Roots(mixture_, T, P_);

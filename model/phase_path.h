@@ -35,6 +35,18 @@ class Isotherm final : public Path {
     double T_;
 };
 
+// V in cm3/mol, above bMix, is given, the parameter is -ln T: from hot to cold.
+class Isochore final : public Path {
+  public:
+    Isochore(const Mixture& mixture, double V) : mixture_(mixture), V_(V) {}
+    std::optional<BulkState> at(double parameter) const override;
+    PathRates rates(const BulkState& bulk) const override;
+
+  private:
+    const Mixture& mixture_;
+    double V_;
+};
+
 // P in MPa is given, the parameter is -ln T: from hot to cold, on the root of lowest fugacity.
 class Isobar final : public Path {
   public:

@@ -226,4 +226,31 @@ void StabilityWalk::keep(const Transition& transition) {
     if (count_ < Capacity) transitions_[count_++] = transition;
 }
 
+double StrideFrom(const Mixture& mixture, const Stop& stop, double usual) {
+    if (stop.unstable()) return usual;
+    const double slope = BulkSlope(mixture, stop.bulk);
+    constexpr double Near = 0.8;
+    constexpr double Nearest = 0.95;
+    return slope > Nearest ? 0.06 * usual : slope > Near ? 0.3 * usual : usual;
+}
+
+bool WalkIsotherm(const Mixture& mixture, double densest, double highestP, StabilityWalk& walk) {
+    constexpr double Dilute = -10.0;
+    constexpr double MostDilute = -250.0;
+    double at = Dilute;
+    std::optional<Stop> stop = walk.look(at);
+    while (stop && stop->unstable() && at > MostDilute) {
+        at += Dilute;
+        stop = walk.look(at);
+    }
+    if (!stop) return true;
+    walk.startAt(*stop);
+    while (at < densest && walk.last().bulk.P < highestP) {
+        const double usual = at < -3.0 ? 1.5 : at < 2.0 ? 0.4 : 1.2;
+        at = std::min(densest, at + StrideFrom(mixture, walk.last(), usual));
+        walk.go(at);
+    }
+    return !stop->unstable();
+}
+
 }  // namespace fluid

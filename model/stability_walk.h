@@ -72,4 +72,13 @@ class StabilityWalk {
     std::size_t count_ = 0;
 };
 
+// How far to go from a stop where `usual` is far enough as a rule: the nearer the mixture is to
+// splitting by itself, the shorter a two-phase range may be.
+double StrideFrom(const Mixture& mixture, const Stop& stop, double usual);
+
+// Leads a walk on an Isotherm from the dilute gas to the parameter `densest` or to the pressure
+// `highestP` in MPa. Returns whether the dilute gas is stable, which it is unless doubles have no
+// room for a gas so dilute; then the walk starts at the most dilute one.
+bool WalkIsotherm(const Mixture& mixture, double densest, double highestP, StabilityWalk& walk);
+
 }  // namespace fluid

@@ -321,6 +321,15 @@ Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions)
     return mixture;
 }
 
+double HottestT(const Mixture& mixture) {
+    return mixture.densestA * mixture.densestA * mixture.largestB / (2.0 * R);
+}
+
+double ColdestT(const Mixture& mixture) {
+    constexpr double LargestExponent = 227.0;
+    return 2.0 * mixture.largestARoot * mixture.densestA / (R * LargestExponent);
+}
+
 BulkState BulkAt(const Mixture& mixture, double T, double freeVolume) {
     BulkState bulk;
     bulk.T = T;

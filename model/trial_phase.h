@@ -28,6 +28,13 @@ struct Mixture {
 // above 0 at the positions of the tables, normalised here.
 Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions);
 
+// Above this temperature in K no mixture of these components has two phases
+// (docs/phase_equilibria.md, "H rises"): R·T = largestB·densestA²/2.
+double HottestT(const Mixture& mixture);
+
+// Below this temperature in K coefficients of fugacity in a dense phase leave e^±227.
+double ColdestT(const Mixture& mixture);
+
 // One homogeneous state: T in K, V in cm3/mol, u = 1/(V - b) in mol/cm3, A = aRootMix/V in MPa^½,
 // P = R·T·u - A² in MPa, k = 2/(R·T).
 struct BulkState {

@@ -1,0 +1,129 @@
+#include "model/phase_boundary.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <random>
+#include <span>
+
+#include "model/composition.h"
+#include "model/first_approach.h"
+#include "model/phase_equilibrium.h"
+#include "model/van_der_waals.h"
+#include "tests/model/golden.h"
+#include "tests/model/phase_reference.h"
+
+namespace {
+
+using fluid::BoundaryPoint;
+using fluid::Given;
+using fluid::Stability;
+
+std::optional<BoundaryPoint> BoundaryAt(double V) {
+    return fluid::FindBoundary(fluid::LastComponent, fluid::Fractions, V);
+}
+
+fluid::IsothermStability StabilityAt(double T, double smallestV) {
+    return {fluid::LastComponent, fluid::Fractions, T, smallestV};
+}
+
+// The points are those that the homogenisation conditions are tested with, in 60 digits.
+TEST(PhaseBoundaryTest, IsochoreMeetsItElsewhereThanTheBubbleAndDewPoints) {
+    double worstT = 0.0;
+    double worstP = 0.0;
+    double worstOther = 0.0;
+    for (const auto& row : ReadGolden("phase_equilibria.csv", 27)) {
+        Accept(std::span(row).first(fluid::ComponentCount));
+        const bool bubble = row[11] == 0.0;
+        const double V = bubble ? row[14] : row[15];
+        const double otherV = bubble ? row[15] : row[14];
+        const auto point = BoundaryAt(V);
+        ASSERT_TRUE(point) << V;
+        worstT = std::max(worstT, RelativeError(point->T, row[12]));
+        worstP = std::max(worstP, RelativeError(point->P, row[13]));
+        worstOther = std::max(worstOther, RelativeError(point->otherV, otherV));
+        EXPECT_EQ(point->kind(),
+                  bubble ? fluid::Homogenisation::IntoLiquid : fluid::Homogenisation::IntoVapour);
+    }
+    EXPECT_LT(worstT, 1e-12);
+    EXPECT_LT(worstP, 2e-11);
+    EXPECT_LT(worstOther, 1e-10);
+}
+
+TEST(PhaseBoundaryTest, StatesAreCalledStableThatSplitOrUnstableThatDoNot) {
+    std::mt19937_64 random(20261121);
+    int split = 0;
+    int metastable = 0;
+    double closest = 1.0;
+    for (int mixture = 0; mixture < 60; ++mixture) {
+        AcceptRandomMixture(random, 5);
+        const PhaseReference reference;
+        const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+        const double T = std::exp(std::uniform_real_distribution(std::log(60.0), 6.7)(random));
+        const double densest = 1.01 * b;
+        const auto isotherm = StabilityAt(T, densest);
+        for (int i = 0; i < 12; ++i) {
+            const double V =
+                b * (1.01 + std::exp(std::uniform_real_distribution(-4.0, 5.0)(random)));
+            const auto point = BoundaryAt(V);
+            const double boundaryT = point ? point->T : 0.0;
+            closest = std::min(closest, std::abs(T / boundaryT - 1.0));
+            const Stability stability = isotherm.at(V);
+            const bool stable = stability == Stability::Stable;
+            EXPECT_EQ(stable, T >= boundaryT) << T << ' ' << V;
+            const auto verdict = reference.judge(T, V, reference.pressure(T, V));
+            EXPECT_EQ(stable, !verdict.unstable) << T << ' ' << V << ' ' << verdict.drive;
+            split += stable ? 0 : 1;
+            metastable += stability == Stability::Metastable ? 1 : 0;
+        }
+    }
+    EXPECT_GT(split, 200);
+    EXPECT_GT(metastable, 40);
+    EXPECT_GT(closest, 0.0);
+}
+
+TEST(PhaseBoundaryTest, IsochoreHomogenisesElsewhereThanTheIterationSays) {
+    std::mt19937_64 random(6);
+    int compared = 0;
+    for (int mixture = 0; mixture < 200; ++mixture) {
+        AcceptRandomMixture(random, 4);
+        const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+        const double V = b * (1.1 + std::exp(std::uniform_real_distribution(-1.0, 5.0)(random)));
+        const auto point = BoundaryAt(V);
+        // Beside a critical point the iteration ends before its digits do.
+        if (!point || RelativeError(point->otherV, V) < 0.01) continue;
+        const auto points = fluid::FindHomogenisationPoints(
+            fluid::LastComponent, fluid::Fractions, Given::Temperature, point->T, point->kind());
+        const bool bubble = point->kind() == fluid::Homogenisation::IntoLiquid;
+        for (const fluid::PhasePair& pair : points) {
+            const double bulkV = bubble ? pair.Vx : pair.Vy;
+            if (RelativeError(bulkV, V) > 1e-3) continue;
+            const auto result = fluid::IterateHomogenisation(
+                fluid::LastComponent, fluid::Fractions, Given::Temperature, point->T, point->kind(),
+                fluid::HomogenisationApproach(Given::Temperature, pair));
+            ASSERT_EQ(result.outcome, fluid::Outcome::Converged);
+            EXPECT_LT(RelativeError(result.phases.P, point->P), 1e-8);
+            EXPECT_LT(RelativeError(bubble ? result.phases.Vx : result.phases.Vy, V), 1e-8);
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, 100);
+}
+
+TEST(PhaseBoundaryTest, CriticalPointAndTheEndsOfTheRangesGiveNoNumber) {
+    AcceptPure(1);
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const auto critical = BoundaryAt(3.0 * b);
+    ASSERT_TRUE(critical);
+    EXPECT_NEAR(critical->T, fluid::Tc[0], 1e-7 * fluid::Tc[0]);
+    EXPECT_NEAR(critical->P, fluid::Pc[0], 1e-6 * fluid::Pc[0]);
+    for (const double V : {b, 0.5 * b, 0.0, -1.0, 1e300}) EXPECT_FALSE(BoundaryAt(V)) << V;
+    const auto cold = StabilityAt(1.0, 1.1 * b);
+    EXPECT_EQ(cold.at(2.0 * b), Stability::Unstable);
+    EXPECT_EQ(cold.at(1e9 * b), Stability::Unknown);
+    EXPECT_EQ(StabilityAt(1e5, 1.1 * b).at(2.0 * b), Stability::Stable);
+}
+
+}  // namespace
