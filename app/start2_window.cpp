@@ -5,6 +5,8 @@
 #include "procedures/activity_window.h"
 #include "procedures/bubble_dew_point.h"
 #include "procedures/fugacity_window.h"
+#include "procedures/isochore_window.h"
+#include "procedures/isotherm_window.h"
 #include "procedures/liquid_vapour_eq.h"
 #include "procedures/pressure_window.h"
 #include "procedures/temperature_window.h"
@@ -79,8 +81,8 @@ void Start2Window::connectProcedures() {
     procedures_ = {{&MolarVolumes, newScreenOf<procedures::VolumeWindow>},
                    {&Pressures, newScreenOf<procedures::PressureWindow>},
                    {&Temperatures, newScreenOf<procedures::TemperatureWindow>},
-                   {&Isochores, nullptr},
-                   {&Isotherms, nullptr},
+                   {&Isochores, newScreenOf<procedures::IsochoreWindow>},
+                   {&Isotherms, newScreenOf<procedures::IsothermWindow>},
                    {&Fugacities, newScreenOf<procedures::FugacityWindow>},
                    {&Activities, newScreenOf<procedures::ActivityWindow>},
                    {&Homogenisation, newScreenOf<procedures::BubbleDewPoint>},

@@ -14,28 +14,46 @@ constexpr int echoWidth = 48;  // characters of a usual echo
 
 }  // namespace
 
-VolumeEntry::VolumeEntry(const std::string& boxName, const std::string& unitName,
-                         const std::string& captionName)
-    : MolarVolume(captionName, "Molar Volume"),
-      unit(unitName, "cm3/mol"),
-      box(boxName, "Vol. Unit"),
+VolumeUnit::VolumeUnit(const std::string& boxName)
+    : box(boxName, "Vol. Unit"),
       kgm3(group_, "kgm3", " g/cm3"),
       cm3mol(group_, "cm3mol", " cm3/mol") {
     cm3mol.turnOn();
+}
+
+toolkit::Block VolumeUnit::unitBlock() {
+    return box.around(toolkit::column({kgm3, cm3mol}));
+}
+
+double VolumeUnit::toMolarVolume(double number) const {
+    return kgm3.isOn()
+               ? fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number)
+               : number;
+}
+
+std::string VolumeUnit::unitText() const {
+    return kgm3.isOn() ? densityUnit : volumeUnit;
+}
+
+std::string VolumeUnit::quantityText() const {
+    return kgm3.isOn() ? "Density" : "Molar Volume";
+}
+
+void VolumeUnit::showCaptions() {
+    cm3mol.setCaption(std::string(" ") + volumeUnit);
+    kgm3.setCaption(std::string(" ") + densityUnit);
+}
+
+VolumeEntry::VolumeEntry(const std::string& boxName, const std::string& unitName,
+                         const std::string& captionName)
+    : VolumeUnit(boxName), MolarVolume(captionName, "Molar Volume"), unit(unitName, "cm3/mol") {
     MolarVolume.setTarget(dataEntryV);
     DensityResult.setUnobtrusive();
     DensityResult.reserve(echoWidth);
 }
 
-toolkit::Block VolumeEntry::unitBlock() {
-    return box.around(toolkit::column({kgm3, cm3mol}));
-}
-
 double VolumeEntry::molarVolume() const {
-    const double number = dataEntryV.number();
-    return kgm3.isOn()
-               ? fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number)
-               : number;
+    return toMolarVolume(dataEntryV.number());
 }
 
 void VolumeEntry::showEcho() {
@@ -49,20 +67,15 @@ void VolumeEntry::showEcho() {
     DensityResult.setText(echo);
 }
 
-std::string VolumeEntry::unitText() const {
-    return kgm3.isOn() ? densityUnit : volumeUnit;
-}
-
 void VolumeEntry::unitChosen() {
     unit.setText(unitText());
-    MolarVolume.setText(kgm3.isOn() ? "Density" : "Molar Volume");
+    MolarVolume.setText(quantityText());
     dataEntryV.setText("");
     showEcho();
 }
 
 void VolumeEntry::activated() {
-    cm3mol.setCaption(std::string(" ") + volumeUnit);
-    kgm3.setCaption(std::string(" ") + densityUnit);
+    showCaptions();
     unit.setText(unitText());
     showEcho();
 }

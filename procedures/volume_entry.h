@@ -9,18 +9,42 @@
 
 namespace procedures {
 
-/// The entry of a molar volume or a density, with its caption and unit, the choice between the two
-/// (the molar volume at first), and the line that echoes the other quantity. The controls bear the
-/// names `dataEntryV`, `MolarVolume`, `kgm3`, `cm3mol` and `DensityResult`.
-class VolumeEntry {
+/// The choice between molar volumes and densities; molar volumes at first.
+class VolumeUnit {
+  public:
+    /// `boxName`: the control name of the group box.
+    explicit VolumeUnit(const std::string& boxName);
+
+    /// The group box with its two buttons.
+    toolkit::Block unitBlock();
+    /// The molar volume in cm3/mol that a number in the chosen unit stands for; not above 0 where
+    /// it stands for none.
+    double toMolarVolume(double number) const;
+    /// The name of the chosen unit and of the quantity, as they stand beside an entry.
+    std::string unitText() const;
+    std::string quantityText() const;
+    /// Gives the buttons the captions that they have from the screen's first activation on.
+    void showCaptions();
+
+  private:
+    toolkit::RadioGroup group_;
+
+  public:
+    toolkit::GroupBox box;
+    toolkit::RadioButton kgm3;
+    toolkit::RadioButton cm3mol;
+};
+
+/// The entry of a molar volume or a density, with its caption and unit, the choice between the two,
+/// and the line that echoes the other quantity. The controls bear the names `dataEntryV`,
+/// `MolarVolume`, `kgm3`, `cm3mol` and `DensityResult`.
+class VolumeEntry : public VolumeUnit {
   public:
     /// `boxName`, `unitName` and `captionName`: the control names of the group box, of the unit
     /// label and of the caption.
     VolumeEntry(const std::string& boxName, const std::string& unitName,
                 const std::string& captionName = "MolarVolume");
 
-    /// The group box with its two buttons.
-    toolkit::Block unitBlock();
     /// The molar volume in cm3/mol that the entry stands for; not above 0 where it stands for none.
     double molarVolume() const;
 
@@ -29,18 +53,10 @@ class VolumeEntry {
     void unitChosen();
     void activated();
 
-  private:
-    toolkit::RadioGroup group_;
-    std::string unitText() const;
-
-  public:
     toolkit::Caption MolarVolume;
     toolkit::Entry dataEntryV{"dataEntryV"};
     toolkit::Label unit;
     toolkit::ResultLabel DensityResult{"DensityResult", "corresponding density"};
-    toolkit::GroupBox box;
-    toolkit::RadioButton kgm3;
-    toolkit::RadioButton cm3mol;
 };
 
 }  // namespace procedures

@@ -2,6 +2,7 @@
 
 #include <gtk/gtk.h>
 
+#include <memory>
 #include <utility>
 
 #include "toolkit/clipboard.h"
@@ -12,6 +13,7 @@ namespace toolkit {
 namespace {
 
 constexpr int cellPadding = 6;
+constexpr const char* columnKey = "toolkit-column";
 
 GtkTreeView* viewOf(const Control& control) {
     return GTK_TREE_VIEW(control.widget());
@@ -52,6 +54,17 @@ struct List::Callbacks {
                                  TRUE);
     }
 
+    /// The text of a cell of a long table, when it is looked at.
+    static void onCellShown(GtkTreeViewColumn* column, GtkCellRenderer* cell, GtkTreeModel* model,
+                            GtkTreeIter* row, gpointer data) {
+        const auto* const self = static_cast<const List*>(data);
+        const std::unique_ptr<GtkTreePath, decltype(&gtk_tree_path_free)> path(
+            gtk_tree_model_get_path(model, row), &gtk_tree_path_free);
+        const Row cells = self->rowAt(gtk_tree_path_get_indices(path.get())[0]);
+        const auto position = GPOINTER_TO_SIZE(g_object_get_data(G_OBJECT(column), columnKey));
+        g_object_set(cell, "text", cells[position].c_str(), nullptr);
+    }
+
     static void collectRow(GtkTreeModel* /*model*/, GtkTreePath* path, GtkTreeIter* /*row*/,
                            gpointer data) {
         static_cast<std::vector<int>*>(data)->push_back(gtk_tree_path_get_indices(path)[0]);
@@ -84,7 +97,8 @@ List::~List() {
 
 Block List::scrolling(int visibleRows) {
     GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, nullptr);
-    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_AUTOMATIC,
+    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller),
+                                   isLong_ ? GTK_POLICY_NEVER : GTK_POLICY_AUTOMATIC,
                                    GTK_POLICY_AUTOMATIC);
     gtk_scrolled_window_set_shadow_type(GTK_SCROLLED_WINDOW(scroller), GTK_SHADOW_IN);
     return within(scroller, visibleRows);
@@ -132,8 +146,40 @@ void List::setRows(const std::vector<Row>& rows) {
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
 }
 
+void List::setTable(std::size_t count, std::function<Row(std::size_t)> row) {
+    gtk_tree_view_set_model(viewOf(*this), nullptr);
+    gtk_list_store_clear(store_);
+    table_ = std::move(row);
+    for (std::size_t i = 0; i < count; ++i) {
+        GtkTreeIter position;
+        gtk_list_store_append(store_, &position);
+    }
+    gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
+}
+
+void List::setLong(const std::vector<int>& characters) {
+    isLong_ = true;
+    PangoLayout* const sample = gtk_widget_create_pango_layout(widget(), "0");
+    int digit = 0;
+    pango_layout_get_pixel_size(sample, &digit, nullptr);
+    g_object_unref(sample);
+    for (std::size_t i = 0; i < heads_.size(); ++i) {
+        GtkTreeViewColumn* const column =
+            gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i));
+        gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
+        gtk_tree_view_column_set_fixed_width(column, characters[i] * digit + 2 * cellPadding);
+        g_object_set_data(G_OBJECT(column), columnKey, GSIZE_TO_POINTER(i));
+        GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
+        gtk_tree_view_column_set_cell_data_func(column, GTK_CELL_RENDERER(cells->data),
+                                                &Callbacks::onCellShown, this, nullptr);
+        g_list_free(cells);
+    }
+    gtk_tree_view_set_fixed_height_mode(viewOf(*this), TRUE);
+}
+
 void List::clear() {
     gtk_list_store_clear(store_);
+    table_ = nullptr;
 }
 
 void List::setEditable(std::size_t column) {
@@ -149,6 +195,9 @@ void List::setEditable(std::size_t column) {
 }
 
 List::Row List::rowAt(int position) const {
+    if (table_) {
+        return table_(static_cast<std::size_t>(position));
+    }
     Row cells;
     GtkTreeIter row;
     if (gtk_tree_model_iter_nth_child(GTK_TREE_MODEL(store_), &row, nullptr, position) == FALSE) {

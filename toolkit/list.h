@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,12 @@ class List : public Control, public Editable {
     /// Shows these rows, each with a text for every column, in place of what stood before.
     void setRows(const std::vector<Row>& rows);
     void clear();
+    /// Shows a table of `count` rows, however many, whose texts `row` gives when they are looked
+    /// at; what it refers to has to live until other rows are shown. Needs setLong.
+    void setTable(std::size_t count, std::function<Row(std::size_t)> row);
+    /// Makes the list one for long tables: its columns have room for so many characters each,
+    /// whatever is in them. To be called before it is put into a block.
+    void setLong(const std::vector<int>& characters);
     std::vector<Row> rows() const;
     /// Lets the user edit the cells of a column in place, by a click or Enter on a chosen row.
     void setEditable(std::size_t column);
@@ -52,7 +60,9 @@ class List : public Control, public Editable {
     std::vector<Row> selectedRows() const;
 
     Row heads_;
+    std::function<Row(std::size_t)> table_;
     Handler cellTextChange_;
+    bool isLong_ = false;
     int editableColumn_ = -1;
     GtkCellRenderer* editableCell_ = nullptr;
     GtkListStore* store_;

@@ -52,7 +52,11 @@ struct Screen::Callbacks {
         if ((event->type == FocusIn || event->type == FocusOut) && movesFocus(event->xfocus)) {
             const bool wasActive = std::exchange(self->isActive_, event->type == FocusIn);
             if (self->isActive_ && !wasActive) {
-                self->Event_Activate();
+                const bool isReturn = self->hasDialog_ || lender_ == self;
+                lender_ = nullptr;
+                if (!isReturn) {
+                    self->Event_Activate();
+                }
             }
         }
         return GDK_FILTER_CONTINUE;
@@ -104,7 +108,12 @@ Screen::Screen(ScreenHost& host, std::string name, const std::string& title)
     gdk_window_add_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
 }
 
+Screen* Screen::lender_ = nullptr;
+
 Screen::~Screen() {
+    if (lender_ == this) {
+        lender_ = nullptr;
+    }
     gdk_window_remove_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
     if (content_ != nullptr) {
         g_signal_handlers_disconnect_by_data(content_, this);
@@ -250,6 +259,15 @@ void Screen::present() {
 
 void Screen::resize(int width, int height) {
     gtk_window_resize(GTK_WINDOW(window_), width, height);
+}
+
+void Screen::dialogOpens() {
+    hasDialog_ = true;
+}
+
+void Screen::dialogCloses() {
+    hasDialog_ = false;
+    lender_ = isActive_ ? nullptr : this;
 }
 
 unsigned long Screen::xWindow() const {

@@ -63,7 +63,11 @@ class Screen {
     bool canPerform(EditCommand command) const;
     void perform(EditCommand command);
 
-    /// The window has become the active one. Menus, tooltips, cell editors and drags of a
+    /// Between these two a dialog of this screen is open. That it closes is no activation.
+    void dialogOpens();
+    void dialogCloses();
+
+    /// The window has become the active one. Menus, dialogs, tooltips, cell editors and drags of a
     /// selection, which only borrow the keyboard, are no activation.
     virtual void Event_Activate() {}
 
@@ -94,6 +98,8 @@ class Screen {
     Area requested_;
     bool isActive_ = false;
     bool isPainted_ = false;
+    bool hasDialog_ = false;
+    static Screen* lender_;  // whose dialog has closed, until a window becomes the active one
 };
 
 }  // namespace toolkit

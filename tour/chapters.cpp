@@ -136,4 +136,29 @@ void playLiquidVapour(Guide& guide) {
     guide.takePicture("explanation-liquid-vapour");
 }
 
+void playIsochores(Guide& guide) {
+    guide.chapter("Isochores");
+    chooseProcedure(guide, guide.robot(), "Isochores", "IsochoreWindow");
+    guide.enter("dataEntryV", "80");
+    guide.enter("dataEntryT1", "200");
+    guide.enter("dataEntryT2", "400");
+    guide.enter("dataEntryStep", "10");
+    guide.click("calculate");
+    guide.read("Homogenisation");
+    guide.read("ListBox1");
+    guide.takePicture("isochores");
+}
+
+void playIsotherms(Guide& guide) {
+    guide.chapter("Isotherms");
+    chooseProcedure(guide, guide.robot(), "Isotherms", "IsothermWindow");
+    guide.enter("dataEntryT", "220");
+    guide.enter("dataEntryV1", "60");
+    guide.enter("dataEntryV2", "800");
+    guide.enter("dataEntryStep", "5");
+    guide.click("calculate");
+    guide.read("Boundaries");
+    guide.takePicture("isotherms");
+}
+
 }  // namespace tour

@@ -39,5 +39,7 @@ void playFugacities(Guide& guide);
 void playActivities(Guide& guide);
 void playHomogenisation(Guide& guide);
 void playLiquidVapour(Guide& guide);
+void playIsochores(Guide& guide);
+void playIsotherms(Guide& guide);
 
 }  // namespace tour

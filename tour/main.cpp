@@ -29,6 +29,8 @@ void play(const std::string& folder) {
     tour::playActivities(guide);
     tour::playHomogenisation(guide);
     tour::playLiquidVapour(guide);
+    tour::playIsochores(guide);
+    tour::playIsotherms(guide);
 }
 
 }  // namespace

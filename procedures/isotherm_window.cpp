@@ -1,0 +1,295 @@
+#include "procedures/isotherm_window.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <utility>
+
+#include "model/fluid_model.h"
+#include "model/spinodal.h"
+#include "procedures/units.h"
+#include "toolkit/layout.h"
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+namespace {
+
+using fluid::Stability;
+using toolkit::numberText;
+using toolkit::PlotSeries;
+
+constexpr int sentenceWidth = 90;  // characters of a line
+constexpr std::array<const char*, 4> stateNames = {"stable", "meta-stable", "unstable",
+                                                   "not examined"};
+
+const char* nameOf(Stability stability) {
+    return stateNames[static_cast<std::size_t>(stability)];
+}
+
+/// A line for each state, which meet where the state changes.
+class StateLines {
+  public:
+    StateLines() {
+        using Style = PlotSeries::Style;
+        constexpr std::array<Style, 4> styles = {Style::line, Style::dashed, Style::dotted,
+                                                 Style::dotted};
+        for (std::size_t i = 0; i < lines_.size(); ++i) {
+            lines_[i] = PlotSeries(stateNames[i], styles[i], i);
+        }
+    }
+
+    void add(Stability state, double fromV, double fromP, double toV, double toP) {
+        PlotSeries& line = lines_[static_cast<std::size_t>(state)];
+        if (line.x.empty() || line.x.back() != fromV) {
+            if (!line.x.empty()) {
+                line.add(std::numeric_limits<double>::quiet_NaN(), 0.0);
+            }
+            line.add(fromV, fromP);
+        }
+        if (toV != fromV) {
+            line.add(toV, toP);
+        }
+    }
+
+    std::vector<PlotSeries> take() { return {lines_.begin(), lines_.end()}; }
+
+  private:
+    std::array<PlotSeries, 4> lines_;
+};
+
+}  // namespace
+
+IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
+    : SeriesScreen(host,
+                   {.screen = "IsothermWindow",
+                    .title = "Isotherms - Drovan W",
+                    .fileName = "isotherm",
+                    .plotDescription = "Pressure over molar volume at this temperature",
+                    .firstEntry = "dataEntryV1",
+                    .lastEntry = "dataEntryV2"},
+                   {"", "", "", "State"}, {24, 21, 21, 13}) {
+    using toolkit::Block;
+    dataEntryT.onTextChange(this, &IsothermWindow::entry_TextChange);
+    volumeUnitChoice.kgm3.onChoose(this, &IsothermWindow::kgm3_Action);
+    volumeUnitChoice.cm3mol.onChoose(this, &IsothermWindow::cm3mol_Action);
+    temperature.Celsius.onChoose(this, &IsothermWindow::Celsius_Action);
+    temperature.Kelvin.onChoose(this, &IsothermWindow::Kelvin_Action);
+    Temperature.setTarget(dataEntryT);
+    Boundaries.wrapAt(sentenceWidth);
+    const Block inputs =
+        toolkit::row({toolkit::grid({{Temperature, Block(dataEntryT).expanding(), StaticText3},
+                                     {firstCaption, Block(first).expanding(), firstUnit},
+                                     {lastCaption, Block(last).expanding(), lastUnit},
+                                     {stepCaption, Block(dataEntryStep).expanding(), stepUnit}})
+                          .expanding(),
+                      toolkit::column({volumeUnitChoice.unitBlock(), temperature.block()})});
+    layOut(inputs, Boundaries);
+    setFocus(dataEntryT);
+}
+
+void IsothermWindow::showUnits() {
+    volumeUnitChoice.showCaptions();
+    StaticText3.setText(temperature.unitText());
+    const std::string quantity = volumeUnitChoice.quantityText();
+    firstCaption.setText("First " + quantity);
+    lastCaption.setText("Last " + quantity);
+    stepCaption.setText(quantity + " Step");
+    for (toolkit::Label* const label : {&firstUnit, &lastUnit, &stepUnit}) {
+        label->setText(volumeUnitChoice.unitText());
+    }
+    ListBox1.setHeads({std::string("Molar Volume (") + volumeUnit + ")",
+                       std::string("Density (") + densityUnit + ")", "Pressure (MPa)", "State"});
+    plotPanel.setAxes("Molar Volume", volumeUnit, "Pressure", "MPa");
+    plotPanel.plot.setLogarithmicX(true);
+}
+
+void IsothermWindow::emptyResults() {
+    SeriesScreen::emptyResults();
+    Boundaries.setText("");
+}
+
+void IsothermWindow::Clear_Action() {
+    dataEntryT.setText("");
+    SeriesScreen::Clear_Action();
+}
+
+void IsothermWindow::volumeUnitChosen() {
+    first.setText("");
+    last.setText("");
+    dataEntryStep.setText("");
+    showUnits();
+    emptyResults();
+}
+
+void IsothermWindow::kgm3_Action() {
+    volumeUnitChosen();
+}
+
+void IsothermWindow::cm3mol_Action() {
+    volumeUnitChosen();
+}
+
+void IsothermWindow::temperatureUnitChosen() {
+    dataEntryT.setText("");
+    showUnits();
+    emptyResults();
+}
+
+void IsothermWindow::Celsius_Action() {
+    temperatureUnitChosen();
+}
+
+void IsothermWindow::Kelvin_Action() {
+    temperatureUnitChosen();
+}
+
+std::optional<double> IsothermWindow::typedTemperature() const {
+    const auto number = toolkit::parseNumber(dataEntryT.text());
+    const double T = number ? temperature.toKelvin(*number) : 0.0;
+    return T > 0.0 ? std::optional(T) : std::nullopt;
+}
+
+bool IsothermWindow::isUsable(const std::optional<double>& T,
+                              const std::optional<ValueRange>& volumes) {
+    if (!T || !volumes || !(first.number() > 0.0) || !(last.number() > 0.0)) {
+        refuse(
+            "warning: put a number for temperature, for both volumes or densities and for the "
+            "step");
+        return false;
+    }
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double smallest = std::min(volumeUnitChoice.toMolarVolume(first.number()),
+                                     volumeUnitChoice.toMolarVolume(last.number()));
+    if (!(smallest > b)) {
+        const double densest =
+            fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, b);
+        refuse("warning: molar volumes must be larger than the co-volume of this fluid, " +
+               numberText(b) + " " + volumeUnit + ", and densities smaller than " +
+               numberText(densest) + " " + densityUnit);
+        return false;
+    }
+    return canBeListed(*volumes, volumeUnitChoice.kgm3.isOn() ? "densities" : "molar volumes");
+}
+
+IsothermWindow::Isotherm IsothermWindow::calculated(
+    double T, const ValueRange& range, const fluid::IsothermStability& stability) const {
+    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    Isotherm isotherm;
+    isotherm.T = T;
+    const auto count = static_cast<std::size_t>(range.count());
+    for (std::size_t i = 0; i < count; ++i) {
+        const double number = range.value(i);
+        const double other =
+            fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number);
+        const double V = volumeUnitChoice.kgm3.isOn() ? other : number;
+        isotherm.volumes.push_back(V);
+        isotherm.densities.push_back(volumeUnitChoice.kgm3.isOn() ? number : other);
+        isotherm.pressures.push_back(fluid::PressureVdW(a, b, T, V));
+        isotherm.states.push_back(stability.at(V));
+    }
+    return isotherm;
+}
+
+void IsothermWindow::calculate_Action() {
+    const std::optional<double> T = typedTemperature();
+    const std::optional<ValueRange> volumes = range();
+    if (!isUsable(T, volumes)) {
+        return;
+    }
+    emptyResults();
+    const double smallest = std::min(volumeUnitChoice.toMolarVolume(first.number()),
+                                     volumeUnitChoice.toMolarVolume(last.number()));
+    // The boundaries are of interest beyond the range as well.
+    constexpr double denseLiquid = 1.01;
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const fluid::IsothermStability stability(fluid::LastComponent, fluid::Fractions, *T,
+                                             std::min(smallest, denseLiquid * b));
+    Isotherm isotherm = calculated(*T, *volumes, stability);
+    showBoundaries(stability);
+    plot(isotherm, stability);
+    show(std::move(isotherm));
+}
+
+void IsothermWindow::show(Isotherm isotherm) {
+    const ValueRange celsius = *ValueRange::of(dataEntryT.number(), dataEntryT.number(), 0.0);
+    const double T = temperature.Kelvin.isOn() ? celsius.rounded(dataEntryT.number() - zeroCelsius)
+                                               : dataEntryT.number();
+    const std::string heading = "Temperature = " + numberText(T) +
+                                " Celsius\nMolar Volume, Density, Pressure\n(cm3/mol), (g/cm3), "
+                                "(MPa)\n";
+    const auto table = std::make_shared<const Isotherm>(std::move(isotherm));
+    const auto numbers = [table](std::size_t i) -> toolkit::List::Row {
+        return {numberText(table->volumes[i]), numberText(table->densities[i]),
+                numberText(table->pressures[i])};
+    };
+    showTable(table->volumes.size(),
+              [table, numbers](std::size_t i) {
+                  toolkit::List::Row row = numbers(i);
+                  row.emplace_back(nameOf(table->states[i]));
+                  return row;
+              },
+              {heading, numbers});
+}
+
+void IsothermWindow::showBoundaries(const fluid::IsothermStability& stability) {
+    if (stability.boundaries().empty()) {
+        Boundaries.setText("No bubble or dew point was found at this temperature");
+        return;
+    }
+    std::string sentences;
+    for (const fluid::BoundaryPoint& point : stability.boundaries()) {
+        const bool isBubble = point.kind() == fluid::Homogenisation::IntoLiquid;
+        const std::string sentence = std::string(isBubble ? "Bubble" : "Dew") + " point at " +
+                                     numberText(point.V) + " " + volumeUnit + " and " +
+                                     numberText(point.P) + " MPa";
+        sentences = sentences.empty() ? sentence : sentence + "\n" + sentences;
+    }
+    Boundaries.setText(sentences);
+}
+
+void IsothermWindow::plot(const Isotherm& isotherm, const fluid::IsothermStability& stability) {
+    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const auto [smallest, largest] = std::minmax(isotherm.volumes.front(), isotherm.volumes.back());
+    PlotSeries bubble("bubble point", PlotSeries::Style::markers, 4);
+    PlotSeries dew("dew point", PlotSeries::Style::markers, 5);
+    PlotSeries spinodal("spinodal", PlotSeries::Style::markers, 2);
+    std::vector<double> volumes = isotherm.volumes;
+    const auto mark = [&, low = smallest, high = largest](PlotSeries& series, double V, double P) {
+        if (V >= low && V <= high) {
+            volumes.push_back(V);
+            series.add(V, P);
+        }
+    };
+    for (const fluid::BoundaryPoint& point : stability.boundaries()) {
+        mark(point.kind() == fluid::Homogenisation::IntoLiquid ? bubble : dew, point.V, point.P);
+    }
+    for (const double V :
+         fluid::DiffusionalSpinodal(fluid::LastComponent, fluid::Fractions, isotherm.T)) {
+        mark(spinodal, V, fluid::PressureVdW(a, b, isotherm.T, V));
+    }
+    std::sort(volumes.begin(), volumes.end());
+    StateLines lines;
+    double V = volumes.front();
+    double P = fluid::PressureVdW(a, b, isotherm.T, V);
+    lines.add(stability.at(V), V, P, V, P);
+    for (const double next : volumes) {
+        if (next > V) {
+            const double nextP = fluid::PressureVdW(a, b, isotherm.T, next);
+            lines.add(stability.at(0.5 * (V + next)), V, P, next, nextP);
+            V = next;
+            P = nextP;
+        }
+    }
+    std::vector<PlotSeries> series = lines.take();
+    series.push_back(std::move(spinodal));
+    series.push_back(std::move(bubble));
+    series.push_back(std::move(dew));
+    plotPanel.show(std::move(series));
+}
+
+}  // namespace procedures

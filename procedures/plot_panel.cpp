@@ -1,0 +1,78 @@
+#include "procedures/plot_panel.h"
+
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include "toolkit/clipboard.h"
+#include "toolkit/file_chooser.h"
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
+                const std::string& fileName, const std::vector<std::string>& extensions,
+                const std::function<std::optional<std::string>(const std::string& path)>& write) {
+    const std::string proposed = fileName + extensions.front();
+    const auto path = toolkit::chooseFileToSave(screen, title, proposed, extensions);
+    if (!path) {
+        return;
+    }
+    const std::optional<std::string> failure = write(*path);
+    message.setText(failure ? *failure
+                            : std::filesystem::path(*path).filename().string() + " was written");
+}
+
+PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const toolkit::List& table,
+                     const std::string& fileName, const std::string& description)
+    : plot("Plot", description),
+      screen_(screen),
+      message_(message),
+      table_(table),
+      fileName_(fileName) {
+    ReadOut.setUnobtrusive();
+    SavePicture.onClick(this, &PlotPanel::SavePicture_Action);
+    Copy.onClick(this, &PlotPanel::Copy_Action);
+    plot.onPoint([this](std::optional<toolkit::PlotPosition> position) { showPoint(position); });
+    SavePicture.setTooltip("Saves the plot as an SVG, PDF or PNG file");
+    Copy.setTooltip("Copies the table, to be pasted into a spreadsheet");
+}
+
+toolkit::Block PlotPanel::block() {
+    constexpr double width = 30.0;  // lines of text
+    constexpr double height = 22.0;
+    return toolkit::column(
+        {plot.sized(width, height), ReadOut, toolkit::buttonRow({SavePicture, Copy})});
+}
+
+void PlotPanel::setAxes(const std::string& x, const std::string& xUnit, const std::string& y,
+                        const std::string& yUnit) {
+    x_ = x;
+    xUnit_ = xUnit;
+    y_ = y;
+    yUnit_ = yUnit;
+    plot.setAxes(x + " (" + xUnit + ")", y + " (" + yUnit + ")");
+}
+
+void PlotPanel::showPoint(std::optional<toolkit::PlotPosition> position) {
+    if (!position) {
+        ReadOut.setText("");
+        return;
+    }
+    const toolkit::PlotSeries& series = plot.series()[position->series];
+    const double x = series.x[position->point];
+    const double y = series.y[position->point];
+    ReadOut.setText(x_ + " " + toolkit::numberText(x) + " " + xUnit_ + ", " + y_ + " " +
+                    toolkit::numberText(y) + " " + yUnit_);
+}
+
+void PlotPanel::SavePicture_Action() {
+    saveToFile(screen_, message_, "Save picture", fileName_, {".svg", ".pdf", ".png"},
+               [this](const std::string& path) { return plot.save(path); });
+}
+
+void PlotPanel::Copy_Action() {
+    toolkit::setClipboardText(table_.text());
+}
+
+}  // namespace procedures

@@ -1,0 +1,91 @@
+#include "toolkit/file_writing.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+namespace toolkit {
+
+namespace {
+
+std::string sentence(const std::string& path, int error) {
+    return "warning: " + std::filesystem::path(path).filename().string() +
+           " was not written: " + std::generic_category().message(error);
+}
+
+/// Writes everything and sees to it that it is on the disk. Returns 0 or the number of the error.
+int writeAll(int file, std::string_view contents) {
+    while (!contents.empty()) {
+        const ssize_t written = write(file, contents.data(), contents.size());
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written < 0) {
+            return errno;
+        }
+        contents.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return fsync(file) == 0 ? 0 : errno;
+}
+
+/// The rights of the file that stands there, or those that a new one gets.
+mode_t rightsFor(const std::string& path) {
+    struct stat old {};
+    if (stat(path.c_str(), &old) == 0) {
+        return old.st_mode & static_cast<mode_t>(07777);
+    }
+    const mode_t mask = umask(0);
+    umask(mask);
+    return static_cast<mode_t>(0666) & ~mask;
+}
+
+/// The error that replacing what stands at `path` would be; 0 where it may be replaced.
+int obstacle(const std::string& path) {
+    struct stat old {};
+    if (stat(path.c_str(), &old) != 0) {
+        return 0;
+    }
+    if (S_ISDIR(old.st_mode)) {
+        return EISDIR;
+    }
+    return access(path.c_str(), W_OK) == 0 ? 0 : errno;
+}
+
+}  // namespace
+
+std::optional<std::string> writeFile(const std::string& path, std::string_view contents) {
+    std::error_code noTarget;
+    const std::filesystem::path resolved = std::filesystem::weakly_canonical(path, noTarget);
+    const std::string target = noTarget ? path : resolved.string();
+    if (const int error = obstacle(target); error != 0) {
+        return sentence(path, error);
+    }
+    std::string temporary = target + ".XXXXXX";
+    const int file = mkstemp(temporary.data());
+    if (file < 0) {
+        return sentence(path, errno);
+    }
+    int error = writeAll(file, contents);
+    if (error == 0 && fchmod(file, rightsFor(target)) != 0) {
+        error = errno;
+    }
+    if (close(file) != 0 && error == 0) {
+        error = errno;
+    }
+    if (error == 0 && std::rename(temporary.c_str(), target.c_str()) != 0) {
+        error = errno;
+    }
+    if (error != 0) {
+        unlink(temporary.c_str());
+        return sentence(path, error);
+    }
+    return std::nullopt;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,68 @@
+#include "toolkit/plot_library.h"
+
+#include <dlfcn.h>
+
+#include <optional>
+
+namespace toolkit {
+
+namespace {
+
+/// A function of the library; null, and `isComplete` false, where it has none of that name.
+template <class Function>
+void find(void* library, const char* name, Function& function, bool& isComplete) {
+    function = reinterpret_cast<Function>(dlsym(library, name));
+    isComplete = isComplete && function != nullptr;
+}
+
+std::optional<PlotLibrary> load() {
+    void* const library = dlopen(DROVAN_PLPLOT_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) {
+        return std::nullopt;
+    }
+    PlotLibrary functions{};
+    bool isComplete = true;
+    find(library, "c_plmkstrm", functions.makeStream, isComplete);
+    find(library, "c_plsdev", functions.setDevice, isComplete);
+    find(library, "c_plspage", functions.setPage, isComplete);
+    find(library, "c_plscmap0", functions.setColours, isComplete);
+    find(library, "c_plinit", functions.initialise, isComplete);
+    find(library, "pl_cmd", functions.command, isComplete);
+    find(library, "c_pladv", functions.advance, isComplete);
+    find(library, "c_plend1", functions.endStream, isComplete);
+    find(library, "c_plvpor", functions.setViewport, isComplete);
+    find(library, "c_plwind", functions.setWindow, isComplete);
+    find(library, "c_plgvpd", functions.viewport, isComplete);
+    find(library, "c_plgvpw", functions.window, isComplete);
+    find(library, "c_plschr", functions.setTextHeight, isComplete);
+    find(library, "c_plsmaj", functions.setMajorTicks, isComplete);
+    find(library, "c_plsmin", functions.setMinorTicks, isComplete);
+    find(library, "c_plsxax", functions.setXDigits, isComplete);
+    find(library, "c_plsyax", functions.setYDigits, isComplete);
+    find(library, "c_plcol0", functions.setColour, isComplete);
+    find(library, "c_plwidth", functions.setLineWidth, isComplete);
+    find(library, "c_pllsty", functions.setLineStyle, isComplete);
+    find(library, "c_plbox", functions.drawBox, isComplete);
+    find(library, "c_plmtex", functions.drawTitle, isComplete);
+    find(library, "c_plline", functions.drawLine, isComplete);
+    find(library, "c_plstring", functions.drawMarkers, isComplete);
+    find(library, "c_pllegend", functions.drawLegend, isComplete);
+    find(library, "plsexit", functions.setExitHandler, isComplete);
+    find(library, "plsabort", functions.setAbortHandler, isComplete);
+    if (!isComplete) {
+        return std::nullopt;
+    }
+    // Its own handlers write to the terminal, and end the process.
+    functions.setExitHandler([](const char* /*message*/) { return 0; });
+    functions.setAbortHandler([](const char* /*message*/) {});
+    return functions;
+}
+
+}  // namespace
+
+const PlotLibrary* plotLibrary() {
+    static const std::optional<PlotLibrary> library = load();
+    return library ? &*library : nullptr;
+}
+
+}  // namespace toolkit
