@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "model/polynomial.h"
-#include "model/trial_phase.h"
 
 namespace fluid {
 
@@ -49,14 +48,11 @@ SpinodalVolumes Spinodal::volumes(double T) const {
 Spinodal DiffusionalOf(std::int32_t lastComponent, std::span<const double> fractions) {
     if (lastComponent < 0) return {};
     const Mixture mixture = MixtureOf(lastComponent, fractions);
+    const ComponentValues differences = ComponentDifferences(mixture);
     Spinodal spinodal{mixture.bMix, 0.0, 0.0, 0.0};
     for (std::size_t i = 0; i < mixture.count; ++i) {
-        double d = 0.0;  // sum over x_j·(s_i·b_j - b_i·s_j), 0 for j = i
-        for (std::size_t j = 0; j < mixture.count; ++j) {
-            if (j == i) continue;
-            d += mixture.z[j] * (mixture.aRoot[i] * mixture.b[j] - mixture.b[i] * mixture.aRoot[j]);
-        }
         const double s = mixture.aRoot[i];
+        const double d = differences[i];
         spinodal.square += mixture.z[i] * s * s;
         spinodal.mixed += mixture.z[i] * s * d;
         spinodal.constant += mixture.z[i] * d * d;
@@ -71,6 +67,18 @@ Spinodal MechanicalOf(std::int32_t lastComponent, std::span<const double> fracti
 }
 
 }  // namespace
+
+ComponentValues ComponentDifferences(const Mixture& mixture) {
+    ComponentValues d{};
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            const double pair = mixture.aRoot[i] * mixture.b[j] - mixture.b[i] * mixture.aRoot[j];
+            d[i] += mixture.z[j] * pair;
+            d[j] -= mixture.z[i] * pair;
+        }
+    }
+    return d;
+}
 
 SpinodalVolumes DiffusionalSpinodal(std::int32_t lastComponent, std::span<const double> fractions,
                                     double T) {

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+#include "model/trial_phase.h"
+
 namespace fluid {
 
 // docs/critical_points.md derives everything in this header. In all of these lastComponent and
@@ -34,5 +36,9 @@ double DiffusionalSpinodalTemperature(std::int32_t lastComponent, std::span<cons
                                       double V);
 double MechanicalSpinodalTemperature(std::int32_t lastComponent, std::span<const double> fractions,
                                      double V);
+
+// √a_i·b - b_i·√a of each component, which says how it differs from the mixture, from the pairs of
+// components: right to the last bits also where it is small.
+ComponentValues ComponentDifferences(const Mixture& mixture);
 
 }  // namespace fluid

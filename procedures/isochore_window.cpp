@@ -30,7 +30,7 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
                     .plotDescription = "Pressure over temperature at this molar volume",
                     .firstEntry = "dataEntryT1",
                     .lastEntry = "dataEntryT2"},
-                   {"Temperature", "Pressure", ""}, {24, 23, 13}) {
+                   {"Temperature", "Pressure", ""}, {21, 22, 12}) {
     using toolkit::Block;
     volume.dataEntryV.onTextChange(this, &IsochoreWindow::dataEntryV_TextChange);
     volume.kgm3.onChoose(this, &IsochoreWindow::kgm3_Action);

@@ -12,15 +12,14 @@ namespace procedures {
 
 void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
                 const std::string& fileName, const std::vector<std::string>& extensions,
-                const std::function<std::optional<std::string>(const std::string& path)>& write) {
-    const std::string proposed = fileName + extensions.front();
-    const auto path = toolkit::chooseFileToSave(screen, title, proposed, extensions);
-    if (!path) {
-        return;
-    }
-    const std::optional<std::string> failure = write(*path);
-    message.setText(failure ? *failure
-                            : std::filesystem::path(*path).filename().string() + " was written");
+                std::function<std::optional<std::string>(const std::string& path)> write) {
+    toolkit::chooseFileToSave(
+        screen, title, fileName + extensions.front(), extensions,
+        [&message, write = std::move(write)](const std::string& path) {
+            const std::optional<std::string> failure = write(path);
+            const std::string name = std::filesystem::path(path).filename().string();
+            failure ? message.setText(*failure) : message.inform(name + " was written");
+        });
 }
 
 PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const toolkit::List& table,
@@ -39,7 +38,7 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
 }
 
 toolkit::Block PlotPanel::block() {
-    constexpr double width = 30.0;  // lines of text
+    constexpr double width = 26.0;  // lines of text
     constexpr double height = 22.0;
     return toolkit::column(
         {plot.sized(width, height), ReadOut, toolkit::buttonRow({SavePicture, Copy})});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,11 +14,11 @@
 
 namespace procedures {
 
-/// Asks where to save, and writes there what `contents` gives; says in `message` what came of it.
-/// `fileName` is proposed, with the first of the `extensions`.
+/// Asks where to save and has `write` do so, which returns nothing or what went wrong; `message`
+/// says what came of it. `fileName` is proposed, with the first of the `extensions`.
 void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
                 const std::string& fileName, const std::vector<std::string>& extensions,
-                const std::function<std::optional<std::string>(const std::string& path)>& write);
+                std::function<std::optional<std::string>(const std::string& path)> write);
 
 /// A plot with what goes with it on every screen: the read-out of the point under the pointer,
 /// "Save picture", and "Copy", which puts the screen's table on the clipboard.

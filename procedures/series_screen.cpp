@@ -125,7 +125,7 @@ void SeriesScreen::Export_Action() {
         text += '\n';
     }
     saveToFile(*this, warning, "Export", fileName_, {".txt"},
-               [&text](const std::string& path) { return toolkit::writeFile(path, text); });
+               [text](const std::string& path) { return toolkit::writeFile(path, text); });
 }
 
 }  // namespace procedures

@@ -5,82 +5,127 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <system_error>
+#include <utility>
 
+#include "toolkit/event.h"
 #include "toolkit/screen.h"
 
 namespace toolkit {
 
 namespace {
 
-struct DialogDeleter {
-    void operator()(GtkWidget* dialog) const { gtk_widget_destroy(dialog); }
-};
-using Dialog = std::unique_ptr<GtkWidget, DialogDeleter>;
+/// A dialog while it is open; it owns this object.
+struct Chooser {
+    Screen& screen;
+    GtkWidget* dialog;
+    std::vector<std::string> extensions;
+    std::function<void(const std::string&)> chosen;
+    std::string path;
 
-/// Keeps the screen from taking the end of its dialog for an activation.
-class DialogTime {
-  public:
-    explicit DialogTime(Screen& screen) : screen_(screen) { screen_.dialogOpens(); }
-    DialogTime(const DialogTime&) = delete;
-    DialogTime& operator=(const DialogTime&) = delete;
-    ~DialogTime() { screen_.dialogCloses(); }
-
-  private:
-    Screen& screen_;
+    void accept();
+    void askToReplace();
+    void finish();
 };
 
 /// The path in the file system's own encoding; empty where there is none.
-std::string pathIn(GtkWidget* chooser) {
+std::string pathIn(GtkWidget* dialog) {
     const std::unique_ptr<char, decltype(&g_free)> name(
-        gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(chooser)), &g_free);
+        gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(dialog)), &g_free);
     return name != nullptr ? name.get() : "";
 }
 
 std::string completed(const std::string& path, const std::vector<std::string>& extensions) {
-    const bool isComplete =
-        std::any_of(extensions.begin(), extensions.end(),
-                    [&path](const std::string& extension) { return path.ends_with(extension); });
+    const bool isComplete = std::any_of(
+        extensions.begin(), extensions.end(),
+        [&path](const std::string& extension) { return hasExtension(path, extension); });
     return isComplete ? path : path + extensions.front();
 }
 
-bool mayReplace(GtkWidget* chooser, const std::string& path) {
+void onResponse(GtkDialog* dialog, gint response, gpointer data) {
+    if (response == GTK_RESPONSE_ACCEPT) {
+        static_cast<Chooser*>(data)->accept();
+    } else {
+        gtk_widget_destroy(GTK_WIDGET(dialog));
+    }
+}
+
+void onReplaceResponse(GtkDialog* question, gint response, gpointer data) {
+    gtk_widget_destroy(GTK_WIDGET(question));
+    if (response == GTK_RESPONSE_ACCEPT) {
+        static_cast<Chooser*>(data)->finish();
+    }
+}
+
+void onDestroy(GtkWidget* /*dialog*/, gpointer data) {
+    const std::unique_ptr<Chooser> chooser(static_cast<Chooser*>(data));
+    chooser->screen.dialogCloses();
+}
+
+void Chooser::accept() {
+    const std::string typed = pathIn(dialog);
+    if (typed.empty()) {
+        return;
+    }
+    path = completed(typed, extensions);
+    std::error_code none;
+    if (std::filesystem::exists(path, none)) {
+        askToReplace();
+    } else {
+        finish();
+    }
+}
+
+void Chooser::askToReplace() {
     const std::unique_ptr<char, decltype(&g_free)> name(g_filename_display_basename(path.c_str()),
                                                         &g_free);
-    const Dialog question(gtk_message_dialog_new(
-        GTK_WINDOW(chooser), GTK_DIALOG_MODAL, GTK_MESSAGE_QUESTION, GTK_BUTTONS_NONE,
-        "A file named \"%s\" exists already. Do you want to replace it?", name.get()));
-    gtk_widget_set_name(question.get(), "ReplaceFile");
-    gtk_window_set_title(GTK_WINDOW(question.get()), "Replace file");
-    gtk_dialog_add_buttons(GTK_DIALOG(question.get()), GTK_STOCK_CANCEL, GTK_RESPONSE_CANCEL,
-                           "_Replace", GTK_RESPONSE_ACCEPT, nullptr);
-    gtk_dialog_set_default_response(GTK_DIALOG(question.get()), GTK_RESPONSE_CANCEL);
-    return gtk_dialog_run(GTK_DIALOG(question.get())) == GTK_RESPONSE_ACCEPT;
+    GtkWidget* const question = gtk_message_dialog_new(
+        GTK_WINDOW(dialog),
+        static_cast<GtkDialogFlags>(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT),
+        GTK_MESSAGE_QUESTION, GTK_BUTTONS_NONE,
+        "A file named \"%s\" exists already. Do you want to replace it?", name.get());
+    gtk_window_set_title(GTK_WINDOW(question), "Replace file");
+    gtk_dialog_add_buttons(GTK_DIALOG(question), "_Cancel", GTK_RESPONSE_CANCEL, "_Replace",
+                           GTK_RESPONSE_ACCEPT, nullptr);
+    gtk_dialog_set_default_response(GTK_DIALOG(question), GTK_RESPONSE_CANCEL);
+    g_signal_connect(question, "response", G_CALLBACK(&onReplaceResponse), this);
+    gtk_widget_show(question);
+}
+
+void Chooser::finish() {
+    const auto function = std::move(chosen);
+    const std::string file = path;
+    gtk_widget_destroy(dialog);  // and this object with it
+    runHandler([&function, &file] { function(file); }, "chooseFileToSave");
 }
 
 }  // namespace
 
-std::optional<std::string> chooseFileToSave(Screen& screen, const std::string& title,
-                                            const std::string& proposedName,
-                                            const std::vector<std::string>& extensions) {
-    const DialogTime time(screen);
-    const Dialog chooser(gtk_file_chooser_dialog_new(
-        title.c_str(), GTK_WINDOW(screen.window()), GTK_FILE_CHOOSER_ACTION_SAVE, GTK_STOCK_CANCEL,
-        GTK_RESPONSE_CANCEL, GTK_STOCK_SAVE, GTK_RESPONSE_ACCEPT, nullptr));
-    gtk_widget_set_name(chooser.get(), "FileChooser");
-    gtk_dialog_set_default_response(GTK_DIALOG(chooser.get()), GTK_RESPONSE_ACCEPT);
-    gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(chooser.get()), proposedName.c_str());
-    while (gtk_dialog_run(GTK_DIALOG(chooser.get())) == GTK_RESPONSE_ACCEPT) {
-        const std::string typed = pathIn(chooser.get());
-        if (typed.empty()) {
-            continue;
-        }
-        const std::string path = completed(typed, extensions);
-        std::error_code none;
-        if (!std::filesystem::exists(path, none) || mayReplace(chooser.get(), path)) {
-            return path;
-        }
-    }
-    return std::nullopt;
+bool hasExtension(const std::string& path, const std::string& extension) {
+    return path.size() >= extension.size() &&
+           g_ascii_strcasecmp(path.c_str() + path.size() - extension.size(), extension.c_str()) ==
+               0;
+}
+
+void chooseFileToSave(Screen& screen, const std::string& title, const std::string& proposedName,
+                      std::vector<std::string> extensions,
+                      std::function<void(const std::string& path)> chosen) {
+    GtkWidget* const dialog = gtk_file_chooser_dialog_new(
+        title.c_str(), GTK_WINDOW(screen.window()), GTK_FILE_CHOOSER_ACTION_SAVE, "_Cancel",
+        GTK_RESPONSE_CANCEL, "_Save", GTK_RESPONSE_ACCEPT, nullptr);
+    gtk_window_set_modal(GTK_WINDOW(dialog), TRUE);
+    gtk_window_set_destroy_with_parent(GTK_WINDOW(dialog), TRUE);
+    gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
+    gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), proposedName.c_str());
+    // GTK+ notes the file among the recent ones, and complains where it has no folder for that.
+    constexpr int ownerOnly = 0700;
+    g_mkdir_with_parents(g_get_user_data_dir(), ownerOnly);
+    screen.dialogOpens();
+    auto chooser = std::make_unique<Chooser>(
+        Chooser{screen, dialog, std::move(extensions), std::move(chosen), {}});
+    g_signal_connect(dialog, "response", G_CALLBACK(&onResponse), chooser.get());
+    g_signal_connect(dialog, "destroy", G_CALLBACK(&onDestroy), chooser.release());
+    gtk_widget_show(dialog);
 }
 
 }  // namespace toolkit

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,11 +8,15 @@ namespace toolkit {
 
 class Screen;
 
-/// Asks the user where to save a file, and whether to replace one that stands there.
-/// `extensions`: what the name may end with, as ".txt"; the first is added where none of them is
-/// there. Returns the path, or nothing when the user thought better of it.
-std::optional<std::string> chooseFileToSave(Screen& screen, const std::string& title,
-                                            const std::string& proposedName,
-                                            const std::vector<std::string>& extensions);
+/// Whether the path ends with this extension, as ".txt", in whatever case.
+bool hasExtension(const std::string& path, const std::string& extension);
+
+/// Asks the user where to save a file, and whether to replace one that stands there; returns at
+/// once. `chosen` runs with the path when the user has made up his mind, and never when he thinks
+/// better of it or the screen is closed.
+/// `extensions`: what the name may end with, as ".txt"; the first is added where none is there.
+void chooseFileToSave(Screen& screen, const std::string& title, const std::string& proposedName,
+                      std::vector<std::string> extensions,
+                      std::function<void(const std::string& path)> chosen);
 
 }  // namespace toolkit

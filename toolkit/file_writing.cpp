@@ -45,6 +45,21 @@ mode_t rightsFor(const std::string& path) {
     return static_cast<mode_t>(0666) & ~mask;
 }
 
+/// Where symbolic links lead, also when nothing stands there yet.
+std::string targetOf(const std::string& path) {
+    constexpr int mostLinks = 40;  // as the system has it
+    std::filesystem::path target = path;
+    std::error_code noLink;
+    for (int i = 0; i < mostLinks; ++i) {
+        const std::filesystem::path next = std::filesystem::read_symlink(target, noLink);
+        if (noLink) {
+            break;
+        }
+        target = target.parent_path() / next;
+    }
+    return target.string();
+}
+
 /// The error that replacing what stands at `path` would be; 0 where it may be replaced.
 int obstacle(const std::string& path) {
     struct stat old {};
@@ -54,19 +69,21 @@ int obstacle(const std::string& path) {
     if (S_ISDIR(old.st_mode)) {
         return EISDIR;
     }
+    if (!S_ISREG(old.st_mode)) {
+        return ENOTSUP;  // a device would become a file
+    }
     return access(path.c_str(), W_OK) == 0 ? 0 : errno;
 }
 
 }  // namespace
 
 std::optional<std::string> writeFile(const std::string& path, std::string_view contents) {
-    std::error_code noTarget;
-    const std::filesystem::path resolved = std::filesystem::weakly_canonical(path, noTarget);
-    const std::string target = noTarget ? path : resolved.string();
+    const std::string target = targetOf(path);
     if (const int error = obstacle(target); error != 0) {
         return sentence(path, error);
     }
-    std::string temporary = target + ".XXXXXX";
+    const std::filesystem::path folder = std::filesystem::path(target).parent_path();
+    std::string temporary = (folder / ".unfinished-XXXXXX").string();
     const int file = mkstemp(temporary.data());
     if (file < 0) {
         return sentence(path, errno);

@@ -22,7 +22,11 @@ AttributeList newAttributes() {
 }
 
 /// Red that can be told from the background: dark on a light theme, light on a dark one.
-void colourMessage(GtkWidget* widget, GtkStyle* /*previous*/, gpointer /*data*/) {
+void colourMessage(GtkWidget* widget, GtkStyle* /*previous*/, gpointer data) {
+    if (static_cast<const Message*>(data)->isGoodNews()) {
+        gtk_label_set_attributes(GTK_LABEL(widget), nullptr);
+        return;
+    }
     const GdkColor& background = gtk_widget_get_style(widget)->bg[GTK_STATE_NORMAL];
     const int luminance =
         (299 * background.red + 587 * background.green + 114 * background.blue) / 1000;
@@ -144,6 +148,18 @@ Message::Message(std::string name) : Label(std::move(name)) {
 }
 
 void Message::setText(const std::string& text) {
+    show(text, false);
+}
+
+void Message::inform(const std::string& text) {
+    show(text, true);
+}
+
+void Message::show(const std::string& text, bool isGoodNews) {
+    if (isGoodNews != isGoodNews_) {
+        isGoodNews_ = isGoodNews;
+        colourMessage(widget(), nullptr, this);
+    }
     if (text == Label::text()) {
         return;
     }

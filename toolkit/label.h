@@ -71,6 +71,14 @@ class Message : public Label {
   public:
     explicit Message(std::string name);
     void setText(const std::string& text) override;
+    /// Shows a sentence that is good news, in the colour of other labels.
+    void inform(const std::string& text);
+    bool isGoodNews() const { return isGoodNews_; }
+
+  private:
+    void show(const std::string& text, bool isGoodNews);
+
+    bool isGoodNews_ = false;
 };
 
 }  // namespace toolkit

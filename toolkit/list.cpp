@@ -19,6 +19,22 @@ GtkTreeView* viewOf(const Control& control) {
     return GTK_TREE_VIEW(control.widget());
 }
 
+/// The width of a text in the widget's font, in pixels.
+int widthOf(GtkWidget* widget, const std::string& text) {
+    PangoLayout* const layout = gtk_widget_create_pango_layout(widget, text.c_str());
+    int width = 0;
+    pango_layout_get_pixel_size(layout, &width, nullptr);
+    g_object_unref(layout);
+    return width;
+}
+
+/// A column of fixed width takes no notice of its head.
+void makeRoomForHead(GtkTreeViewColumn* column) {
+    GtkRequisition head;
+    gtk_widget_size_request(column->button, &head);
+    gtk_tree_view_column_set_min_width(column, head.width);
+}
+
 GtkListStore* newStore(std::size_t columns) {
     std::vector<GType> types(columns, G_TYPE_STRING);
     return gtk_list_store_newv(static_cast<gint>(columns), types.data());
@@ -92,6 +108,9 @@ List::~List() {
                                              nullptr, this);
         g_object_unref(editableCell_);
     }
+    if (isLong_) {  // its cells ask this object for their texts
+        gtk_tree_view_set_model(viewOf(*this), nullptr);
+    }
     g_object_unref(store_);
 }
 
@@ -128,8 +147,12 @@ Block List::within(GtkWidget* container, int visibleRows) {
 void List::setHeads(const Row& heads) {
     heads_ = heads;
     for (std::size_t i = 0; i < heads.size(); ++i) {
-        gtk_tree_view_column_set_title(
-            gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i)), heads[i].c_str());
+        GtkTreeViewColumn* const column =
+            gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i));
+        gtk_tree_view_column_set_title(column, heads[i].c_str());
+        if (isLong_) {
+            makeRoomForHead(column);
+        }
     }
 }
 
@@ -159,15 +182,13 @@ void List::setTable(std::size_t count, std::function<Row(std::size_t)> row) {
 
 void List::setLong(const std::vector<int>& characters) {
     isLong_ = true;
-    PangoLayout* const sample = gtk_widget_create_pango_layout(widget(), "0");
-    int digit = 0;
-    pango_layout_get_pixel_size(sample, &digit, nullptr);
-    g_object_unref(sample);
+    const int digit = widthOf(widget(), "0");
     for (std::size_t i = 0; i < heads_.size(); ++i) {
         GtkTreeViewColumn* const column =
             gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i));
         gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
         gtk_tree_view_column_set_fixed_width(column, characters[i] * digit + 2 * cellPadding);
+        makeRoomForHead(column);
         g_object_set_data(G_OBJECT(column), columnKey, GSIZE_TO_POINTER(i));
         GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
         gtk_tree_view_column_set_cell_data_func(column, GTK_CELL_RENDERER(cells->data),

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "toolkit/file_chooser.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/plot_drawing.h"
 
@@ -97,6 +98,12 @@ struct Plot::Callbacks {
         return FALSE;
     }
 
+    static gboolean onEnter(GtkWidget* /*widget*/, GdkEventCrossing* event, gpointer data) {
+        auto* const self = static_cast<Plot*>(data);
+        self->pointerAt(self->nearest(event->x, event->y));
+        return FALSE;
+    }
+
     static gboolean onLeave(GtkWidget* /*widget*/, GdkEventCrossing* /*event*/, gpointer data) {
         static_cast<Plot*>(data)->pointerAt(std::nullopt);
         return FALSE;
@@ -105,12 +112,14 @@ struct Plot::Callbacks {
 
 Plot::Plot(std::string name, const std::string& description)
     : Control(std::move(name), gtk_drawing_area_new()), canvas_(std::make_unique<Canvas>()) {
-    gtk_widget_add_events(widget(), GDK_POINTER_MOTION_MASK | GDK_LEAVE_NOTIFY_MASK);
+    gtk_widget_add_events(widget(),
+                          GDK_POINTER_MOTION_MASK | GDK_ENTER_NOTIFY_MASK | GDK_LEAVE_NOTIFY_MASK);
     atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_IMAGE);
     setAccessibleName(description);
     g_signal_connect(widget(), "expose-event", G_CALLBACK(&Callbacks::onExpose), this);
     g_signal_connect(widget(), "style-set", G_CALLBACK(&Callbacks::onStyleSet), this);
     g_signal_connect(widget(), "motion-notify-event", G_CALLBACK(&Callbacks::onMotion), this);
+    g_signal_connect(widget(), "enter-notify-event", G_CALLBACK(&Callbacks::onEnter), this);
     g_signal_connect(widget(), "leave-notify-event", G_CALLBACK(&Callbacks::onLeave), this);
 }
 
@@ -157,7 +166,10 @@ void Plot::draw() {
 }
 
 std::optional<Area> Plot::place(const PlotPosition& position) const {
-    const auto found = canvas_->placeOf(series_[position.series], position.point);
+    const bool isThere =
+        position.series < series_.size() && position.point < series_[position.series].x.size();
+    const auto found =
+        isThere ? canvas_->placeOf(series_[position.series], position.point) : std::nullopt;
     if (!found) {
         return std::nullopt;
     }
@@ -205,27 +217,27 @@ std::optional<std::string> Plot::save(const std::string& path) const {
     constexpr double height = 480.0;
     constexpr double textHeight = 9.0;
     constexpr int pixelsPerPoint = 2;
-    const bool isVector = path.ends_with(".svg") || path.ends_with(".pdf");
+    const bool isSvg = hasExtension(path, ".svg");
+    const bool isPdf = hasExtension(path, ".pdf");
+    const bool isVector = isSvg || isPdf;
     std::string picture;
     {
         const Surface surface(
-            path.ends_with(".svg")
-                ? cairo_svg_surface_create_for_stream(&append, &picture, width, height)
-            : path.ends_with(".pdf")
-                ? cairo_pdf_surface_create_for_stream(&append, &picture, width, height)
-                : cairo_image_surface_create(CAIRO_FORMAT_RGB24,
-                                             static_cast<int>(width) * pixelsPerPoint,
-                                             static_cast<int>(height) * pixelsPerPoint));
+            isSvg   ? cairo_svg_surface_create_for_stream(&append, &picture, width, height)
+            : isPdf ? cairo_pdf_surface_create_for_stream(&append, &picture, width, height)
+                    : cairo_image_surface_create(CAIRO_FORMAT_RGB24,
+                                                 static_cast<int>(width) * pixelsPerPoint,
+                                                 static_cast<int>(height) * pixelsPerPoint));
         const double scale = isVector ? 1.0 : pixelsPerPoint;
         const Context cairo(cairo_create(surface.get()));
-        drawPlot(cairo.get(), width * scale, height * scale, textHeight * scale,
-                 {xTitle_, yTitle_, isLogarithmicX_, series_});
+        const auto frame = drawPlot(cairo.get(), width * scale, height * scale, textHeight * scale,
+                                    {xTitle_, yTitle_, isLogarithmicX_, series_});
         if (!isVector) {
             cairo_surface_write_to_png_stream(surface.get(), &append, &picture);
         }
         cairo_surface_finish(surface.get());
-        if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
-            return "the picture could not be drawn";
+        if (!frame || cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
+            return "warning: the picture could not be drawn";
         }
     }
     return writeFile(path, picture);

@@ -1,13 +1,18 @@
 #include "toolkit/plot_drawing.h"
 
 #include <cairo.h>
+#include <glib.h>
 
 #include <algorithm>
 #include <array>
 #include <clocale>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <memory>
+#include <set>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "toolkit/plot_library.h"
@@ -16,7 +21,9 @@ namespace toolkit {
 
 namespace {
 
-constexpr double largest = 1e300;  // of the numbers drawn; a range of numbers has to be finite
+constexpr double dotsPerInch = 72.0;    // the device's own
+constexpr double xTitleDistance = 3.2;  // from the axis, in heights of the text
+constexpr double largest = 1e300;       // of the numbers drawn; a range of numbers has to be finite
 
 /// White, black, and a palette that colour-blind readers can tell apart and that differs in
 /// brightness in print (M. Okabe, K. Ito, Color Universal Design, 2008).
@@ -59,17 +66,22 @@ struct Range {
         low = std::min(low, value);
         high = std::max(high, value);
     }
-    /// The range with some room at its ends; an empty one becomes 0 to 1, one number gets
-    /// neighbours that doubles and labels can tell from it.
+    double size() const { return std::max(std::abs(low), std::abs(high)); }
+    /// The range with some room at its ends, wide enough for labels that differ; an empty one
+    /// becomes 0 to 1.
     Range widened() const {
         constexpr double margin = 0.04;
-        constexpr double narrowest = 1e-6;
+        constexpr double smallest = 1e-300;    // of the numbers that differ from 0 in a plot
+        constexpr double narrowest = 1e-4;     // of the size of the numbers
+        constexpr double neighbourhood = 0.1;  // of a single number
         if (low > high) {
             return {0.0, 1.0};
         }
-        const double size = std::max(std::abs(low), std::abs(high));
-        const double least = size > 0.0 ? narrowest * size : 1.0;
-        const double room = std::max(margin * (high - low), high - low < least ? least : 0.0);
+        if (size() < smallest) {
+            return {-1.0, 1.0};
+        }
+        const double width = high - low;
+        const double room = width < narrowest * size() ? neighbourhood * size() : margin * width;
         return {low - room, high + room};
     }
 };
@@ -95,10 +107,13 @@ void forEachPoint(const PlotSeries& series, bool isLogarithmicX, Visit visit, Ga
     }
 }
 
-/// '#' begins an escape sequence of the library.
+/// What the library shows as this text: '#' begins an escape sequence of it, and of what is no
+/// UTF-8 it complains at the terminal.
 std::string escaped(const std::string& text) {
+    const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text.c_str(), -1),
+                                                         &g_free);
     std::string result;
-    for (const char c : text) {
+    for (const char c : std::string_view(valid.get())) {
         result += c;
         if (c == '#') {
             result += c;
@@ -107,12 +122,57 @@ std::string escaped(const std::string& text) {
     return result;
 }
 
+/// The labels of an axis, as far as their room has to be known before the library sets them.
+struct Labels {
+    static constexpr int mostDigits = 6;
+
+    double characters = 0.0;  // of the longest
+    bool hasFactor = false;   // whether a power of ten may stand apart from them
+
+    static Labels of(const Range& range) {
+        constexpr double ticks = 10.0;  // no more than that, and a digit for each
+        const double first = std::floor(std::log10(range.size()));
+        const double last =
+            std::min(first, std::floor(std::log10((range.high - range.low) / ticks)));
+        const double whole = std::max(first, 0.0) + 1.0;
+        const double digits = std::max(first, 0.0) - std::min(last, 0.0) + 1.0;
+        const double sign = range.low < 0.0 ? 1.0 : 0.0;
+        if (digits <= mostDigits) {
+            return {sign + digits + (digits > whole ? 1.0 : 0.0), whole >= mostDigits};
+        }
+        return {sign + std::min<double>(first - last + 1.0, mostDigits) + 1.0, true};
+    }
+};
+
+/// Draws marks of one kind; of many that would hide one another only the first.
+class Marks {
+  public:
+    Marks(const PlotLibrary& library, const char* symbol, const PlotFrame& frame, double cell)
+        : library_(library), symbol_(symbol), frame_(frame), cell_(cell) {}
+
+    void add(double x, double y) {
+        const auto column = static_cast<std::int64_t>(std::floor(x * frame_.xScale / cell_));
+        const auto row = static_cast<std::int64_t>(std::floor(y * frame_.yScale / cell_));
+        if (taken_.insert({column, row}).second) {
+            library_.drawMarkers(1, &x, &y, symbol_);
+        }
+    }
+
+  private:
+    const PlotLibrary& library_;
+    const char* symbol_;
+    const PlotFrame& frame_;
+    double cell_;
+    std::set<std::pair<std::int64_t, std::int64_t>> taken_;
+};
+
 /// Takes in the points of a line and gives out those that make a difference on the display: of
 /// those in one column of pixels the first, the lowest, the highest and the last.
 class Polyline {
   public:
-    Polyline(const PlotLibrary& library, const Range& x, double width)
-        : library_(library), x_(x), columns_(width) {}
+    /// `single` takes the points that stand alone.
+    Polyline(const PlotLibrary& library, const Range& x, double width, Marks& single)
+        : library_(library), x_(x), columns_(width), single_(single) {}
 
     void add(double x, double y) {
         const double column = std::floor((x - x_.low) / (x_.high - x_.low) * columns_);
@@ -135,8 +195,8 @@ class Polyline {
     void finish() {
         flushColumn();
         column_ = std::numeric_limits<double>::quiet_NaN();
-        if (xs_.size() == 1) {  // a line of one point
-            library_.drawMarkers(1, xs_.data(), ys_.data(), markers[0]);
+        if (xs_.size() == 1) {
+            single_.add(xs_[0], ys_[0]);
         } else if (!xs_.empty()) {
             library_.drawLine(static_cast<PLINT>(xs_.size()), xs_.data(), ys_.data());
         }
@@ -178,6 +238,7 @@ class Polyline {
     const PlotLibrary& library_;
     Range x_;
     double columns_;
+    Marks& single_;
     double column_ = std::numeric_limits<double>::quiet_NaN();
     Point low_ = lowest;
     Point high_ = highest;
@@ -222,7 +283,9 @@ class Drawer {
     };
 
     void measureRanges();
+    bool layOut();
     void planLegend();
+    void prepare() const;
     void drawAxes() const;
     void drawSeries(const PlotSeries& series) const;
     void drawLegend() const;
@@ -241,6 +304,7 @@ class Drawer {
     double right_ = 0.0;
     double bottom_ = 0.0;
     double top_ = 0.0;
+    double yTitle_ = 0.0;  // its distance from the axis, in heights of the text
 };
 
 void Drawer::measureRanges() {
@@ -261,8 +325,12 @@ void Drawer::measureRanges() {
     };
     isLogarithmicX_ = content_.isLogarithmicX;
     measure();
-    constexpr double fewestDecades = 1.5;  // fewer have too few labels
-    if (isLogarithmicX_ && !(x.high - x.low > fewestDecades)) {
+    // Fewer have too few labels; more have no room for them, and what steps evenly over so many
+    // lies in the last few of them anyway.
+    constexpr double fewestDecades = 1.5;
+    constexpr double mostDecades = 16.0;
+    const double decades = x.high - x.low;
+    if (isLogarithmicX_ && !(decades > fewestDecades && decades < mostDecades)) {
         isLogarithmicX_ = false;
         measure();
     }
@@ -277,7 +345,7 @@ void Drawer::planLegend() {
     for (const PlotSeries& series : content_.series) {
         if (!series.name.empty() && !series.x.empty()) {
             legend_.series.push_back(&series);
-            const auto length = static_cast<double>(series.name.size());
+            const auto length = static_cast<double>(g_utf8_strlen(series.name.c_str(), -1));
             widest = std::max(widest, (length + sampleCharacters) * characterWidth * text_);
         }
     }
@@ -294,9 +362,8 @@ void Drawer::drawAxes() const {
     library_.setLineWidth(1.0);
     library_.setLineStyle(1);
     library_.drawBox(isLogarithmicX_ ? "bclnst" : "bcnst", 0.0, 0, "bcnstv", 0.0, 0);
-    // Distances from the box in heights of the text.
-    library_.drawTitle("b", 3.2, 0.5, 0.5, escaped(content_.xTitle).c_str());
-    library_.drawTitle("l", 5.2, 0.5, 0.5, escaped(content_.yTitle).c_str());
+    library_.drawTitle("b", xTitleDistance, 0.5, 0.5, escaped(content_.xTitle).c_str());
+    library_.drawTitle("l", yTitle_, 0.5, 0.5, escaped(content_.yTitle).c_str());
 }
 
 void Drawer::drawSeries(const PlotSeries& series) const {
@@ -304,13 +371,17 @@ void Drawer::drawSeries(const PlotSeries& series) const {
     library_.setColour(colourOf(series));
     library_.setLineWidth(lineWidth);
     library_.setLineStyle(styleOf(series));
+    constexpr std::size_t fewMarks = 1000;  // are all drawn
+    const PlotFrame place = frame();
+    const double cell = series.x.size() > fewMarks ? text_ / 2.0 : 1.0;
     if (series.style == PlotSeries::Style::markers) {
+        Marks marks(library_, markerOf(series), place, cell);
         forEachPoint(
-            series, isLogarithmicX_,
-            [&](double x, double y) { library_.drawMarkers(1, &x, &y, markerOf(series)); }, [] {});
+            series, isLogarithmicX_, [&](double x, double y) { marks.add(x, y); }, [] {});
         return;
     }
-    Polyline line(library_, x_, right_ - left_);
+    Marks single(library_, markers[0], place, cell);
+    Polyline line(library_, x_, right_ - left_, single);
     forEachPoint(
         series, isLogarithmicX_, [&](double x, double y) { line.add(x, y); },
         [&] { line.finish(); });
@@ -348,9 +419,8 @@ void Drawer::drawLegend() const {
     library_.setLineStyle(1);
     double width = 0.0;
     double height = 0.0;
-    library_.drawLegend(&width, &height, PL_LEGEND_ROW_MAJOR,
-                        PL_POSITION_TOP | PL_POSITION_OUTSIDE, 0.0,
-                        0.5 * text_ / (top_ - bottom_), sample, 0, 0, 0, legend_.rows,
+    library_.drawLegend(&width, &height, PL_LEGEND_ROW_MAJOR, PL_POSITION_TOP | PL_POSITION_OUTSIDE,
+                        0.0, 0.5 * text_ / (top_ - bottom_), sample, 0, 0, 0, legend_.rows,
                         legend_.columns, static_cast<PLINT>(count), options.data(), 1.0, 1.0, 1.8,
                         0.0, textColours.data(), texts.data(), nullptr, nullptr, nullptr, nullptr,
                         colour.data(), style.data(), lineWidths.data(), colour.data(),
@@ -364,39 +434,64 @@ PlotFrame Drawer::frame() const {
             -yScale};
 }
 
-std::optional<PlotFrame> Drawer::draw(cairo_t* cairo) {
-    // In heights of the text, as the labels and titles need them.
-    left_ = 7.0 * text_;
-    right_ = width_ - 1.5 * text_;
-    bottom_ = 4.5 * text_;
-    planLegend();
-    top_ = height_ - (1.5 + 1.8 * legend_.rows) * text_;
-    const double least = 3.0 * text_;
-    if (right_ - left_ < least || top_ - bottom_ < least) {
-        return std::nullopt;
+/// Gives the labels, the titles and the legend their room, in heights of the text, and the rest to
+/// the box of the axes; small plots do without the legend. Returns false where nothing is left.
+bool Drawer::layOut() {
+    constexpr double digitWidth = 0.75;
+    constexpr double factorHeight = 4.8;
+    constexpr double factorWidth = 3.2;  // its half: it stands below the end of the axis
+    constexpr double legendRow = 1.8;
+    constexpr double least = 3.0;
+    const Labels x = isLogarithmicX_ ? Labels{} : Labels::of(x_);
+    const Labels y = Labels::of(y_);
+    yTitle_ = std::max(5.2, 2.0 + digitWidth * y.characters);
+    left_ = (yTitle_ + 1.8) * text_;
+    const double right = std::max(1.5, digitWidth * x.characters / 2.0);
+    right_ = width_ - std::max(right, x.hasFactor ? factorWidth : 0.0) * text_;
+    bottom_ = (xTitleDistance + 1.3) * text_;
+    if (right_ - left_ < least * text_) {
+        return false;
     }
-    measureRanges();
+    planLegend();
+    const double top = std::max(1.5, y.hasFactor ? factorHeight : 0.0);
+    const double legend = std::max(top, 1.5 + legendRow * legend_.rows);
+    if (height_ - legend * text_ - bottom_ < least * legendRow * text_) {
+        legend_ = {};
+    }
+    top_ = height_ - (legend_.rows > 0 ? legend : top) * text_;
+    return top_ - bottom_ >= least * text_;
+}
 
-    const PointLocale locale;
-    constexpr double dotsPerInch = 72.0;  // the device's own
+/// Sets what the library draws by.
+void Drawer::prepare() const {
     constexpr double millimetresPerInch = 25.4;
-    PLINT stream = 0;
-    library_.makeStream(&stream);
-    library_.setDevice("extcairo");
-    library_.setPage(dotsPerInch, dotsPerInch, static_cast<PLINT>(std::lround(width_)),
-                     static_cast<PLINT>(std::lround(height_)), 0, 0);
-    library_.setColours(reds.data(), greens.data(), blues.data(), static_cast<PLINT>(reds.size()));
-    library_.initialise();
-    library_.command(PLESC_DEVINIT, cairo);
     library_.advance(0);
     library_.setTextHeight(text_ * millimetresPerInch / dotsPerInch, 1.0);
     library_.setMajorTicks(0.0, 0.5);
     library_.setMinorTicks(0.0, 0.5);
-    constexpr PLINT mostDigits = 6;
-    library_.setXDigits(mostDigits, 0);
-    library_.setYDigits(mostDigits, 0);
+    library_.setXDigits(Labels::mostDigits, 0);
+    library_.setYDigits(Labels::mostDigits, 0);
     library_.setViewport(left_ / width_, right_ / width_, bottom_ / height_, top_ / height_);
     library_.setWindow(x_.low, x_.high, y_.low, y_.high);
+}
+
+std::optional<PlotFrame> Drawer::draw(cairo_t* cairo) {
+    measureRanges();
+    if (!layOut()) {
+        return std::nullopt;
+    }
+    const PointLocale locale;
+    PLINT stream = 0;
+    library_.makeStream(&stream);
+    library_.setDevice(PlotLibrary::device);
+    library_.setPage(dotsPerInch, dotsPerInch, static_cast<PLINT>(std::lround(width_)),
+                     static_cast<PLINT>(std::lround(height_)), 0, 0);
+    library_.setColours(reds.data(), greens.data(), blues.data(), static_cast<PLINT>(reds.size()));
+    if (!startPlot(library_)) {
+        return std::nullopt;
+    }
+    library_.command(PLESC_DEVINIT, cairo);
+    prepare();
     drawAxes();
     for (const PlotSeries& series : content_.series) {
         drawSeries(series);

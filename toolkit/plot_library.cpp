@@ -2,11 +2,55 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+#include <array>
+#include <csetjmp>
+#include <cstdlib>
 #include <optional>
+#include <string_view>
 
 namespace toolkit {
 
 namespace {
+
+bool isBroken = false;
+bool isGuarded = false;
+std::jmp_buf beforeFailure;
+
+/// After what the library cannot go on from it ends the process, unless this does not return.
+int onExit(const char* /*message*/) {
+    if (isGuarded) {
+        std::longjmp(beforeFailure, 1);
+    }
+    return EXIT_FAILURE;
+}
+
+/// Calls a function that may fail so badly. Only the library's own frames, which are C, are left
+/// by the jump.
+template <class... Arguments>
+void callGuarded(void (*function)(Arguments...), Arguments... arguments) {
+    isGuarded = true;
+    if (setjmp(beforeFailure) == 0) {
+        function(arguments...);
+    } else {
+        isBroken = true;
+    }
+    isGuarded = false;
+}
+
+/// Whether the device is there: asked for one that is not, the library asks the user at the
+/// terminal for another.
+bool hasDevice(const PlotLibrary& library) {
+    std::array<const char*, 256> texts{};
+    std::array<const char*, 256> names{};
+    const char** textList = texts.data();
+    const char** nameList = names.data();
+    int count = static_cast<int>(names.size());
+    callGuarded(library.listDevices, &textList, &nameList, &count);
+    return !isBroken && std::any_of(names.begin(), names.begin() + count, [](const char* name) {
+        return name == std::string_view(PlotLibrary::device);
+    });
+}
 
 /// A function of the library; null, and `isComplete` false, where it has none of that name.
 template <class Function>
@@ -49,12 +93,15 @@ std::optional<PlotLibrary> load() {
     find(library, "c_pllegend", functions.drawLegend, isComplete);
     find(library, "plsexit", functions.setExitHandler, isComplete);
     find(library, "plsabort", functions.setAbortHandler, isComplete);
+    find(library, "plgDevs", functions.listDevices, isComplete);
     if (!isComplete) {
         return std::nullopt;
     }
-    // Its own handlers write to the terminal, and end the process.
-    functions.setExitHandler([](const char* /*message*/) { return 0; });
+    functions.setExitHandler(&onExit);
     functions.setAbortHandler([](const char* /*message*/) {});
+    if (!hasDevice(functions)) {
+        return std::nullopt;
+    }
     return functions;
 }
 
@@ -62,7 +109,12 @@ std::optional<PlotLibrary> load() {
 
 const PlotLibrary* plotLibrary() {
     static const std::optional<PlotLibrary> library = load();
-    return library ? &*library : nullptr;
+    return library && !isBroken ? &*library : nullptr;
+}
+
+bool startPlot(const PlotLibrary& library) {
+    callGuarded(library.initialise);
+    return !isBroken;
 }
 
 }  // namespace toolkit

@@ -7,11 +7,13 @@ namespace toolkit {
 /// The functions of PLplot, whose library is loaded with the first plot: it would cost each start
 /// of the program a tenth of its time.
 struct PlotLibrary {
+    static constexpr const char* device = "extcairo";
+
     decltype(&::c_plmkstrm) makeStream;
     decltype(&::c_plsdev) setDevice;
     decltype(&::c_plspage) setPage;
     decltype(&::c_plscmap0) setColours;
-    decltype(&::c_plinit) initialise;
+    decltype(&::c_plinit) initialise;  // through startPlot
     decltype(&::pl_cmd) command;
     decltype(&::c_pladv) advance;
     decltype(&::c_plend1) endStream;
@@ -34,9 +36,15 @@ struct PlotLibrary {
     decltype(&::c_pllegend) drawLegend;
     decltype(&::plsexit) setExitHandler;
     decltype(&::plsabort) setAbortHandler;
+    decltype(&::plgDevs) listDevices;
 };
 
-/// The library, loaded at the first call; null where it is not installed.
+/// The library, loaded at the first call; null where it or the device that draws with cairo is not
+/// installed, or cannot be used.
 const PlotLibrary* plotLibrary();
+
+/// Starts the device of the library's current stream. Returns false where that failed; there is no
+/// library then any more.
+bool startPlot(const PlotLibrary& library);
 
 }  // namespace toolkit

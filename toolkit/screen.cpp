@@ -52,8 +52,8 @@ struct Screen::Callbacks {
         if ((event->type == FocusIn || event->type == FocusOut) && movesFocus(event->xfocus)) {
             const bool wasActive = std::exchange(self->isActive_, event->type == FocusIn);
             if (self->isActive_ && !wasActive) {
-                const bool isReturn = self->hasDialog_ || lender_ == self;
-                lender_ = nullptr;
+                const bool isReturn = self->hasDialog_ || g_get_monotonic_time() < self->returnsBy_;
+                self->returnsBy_ = 0;
                 if (!isReturn) {
                     self->Event_Activate();
                 }
@@ -108,12 +108,7 @@ Screen::Screen(ScreenHost& host, std::string name, const std::string& title)
     gdk_window_add_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
 }
 
-Screen* Screen::lender_ = nullptr;
-
 Screen::~Screen() {
-    if (lender_ == this) {
-        lender_ = nullptr;
-    }
     gdk_window_remove_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
     if (content_ != nullptr) {
         g_signal_handlers_disconnect_by_data(content_, this);
@@ -121,6 +116,7 @@ Screen::~Screen() {
         g_signal_handlers_disconnect_by_data(viewport_, this);
     }
     g_signal_handlers_disconnect_by_data(window_, this);
+    gtk_widget_hide(window_);  // a dialog that goes with it must not bring it back
     gtk_widget_destroy(window_);
 }
 
@@ -267,7 +263,11 @@ void Screen::dialogOpens() {
 
 void Screen::dialogCloses() {
     hasDialog_ = false;
-    lender_ = isActive_ ? nullptr : this;
+    if (!isActive_ && gtk_widget_get_visible(window_) != FALSE) {
+        constexpr gint64 twoSeconds = 2000000;
+        returnsBy_ = g_get_monotonic_time() + twoSeconds;
+        present();  // the window manager may have another one in mind
+    }
 }
 
 unsigned long Screen::xWindow() const {

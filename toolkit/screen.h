@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -99,7 +100,7 @@ class Screen {
     bool isActive_ = false;
     bool isPainted_ = false;
     bool hasDialog_ = false;
-    static Screen* lender_;  // whose dialog has closed, until a window becomes the active one
+    std::int64_t returnsBy_ = 0;  // monotonic time in µs until which a dialog gives the focus back
 };
 
 }  // namespace toolkit

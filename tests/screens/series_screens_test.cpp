@@ -1,0 +1,308 @@
+#include <gtk/gtk.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "model/fluid_model.h"
+#include "procedures/value_range.h"
+#include "tests/model/golden.h"
+#include "tests/screens/screen_test.h"
+#include "toolkit/list.h"
+#include "toolkit/number_text.h"
+#include "toolkit/plot.h"
+
+namespace {
+
+namespace files = std::filesystem;
+using Entries = std::vector<std::pair<std::string, std::string>>;
+
+std::string contentsOf(const files::path& path) {
+    std::ifstream file(path);
+    std::ostringstream contents;
+    contents << file.rdbuf();
+    return contents.str();
+}
+
+class SeriesScreensTest : public tests::ScreenTest {
+  protected:
+    SeriesScreensTest() { files::create_directories(folder); }
+    ~SeriesScreensTest() override { files::remove_all(folder); }
+
+    void open(const std::string& procedure) {
+        openProcedure({{"CO2", "0.7"}, {"CH4", "0.3"}}, procedure + "s", procedure + "Window");
+    }
+    void calculate(const Entries& entries) {
+        for (const auto& [entry, characters] : entries) {
+            robot.enter(entry, characters);
+        }
+        robot.click("calculate");
+    }
+    toolkit::List& list() { return dynamic_cast<toolkit::List&>(robot.control("ListBox1")); }
+    toolkit::Plot& plot() { return dynamic_cast<toolkit::Plot&>(robot.control("Plot")); }
+    /// Presses the button and types a path into the dialog that it opens.
+    void save(const std::string& button, const files::path& path) {
+        robot.click(button);
+        waitForDialog();
+        robot.press("Control_L+a");
+        robot.type(path.string());
+        robot.press("Alt_L+s");
+        robot.settle();
+    }
+    /// Waits until a dialog of that title, or of any, has the keyboard.
+    void waitForDialog(const std::string& title = {}) {
+        EXPECT_TRUE(robot.waitFor([&title] {
+            GList* const windows = gtk_window_list_toplevels();
+            bool found = false;
+            for (const GList* each = windows; each != nullptr; each = each->next) {
+                const auto* const shown = gtk_window_get_title(GTK_WINDOW(each->data));
+                found = found || (GTK_IS_DIALOG(each->data) && (title.empty() || title == shown) &&
+                                  gtk_window_has_toplevel_focus(GTK_WINDOW(each->data)) != FALSE);
+            }
+            g_list_free(windows);
+            return found;
+        }));
+        robot.settle();
+    }
+
+    files::path folder = files::temp_directory_path() / ("drovan" + std::to_string(getpid()));
+};
+
+TEST_F(SeriesScreensTest, RangesMissTheirLastValueOrShowBinaryFractions) {
+    struct Case {
+        double first, last, step, count, value;
+        std::size_t at;
+    };
+    for (const Case& c :
+         {Case{0.0, 1.0, 0.1, 11.0, 0.3, 3}, Case{0.0, 1.0, 0.3, 5.0, 1.0, 4},
+          Case{10.0, -10.0, 4.0, 6.0, -10.0, 5}, Case{10.0, 0.0, -2.5, 5.0, 7.5, 1},
+          Case{273.15, 293.15, 0.05, 401.0, 283.15, 200}, Case{5.0, 5.0, 0.0, 1.0, 5.0, 0},
+          Case{1.0, 2.0, 3.0, 2.0, 2.0, 1}, Case{0.0, 1e9, 1e-3, 1000000000001.0, 1e-3, 1}}) {
+        const auto range = procedures::ValueRange::of(c.first, c.last, c.step);
+        ASSERT_TRUE(range);
+        EXPECT_EQ(range->count(), c.count) << c.first << ' ' << c.last << ' ' << c.step;
+        EXPECT_EQ(range->value(c.at), c.value);
+    }
+    EXPECT_FALSE(procedures::ValueRange::of(0.0, 1.0, 0.0));
+    EXPECT_FALSE(procedures::ValueRange::of(-1e308, 1e308, 1.0));
+    EXPECT_EQ(procedures::ValueRange::of(100.0, 200.0, 0.1)->rounded(100.0 - 273.15), -173.15);
+}
+
+// The boundary is that of phase_equilibria.csv, in 60 digits.
+TEST_F(SeriesScreensTest, IsochoreHomogenisesElsewhereThanItsRowsSay) {
+    open("Isochore");
+    for (const bool isCelsius : {false, true}) {
+        robot.click(isCelsius ? "Celsius" : "Kelvin");
+        const double zero = isCelsius ? 273.15 : 0.0;
+        calculate({{"dataEntryV", "67.95817259849628"},
+                   {"dataEntryT1", toolkit::fixedText(250.0 - zero, 2)},
+                   {"dataEntryT2", toolkit::fixedText(205.0 - zero, 2)},
+                   {"dataEntryStep", "10"}});
+        const auto rows = list().rows();
+        ASSERT_EQ(rows.size(), 6U);
+        EXPECT_EQ(toolkit::numberOrZero(rows[5][0]), isCelsius ? -68.15 : 205.0);
+        EXPECT_EQ(rows[2][2] + rows[4][2] + rows[5][2], "two phasestwo phases");
+        const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
+        const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+        EXPECT_EQ(toolkit::numberOrZero(rows[1][1]),
+                  fluid::PressureVdW(a, b, 240.0, 67.95817259849628));
+        std::istringstream words(text("Homogenisation"));
+        std::string word;
+        std::vector<double> numbers;
+        while (words >> word) {
+            if (toolkit::parseNumber(word)) {
+                numbers.push_back(toolkit::numberOrZero(word));
+            }
+        }
+        ASSERT_EQ(numbers.size(), 2U) << text("Homogenisation");
+        EXPECT_NEAR(numbers[0] + zero, 220.0, 1e-10);
+        EXPECT_LT(RelativeError(numbers[1], 3.386660699009192), 1e-11);
+        EXPECT_TRUE(text("Homogenisation").ends_with(", into the liquid"));
+    }
+    robot.enter("dataEntryT2", "0");
+    EXPECT_EQ(text("Homogenisation"), "");
+    EXPECT_TRUE(list().rows().empty() && plot().series().empty());
+    robot.click("calculate");
+    EXPECT_EQ(
+        text("Homogenisation"),
+        "The fluid of this density is homogeneous at every temperature above -23.15 ˚Celsius");
+}
+
+TEST_F(SeriesScreensTest, RangesThatCannotBeListedAreListed) {
+    constexpr auto missing =
+        "warning: put a number for molar volume, for both temperatures and for the step";
+    open("Isochore");
+    for (const auto& [numbers, sentence] : std::vector<std::pair<Entries, std::string>>{
+             {{{"dataEntryV", ""}}, missing},
+             {{{"dataEntryV", "80"}, {"dataEntryT1", "200"}, {"dataEntryT2", "300"}}, missing},
+             {{{"dataEntryStep", "0.0004"}},
+              "warning: these would be 250001 temperatures, and at most 100000 are listed; put a "
+              "larger step"},
+             {{{"dataEntryStep", "10"}, {"dataEntryT1", "-1"}},
+              "warning: temperatures must be above absolute zero"},
+             {{{"dataEntryT1", "200"}, {"dataEntryV", "30"}},
+              "warning: the molar volume must be larger than the co-volume of this fluid, "
+              "42.93030379584355 cm³/mol"},
+             {{{"dataEntryT1", "nan"}}, missing}}) {
+        calculate(numbers);
+        EXPECT_EQ(text("warning"), sentence);
+        EXPECT_TRUE(list().rows().empty());
+    }
+    robot.click("Export");
+    EXPECT_TRUE(text("warning").starts_with("warning: there is no table to export"));
+    open("Isotherm");
+    calculate({{"dataEntryT", "220"},
+               {"dataEntryV1", "40"},
+               {"dataEntryV2", "90"},
+               {"dataEntryStep", "10"}});
+    EXPECT_TRUE(text("warning").starts_with("warning: molar volumes must be larger than"));
+    calculate({{"dataEntryT", "x"}});
+    EXPECT_TRUE(text("warning").starts_with("warning: put a number for temperature, for both"));
+}
+
+TEST_F(SeriesScreensTest, IsothermCallsItsStatesByOtherNamesInEitherUnit) {
+    open("Isotherm");
+    calculate({{"dataEntryT", "220"},
+               {"dataEntryV1", "60"},
+               {"dataEntryV2", "610"},
+               {"dataEntryStep", "50"}});
+    std::string states;
+    for (const auto& row : list().rows()) {
+        states += row[3].substr(0, 2);
+    }
+    EXPECT_EQ(states, "stunununmememememememest");
+    EXPECT_EQ(text("Boundaries").substr(0, 29), "Bubble point at 67.9581725984");
+    EXPECT_EQ(text("Boundaries").substr(text("Boundaries").find('\n') + 1, 26),
+              "Dew point at 588.850080740");
+    robot.click("kgm3");
+    calculate({{"dataEntryV1", "0.1"}, {"dataEntryV2", "0.4"}, {"dataEntryStep", "0.1"}});
+    ASSERT_EQ(list().rows().size(), 4U);
+    EXPECT_EQ(list().rows()[2][1], "0.3");
+    EXPECT_NEAR(toolkit::numberOrZero(list().rows()[2][0]), 35.619688 / 0.3, 1e-9);
+}
+
+TEST_F(SeriesScreensTest, ExportDiffersFromAHandMadeFileOrLosesTheOldOne) {
+    open("Isochore");
+    robot.click("Celsius");
+    calculate({{"dataEntryV", "1000"},
+               {"dataEntryT1", "-50"},
+               {"dataEntryT2", "45"},
+               {"dataEntryStep", "30.5"}});
+    toolkit::Screen& screen = robot.screen();
+    save("Export", folder / "first");
+    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    EXPECT_EQ(text("warning"), "first.txt was written");
+    EXPECT_EQ(contentsOf(folder / "first.txt"), contentsOf(DROVAN_TEST_DATA "/isochore.txt"));
+    EXPECT_EQ(list().rows().size(), 5U);  // the end of the dialog is no activation
+
+    std::ofstream(folder / "old.txt") << "old";
+    save("Export", folder / "old");
+    waitForDialog("Replace file");
+    robot.press("Escape");
+    waitForDialog("Export");
+    robot.press("Escape");  // closes the list of completions first
+    robot.press("Escape");
+    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    EXPECT_EQ(contentsOf(folder / "old.txt"), "old");
+    save("Export", folder / "old");
+    waitForDialog("Replace file");
+    robot.press("Alt_L+r");
+    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    EXPECT_EQ(contentsOf(folder / "old.txt"), contentsOf(DROVAN_TEST_DATA "/isochore.txt"));
+    EXPECT_EQ(std::distance(files::directory_iterator(folder), {}), 2);
+
+    robot.click("Copy");
+    EXPECT_EQ(clipboard(), text("ListBox1"));
+    EXPECT_TRUE(clipboard().starts_with("Temperature (˚Celsius)\tPressure (MPa)\t\n-50\t"));
+
+    open("Isotherm");
+    calculate({{"dataEntryT", "220"},
+               {"dataEntryV1", "900"},
+               {"dataEntryV2", "500"},
+               {"dataEntryStep", "200"}});
+    toolkit::Screen& isotherm = robot.screen();
+    save("Export", folder / "isotherm.txt");
+    ASSERT_TRUE(robot.waitFor([&isotherm] { return isotherm.isActive(); }));
+    EXPECT_EQ(contentsOf(folder / "isotherm.txt"), contentsOf(DROVAN_TEST_DATA "/isotherm.txt"));
+    save("Export", "/proc/isotherm");
+    ASSERT_TRUE(robot.waitFor([&isotherm] { return isotherm.isActive(); }));
+    EXPECT_TRUE(text("warning").starts_with("warning: isotherm.txt was not written: "))
+        << text("warning");
+}
+
+TEST_F(SeriesScreensTest, PlotReadsOutAnotherPointOrSavesNoPicture) {
+    open("Isochore");
+    calculate({{"dataEntryV", "80"},
+               {"dataEntryT1", "200"},
+               {"dataEntryT2", "400"},
+               {"dataEntryStep", "25"}});
+    robot.settle();
+    ASSERT_EQ(plot().series().size(), 3U);  // the lines meet at the boundary
+    EXPECT_EQ(plot().series()[1].x.back(), plot().series()[0].x.front());
+    const auto place = plot().place({0, 3});
+    ASSERT_TRUE(place);
+    robot.moveTo(plot().area().x + place->x + 2, plot().area().y + place->y - 2);
+    EXPECT_EQ(text("ReadOut"), "Temperature 300 Kelvin, Pressure " + list().rows()[4][1] + " MPa");
+    robot.moveTo(plot().area().x - 20, plot().area().y + 5);
+    EXPECT_EQ(text("ReadOut"), "");
+    toolkit::Screen& screen = robot.screen();
+    for (const auto& [name, start] : std::vector<std::pair<std::string, std::string>>{
+             {"plot.svg", "<?xml"}, {"plot.pdf", "%PDF"}, {"plot.png", "\x89PNG"}}) {
+        save("SavePicture", folder / name);
+        ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+        const std::string picture = contentsOf(folder / name);
+        EXPECT_TRUE(picture.starts_with(start)) << name;
+        EXPECT_GT(picture.size(), 2000U) << name;
+    }
+}
+
+// The plots themselves are looked at in pictures; what the library does not like, it writes to
+// stderr, which fails the suite.
+TEST_F(SeriesScreensTest, PlotComplainsOfNumbersThatAreHugeOrMissing) {
+    open("Isotherm");
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    using Points = std::vector<std::pair<double, double>>;
+    for (const Points& points :
+         {Points{}, Points{{1.0, 2.0}}, Points{{1.0, 1e300}, {2.0, -1e300}},
+          Points{{nan, 1.0}, {2.0, nan}, {3.0, inf}}, Points{{1.0, 5.0}, {1e9, 5.0}},
+          Points{{-1.0, -1e-300}, {0.0, 0.0}, {5.0, 1e-300}},
+          Points{{1.0, 0.0}, {nan, nan}, {9e8, 1.0}},
+          Points{{1e15, 1.0}, {1e15 + 1.0, 1.0 + 1e-15}}}) {
+        toolkit::PlotSeries line("50 % #1 √");
+        toolkit::PlotSeries marks("", toolkit::PlotSeries::Style::markers, 7);
+        for (const auto& [x, y] : points) {
+            line.add(x, y);
+            marks.add(x, y);
+        }
+        plot().show({line, marks});
+        robot.settle();
+        EXPECT_EQ(plot().place({0, 0}).has_value(),
+                  !points.empty() && points[0].first > -2.0 && std::abs(points[0].second) < 1e300)
+            << points.size();
+    }
+}
+
+TEST_F(SeriesScreensTest, LongTableTakesLongerThanASecond) {
+    open("Isochore");
+    for (const auto& [entry, characters] : Entries{{"dataEntryV", "80"},
+                                                   {"dataEntryT1", "200"},
+                                                   {"dataEntryT2", "299.999"},
+                                                   {"dataEntryStep", "0.001"}}) {
+        robot.enter(entry, characters);
+    }
+    const auto start = std::chrono::steady_clock::now();
+    robot.press("Return");
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+    RecordProperty("milliseconds", std::to_string(time.count() * 1000.0));
+    EXPECT_LT(time.count(), 1.0);
+    EXPECT_EQ(list().rows().size(), 100000U);
+    EXPECT_EQ(list().rows()[99999][0], "299.999");
+}
+
+}  // namespace
