@@ -4,12 +4,16 @@
 #include "model/fluid_model.h"
 #include "procedures/activity_window.h"
 #include "procedures/bubble_dew_point.h"
+#include "procedures/chem_pot_window.h"
+#include "procedures/critical_point_window.h"
 #include "procedures/fugacity_window.h"
 #include "procedures/isochore_window.h"
 #include "procedures/isotherm_window.h"
 #include "procedures/liquid_vapour_eq.h"
 #include "procedures/pressure_window.h"
+#include "procedures/spinodal_window.h"
 #include "procedures/temperature_window.h"
+#include "procedures/thermodynamic_window.h"
 #include "procedures/volume_window.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
@@ -87,10 +91,10 @@ void Start2Window::connectProcedures() {
                    {&Activities, newScreenOf<procedures::ActivityWindow>},
                    {&Homogenisation, newScreenOf<procedures::BubbleDewPoint>},
                    {&LiquidVapour, newScreenOf<procedures::LiquidVapourEq>},
-                   {&Spinodal, nullptr},
-                   {&CriticalPoint, nullptr},
-                   {&Thermodynamics, nullptr},
-                   {&ChemicalPotentials, nullptr}};
+                   {&Spinodal, newScreenOf<procedures::SpinodalWindow>},
+                   {&CriticalPoint, newScreenOf<procedures::CriticalPointWindow>},
+                   {&Thermodynamics, newScreenOf<procedures::ThermodynamicWindow>},
+                   {&ChemicalPotentials, newScreenOf<procedures::ChemPotWindow>}};
     for (const Procedure& procedure : procedures_) {
         if (!procedure.newScreen) {
             procedure.button->setSensitive(false);

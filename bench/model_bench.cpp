@@ -7,6 +7,7 @@
 #include <random>
 
 #include "model/fluid_model.h"
+#include "model/properties.h"
 
 namespace {
 
@@ -92,5 +93,23 @@ void FugacityCoefficients(benchmark::State& run, double lowT, double highT) {
 }
 BENCHMARK_CAPTURE(FugacityCoefficients, threeReal, 0.3, 0.7)->Arg(1)->Arg(2)->Arg(11);
 BENCHMARK_CAPTURE(FugacityCoefficients, everywhere, 0.3, 3.0)->Arg(1)->Arg(2)->Arg(11);
+
+// What a thermodynamic screen shows for a root: the mixture's properties, and its components'.
+template <auto Calculate>
+void Properties(benchmark::State& run) {
+    Compose(static_cast<std::size_t>(run.range(0)));
+    const std::int32_t last = fluid::LastComponent;
+    const fluid::ComponentValues x = fluid::Fractions;
+    constexpr double T = 400.0;
+    double V = 2.0 * fluid::MixtureB(last, x);
+    for ([[maybe_unused]] const auto _ : run) {
+        benchmark::DoNotOptimize(V);
+        const double P =
+            fluid::PressureVdW(fluid::MixtureA(last, x), fluid::MixtureB(last, x), T, V);
+        benchmark::DoNotOptimize(Calculate(last, x, T, P, V));
+    }
+}
+BENCHMARK(Properties<fluid::PropertiesOf>)->Arg(1)->Arg(2)->Arg(11);
+BENCHMARK(Properties<fluid::ComponentPropertiesOf>)->Arg(1)->Arg(2)->Arg(11);
 
 }  // namespace

@@ -17,9 +17,11 @@
 #include "app/window_owner.h"
 #include "model/fluid_model.h"
 #include "procedures/activity_window.h"
+#include "procedures/chem_pot_window.h"
 #include "procedures/fugacity_window.h"
 #include "procedures/pressure_window.h"
 #include "procedures/temperature_window.h"
+#include "procedures/thermodynamic_window.h"
 #include "procedures/volume_window.h"
 #include "toolkit/application.h"
 
@@ -80,6 +82,8 @@ void timeScreens(app::WindowOwner& owner) {
     timeScreen<procedures::VolumeWindow>(owner);
     timeScreen<procedures::FugacityWindow>(owner);
     timeScreen<procedures::ActivityWindow>(owner);
+    timeScreen<procedures::ThermodynamicWindow>(owner);
+    timeScreen<procedures::ChemPotWindow>(owner);
 }
 
 }  // namespace

@@ -25,6 +25,23 @@ double SpinodalTemperature(const Mixture& mixture, const BulkState& bulk) {
     return bulk.T * BulkSlope(mixture, bulk);
 }
 
+// The temperature in K at which the pressure is 0 at the volume of this state.
+double UnpressedTemperature(const BulkState& bulk) {
+    return bulk.A * bulk.A / (R * bulk.u);
+}
+
+// The boundary of a cold liquid, which at the temperature T of pressure 0 coexists with a vapour so
+// dilute that it is an ideal gas: P/RT = sum of z_i·u·exp(b_i·u - k·s_i·A).
+BoundaryPoint BesideDiluteVapour(const Mixture& mixture, double T, double V) {
+    const BulkState bulk = BulkAt(mixture, T, V - mixture.bMix);
+    double concentration = 0.0;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        const double exponent = mixture.b[i] * bulk.u - bulk.k * mixture.aRoot[i] * bulk.A;
+        concentration += mixture.z[i] * bulk.u * std::exp(exponent);
+    }
+    return {T * (1.0 + concentration / bulk.u), bulk.RT * concentration, V, 1.0 / concentration};
+}
+
 }  // namespace
 
 bool BoundaryPoint::isCritical() const {
@@ -42,18 +59,20 @@ std::optional<BoundaryPoint> FindBoundary(std::int32_t lastComponent,
     const double hottest = -std::log(HottestT(mixture));
     const auto hot = walk.look(hottest);
     if (!hot) return {};
-    // A little below the spinodal the mixture is known to be unstable.
+    // A little below the spinodal, and at negative pressures, the mixture is known to be unstable.
     constexpr double Below = 1e-6;
     const double spinodal = SpinodalTemperature(mixture, hot->bulk);
+    const double unpressed = UnpressedTemperature(hot->bulk);
     const double coldest = ColdestT(mixture);
-    const double cold = std::max(coldest, (1.0 - Below) * spinodal);
+    const double cold = std::max(coldest, (1.0 - Below) * std::max(spinodal, unpressed));
     walk.startAt(*hot);
     walk.go(-std::log(cold));
     if (!walk.transitions().empty()) {
         const BoundaryPoint point = PointOf(walk.transitions().front());
         if (point.T >= spinodal) return point;
     }
-    if (spinodal <= coldest) return {};
+    if (std::max(spinodal, unpressed) <= coldest) return {};
+    if (unpressed > spinodal) return BesideDiluteVapour(mixture, unpressed, V);
     const BulkState critical = BulkAt(mixture, spinodal, V - mixture.bMix);
     return BoundaryPoint{spinodal, critical.P, V, V};
 }

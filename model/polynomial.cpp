@@ -29,36 +29,49 @@ Value Evaluate(std::span<const double> c, double w) {
 // The root between two places at which the values have different signs.
 double Refine(std::span<const double> c, double low, double high, bool rises) {
     constexpr int StepLimit = 200;
+    // A step of Newton's method this short leaves its square, over the distance of the next root,
+    // which is less than the rounding of the value over the slope.
+    constexpr double Short = 1e-9;
     double at = 0.5 * (low + high);
     for (int i = 0; i < StepLimit; ++i) {
         const Value here = Evaluate(c, at);
         if (here.value == 0.0) return at;
         ((here.value > 0.0) == rises ? high : low) = at;
         double next = at - here.value / here.slope;
-        if (!(next > low && next < high)) {
+        if (next > low && next < high) {
+            if (std::abs(next - at) <= Short * at) return next;
+        } else {
             // Far bounds are halved in their order of magnitude.
             constexpr double Far = 4.0;
             next = low > 0.0 && high > Far * low ? std::sqrt(low) * std::sqrt(high)
                                                  : 0.5 * (low + high);
+            if (!(next > low && next < high)) return at;
         }
-        if (next == at || !(next > low && next < high)) return at;
-        constexpr double Enough = 2e-16;
-        const bool done = std::abs(next - at) <= Enough * at;
         at = next;
-        if (done) return at;
     }
     return at;
 }
 
-// No root is larger (Fujiwara's bound).
+// No root is larger (Cauchy's bound).
 double LargestRoot(std::span<const double> c) {
-    const std::size_t n = c.size() - 1;
-    double bound = 0.0;
-    for (std::size_t i = 0; i < n; ++i) {
-        const double ratio = std::abs(c[i] / c[n]);
-        bound = std::max(bound, std::pow(ratio, 1.0 / static_cast<double>(n - i)));
-    }
-    return 2.0 * bound;
+    double largest = 0.0;
+    for (const double x : c.first(c.size() - 1)) largest = std::max(largest, std::abs(x));
+    return 1.0 + largest / std::abs(c.back());
+}
+
+// c[0] + c[1]·w + c[2]·w² without the cancellation of -c[1] and the root of the discriminant.
+PolynomialRoots QuadraticRoots(std::span<const double> c) {
+    const double half = -0.5 * c[1];
+    const double product = c[0] * c[2];
+    const double lost = std::fma(c[0], c[2], -product);  // Kahan's difference of products
+    const double discriminant = std::fma(half, half, -product) - lost;
+    PolynomialRoots roots;
+    if (discriminant < 0.0) return roots;
+    const double sum = half + std::copysign(std::sqrt(discriminant), half);
+    const auto [low, high] = std::minmax({sum / c[2], sum != 0.0 ? c[0] / sum : 0.0});
+    if (low > 0.0) roots.values[roots.count++] = low;
+    if (high > 0.0 && high != low) roots.values[roots.count++] = high;
+    return roots;
 }
 
 PolynomialRoots Roots(std::span<const double> c) {
@@ -71,10 +84,11 @@ PolynomialRoots Roots(std::span<const double> c) {
         if (root > 0.0) roots.values[roots.count++] = root;
         return roots;
     }
+    if (n == 2) return QuadraticRoots(c);
     std::array<double, LargestDegree> derivative{};
     for (std::size_t i = 0; i < n; ++i) derivative[i] = static_cast<double>(i + 1) * c[i + 1];
     const PolynomialRoots extrema = Roots(std::span(derivative).first(n));
-    const double largest = 1.01 * LargestRoot(c);
+    const double largest = LargestRoot(c);
     double low = 0.0;
     double atLow = c[0];
     const auto visit = [&](double high, bool isExtremum) {

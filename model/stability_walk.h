@@ -23,7 +23,7 @@ struct Stop {
 
 // A state at which the mixture is stable and just coexists with a trial phase.
 struct Transition {
-    double at;  // the path's parameter
+    double at = 0.0;  // the path's parameter
     BulkState bulk;
     TrialPhase trial;
 };

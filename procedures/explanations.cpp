@@ -60,6 +60,64 @@ const char* const equilibriumTroubleText =
     "homogeneous at this temperature. A meta-stable solution is a true equilibrium of two "
     "phases, but the fluid would rather split in another way, for instance into three.";
 
+const char* const spinodalText =
+    "A fluid can be disturbed in small ways: a little denser here, a little richer in one gas "
+    "there. A stable or meta-stable fluid smooths such differences out. On the spinodal it stops "
+    "doing so, and beyond it the smallest difference grows by itself until the fluid has split. "
+    "A fluid inclusion may be cooled past its homogenization temperature without a bubble, but "
+    "never past its spinodal.";
+
+const char* const spinodalKindsText =
+    "Two limits are listed. At the mechanical spinodal the pressure would rise with the volume: "
+    "the fluid as a whole can no longer hold its density. At the diffusional spinodal parts of "
+    "different composition draw apart, gas by gas. In a mixture the diffusional spinodal is always "
+    "reached first, so it is the one that counts; the mechanical one lies inside it. For a pure "
+    "gas both are the same.";
+
+const char* const spinodalSidesText =
+    "At the liquid side of the unstable states a dense fluid reaches its limit when it expands, or "
+    "when it is cooled in its inclusion; the pressure there may be negative, which is tension: the "
+    "liquid is stretched. At the vapour side a dilute fluid reaches its limit when it is "
+    "compressed or cooled. There may be one limit or three instead of two, because some mixtures, "
+    "for instance of water with a gas, split at any pressure. Both sides meet at the highest "
+    "temperature of the spinodal.";
+
+const char* const spinodalUseText =
+    "Choose what you know: a temperature gives all molar volumes at which the fluid reaches a "
+    "limit, a molar volume (or a density) gives the temperature below which it is unstable, and a "
+    "range of temperatures gives a table that you can export. The curves are drawn over "
+    "temperature or over molar volume. Very high pressures are left out of the plot, but not of "
+    "the table.";
+
+const char* const criticalText =
+    "At a critical point a liquid and its vapour, or two liquids, become one and the same: the "
+    "bubble-point curve meets the dew-point curve. An inclusion whose molar volume is the "
+    "critical one does not homogenize by a bubble that shrinks or grows; the meniscus fades away "
+    "in the middle. A pure gas has one critical point. A mixture may have none, one or more, up to "
+    "four in this model, and all of them are listed.";
+
+const char* const criticalFindingText =
+    "They are found by two conditions: the fluid is on its spinodal, the limit beyond which small "
+    "differences grow by themselves, and it is where this limit touches the phase boundary rather "
+    "than lying inside it. For the van der Waals equation the two conditions together are one "
+    "equation of the fourth degree for the molar volume; all of its roots are calculated.";
+
+const char* const criticalStateText =
+    "A critical point is stable if the fluid there would not rather split in another way; only "
+    "such a point can be seen in an inclusion. It is meta-stable if it withstands small changes, "
+    "but a very different phase would be more stable. It is unstable if even small changes grow; "
+    "such points belong to the mathematics, not to the laboratory. Points that are not examined "
+    "lie at temperatures so low that the fugacities of the phases exceed all numbers. A negative "
+    "pressure is tension, and no fluid is stable there.";
+
+const char* const criticalPlotText =
+    "The pseudo-critical point is that of a pure gas with the a and b of the mixture: a measure "
+    "for comparisons, at which nothing happens to the mixture itself. The plot shows the bubble "
+    "points and dew points of this composition, calculated from molar volume to molar volume so "
+    "that the curve runs through the critical point, and its spinodal, which touches the curve "
+    "there. Choose \"low pressures\" where a critical point at a very high or a negative pressure "
+    "leaves too little room for the others.";
+
 }  // namespace
 
 ExplanationScreen::ExplanationScreen(toolkit::ScreenHost& host, const std::string& name,
@@ -89,5 +147,14 @@ ExplainSecond::ExplainSecond(toolkit::ScreenHost& host)
                         "Liquid-Vapour equilibria",
                         {equilibriumText, phasesText, equilibriumApproachText, editText,
                          equilibriumTroubleText}) {}
+
+ExplainSpinodal::ExplainSpinodal(toolkit::ScreenHost& host)
+    : ExplanationScreen(host, "ExplainSpinodal", "Explanation - Spinodal - Drovan W", "Spinodal",
+                        {spinodalText, spinodalKindsText, spinodalSidesText, spinodalUseText}) {}
+
+ExplainCritical::ExplainCritical(toolkit::ScreenHost& host)
+    : ExplanationScreen(host, "ExplainCritical", "Explanation - Critical Point - Drovan W",
+                        "Critical Point",
+                        {criticalText, criticalFindingText, criticalStateText, criticalPlotText}) {}
 
 }  // namespace procedures

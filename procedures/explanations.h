@@ -32,4 +32,16 @@ class ExplainSecond : public ExplanationScreen {
     explicit ExplainSecond(toolkit::ScreenHost& host);
 };
 
+/// About the spinodal.
+class ExplainSpinodal : public ExplanationScreen {
+  public:
+    explicit ExplainSpinodal(toolkit::ScreenHost& host);
+};
+
+/// About critical points.
+class ExplainCritical : public ExplanationScreen {
+  public:
+    explicit ExplainCritical(toolkit::ScreenHost& host);
+};
+
 }  // namespace procedures

@@ -5,8 +5,8 @@
 
 namespace procedures {
 
-/// What the fugacity and the activity screen have in common: the sentence for a complex root, and
-/// the fugacities that belong to a real one.
+/// What the screens of fugacities and of what follows from them have in common: the sentence for a
+/// complex root, and the fugacities that belong to a real one.
 class FugacityScreen : public RootScreen {
   protected:
     /// Per present component: the fugacity coefficient, and the fugacity in MPa.

@@ -9,6 +9,7 @@
 
 #include "model/fluid_model.h"
 #include "model/spinodal.h"
+#include "procedures/phase_curves.h"
 #include "procedures/units.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
@@ -22,12 +23,6 @@ using toolkit::numberText;
 using toolkit::PlotSeries;
 
 constexpr int sentenceWidth = 90;  // characters of a line
-constexpr std::array<const char*, 4> stateNames = {"stable", "meta-stable", "unstable",
-                                                   "not examined"};
-
-const char* nameOf(Stability stability) {
-    return stateNames[static_cast<std::size_t>(stability)];
-}
 
 /// A line for each state, which meet where the state changes.
 class StateLines {
@@ -37,7 +32,7 @@ class StateLines {
         constexpr std::array<Style, 4> styles = {Style::line, Style::dashed, Style::dotted,
                                                  Style::dotted};
         for (std::size_t i = 0; i < lines_.size(); ++i) {
-            lines_[i] = PlotSeries(stateNames[i], styles[i], i);
+            lines_[i] = PlotSeries(stabilityName(static_cast<Stability>(i)), styles[i], i);
         }
     }
 
@@ -229,7 +224,7 @@ void IsothermWindow::show(Isotherm isotherm) {
     showTable(table->volumes.size(),
               [table, numbers](std::size_t i) {
                   toolkit::List::Row row = numbers(i);
-                  row.emplace_back(nameOf(table->states[i]));
+                  row.emplace_back(stabilityName(table->states[i]));
                   return row;
               },
               {heading, numbers});
@@ -241,12 +236,13 @@ void IsothermWindow::showBoundaries(const fluid::IsothermStability& stability) {
         return;
     }
     std::string sentences;
-    for (const fluid::BoundaryPoint& point : stability.boundaries()) {
+    for (std::size_t i = stability.boundaries().size(); i-- > 0;) {
+        const fluid::BoundaryPoint& point = stability.boundaries()[i];
         const bool isBubble = point.kind() == fluid::Homogenisation::IntoLiquid;
-        const std::string sentence = std::string(isBubble ? "Bubble" : "Dew") + " point at " +
-                                     numberText(point.V) + " " + volumeUnit + " and " +
-                                     numberText(point.P) + " MPa";
-        sentences = sentences.empty() ? sentence : sentence + "\n" + sentences;
+        sentences += sentences.empty() ? "" : "\n";
+        sentences += isBubble ? "Bubble point at " : "Dew point at ";
+        sentences += numberText(point.V) + " " + volumeUnit + " and " + numberText(point.P);
+        sentences += " MPa";
     }
     Boundaries.setText(sentences);
 }

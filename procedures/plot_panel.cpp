@@ -23,12 +23,12 @@ void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::s
 }
 
 PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const toolkit::List& table,
-                     const std::string& fileName, const std::string& description)
+                     std::string fileName, const std::string& description)
     : plot("Plot", description),
       screen_(screen),
       message_(message),
       table_(table),
-      fileName_(fileName) {
+      fileName_(std::move(fileName)) {
     ReadOut.setUnobtrusive();
     SavePicture.onClick(this, &PlotPanel::SavePicture_Action);
     Copy.onClick(this, &PlotPanel::Copy_Action);

@@ -27,7 +27,7 @@ class PlotPanel {
     /// `fileName`: proposed for the picture, without its extension; `description`: of the plot, for
     /// a screen reader.
     PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const toolkit::List& table,
-              const std::string& fileName, const std::string& description);
+              std::string fileName, const std::string& description);
 
     toolkit::Block block();
     /// The quantities on the axes, and their units.

@@ -64,7 +64,7 @@ std::string targetOf(const std::string& path) {
 int obstacle(const std::string& path) {
     struct stat old {};
     if (stat(path.c_str(), &old) != 0) {
-        return 0;
+        return errno == ENOENT ? 0 : errno;
     }
     if (S_ISDIR(old.st_mode)) {
         return EISDIR;

@@ -2,6 +2,7 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -117,7 +118,7 @@ List::~List() {
 Block List::scrolling(int visibleRows) {
     GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, nullptr);
     gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller),
-                                   isLong_ ? GTK_POLICY_NEVER : GTK_POLICY_AUTOMATIC,
+                                   isWhole_ ? GTK_POLICY_NEVER : GTK_POLICY_AUTOMATIC,
                                    GTK_POLICY_AUTOMATIC);
     gtk_scrolled_window_set_shadow_type(GTK_SCROLLED_WINDOW(scroller), GTK_SHADOW_IN);
     return within(scroller, visibleRows);
@@ -182,6 +183,7 @@ void List::setTable(std::size_t count, std::function<Row(std::size_t)> row) {
 
 void List::setLong(const std::vector<int>& characters) {
     isLong_ = true;
+    isWhole_ = true;
     const int digit = widthOf(widget(), "0");
     for (std::size_t i = 0; i < heads_.size(); ++i) {
         GtkTreeViewColumn* const column =
@@ -199,7 +201,10 @@ void List::setLong(const std::vector<int>& characters) {
 }
 
 void List::clear() {
+    // A view that watches has much to do at every row that goes.
+    gtk_tree_view_set_model(viewOf(*this), nullptr);
     gtk_list_store_clear(store_);
+    gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
     table_ = nullptr;
 }
 
@@ -257,7 +262,11 @@ std::vector<List::Row> List::selectedRows() const {
 
 std::string List::tableText(const std::vector<Row>& rows) const {
     std::string table;
-    appendLine(table, heads_);
+    Row heads = heads_;
+    for (std::string& head : heads) {  // of several lines in the window
+        std::replace(head.begin(), head.end(), '\n', ' ');
+    }
+    appendLine(table, heads);
     for (const Row& cells : rows) {
         appendLine(table, cells);
     }

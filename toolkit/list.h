@@ -35,6 +35,9 @@ class List : public Control, public Editable {
     /// Shows a table of `count` rows, however many, whose texts `row` gives when they are looked
     /// at; what it refers to has to live until other rows are shown. Needs setLong.
     void setTable(std::size_t count, std::function<Row(std::size_t)> row);
+    /// Has the window make room for all columns, where they would scroll sideways otherwise. To be
+    /// called before the list is put into a block.
+    void showAllColumns() { isWhole_ = true; }
     /// Makes the list one for long tables: its columns have room for so many characters each,
     /// whatever is in them. To be called before it is put into a block.
     void setLong(const std::vector<int>& characters);
@@ -63,6 +66,7 @@ class List : public Control, public Editable {
     std::function<Row(std::size_t)> table_;
     Handler cellTextChange_;
     bool isLong_ = false;
+    bool isWhole_ = false;
     int editableColumn_ = -1;
     GtkCellRenderer* editableCell_ = nullptr;
     GtkListStore* store_;

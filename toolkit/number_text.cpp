@@ -60,6 +60,10 @@ std::string formatted(double value, std::chars_format format, int decimals) {
 
 }  // namespace
 
+std::string significantText(double value, int digits) {
+    return formatted(value, std::chars_format::general, digits);
+}
+
 std::string fixedText(double value, int decimals) {
     return formatted(value, std::chars_format::fixed, decimals);
 }

@@ -17,6 +17,10 @@ double numberOrZero(std::string_view text);
 /// The shortest decimal text that reads back as the same double, whatever the locale.
 std::string numberText(double value);
 
+/// `value` rounded to so many significant digits, in the shorter of the two forms, whatever the
+/// locale.
+std::string significantText(double value, int digits);
+
 /// `value` with exactly `decimals` digits behind the point, whatever the locale.
 std::string fixedText(double value, int decimals);
 

@@ -147,12 +147,12 @@ struct Labels {
 /// Draws marks of one kind; of many that would hide one another only the first.
 class Marks {
   public:
-    Marks(const PlotLibrary& library, const char* symbol, const PlotFrame& frame, double cell)
-        : library_(library), symbol_(symbol), frame_(frame), cell_(cell) {}
+    Marks(const PlotLibrary& library, const char* symbol, double cell)
+        : library_(library), symbol_(symbol), cell_(cell) {}
 
     void add(double x, double y) {
-        const auto column = static_cast<std::int64_t>(std::floor(x * frame_.xScale / cell_));
-        const auto row = static_cast<std::int64_t>(std::floor(y * frame_.yScale / cell_));
+        const auto column = static_cast<std::int64_t>(std::floor(x / cell_));
+        const auto row = static_cast<std::int64_t>(std::floor(y / cell_));
         if (taken_.insert({column, row}).second) {
             library_.drawMarkers(1, &x, &y, symbol_);
         }
@@ -161,7 +161,6 @@ class Marks {
   private:
     const PlotLibrary& library_;
     const char* symbol_;
-    const PlotFrame& frame_;
     double cell_;
     std::set<std::pair<std::int64_t, std::int64_t>> taken_;
 };
@@ -171,11 +170,10 @@ class Marks {
 class Polyline {
   public:
     /// `single` takes the points that stand alone.
-    Polyline(const PlotLibrary& library, const Range& x, double width, Marks& single)
-        : library_(library), x_(x), columns_(width), single_(single) {}
+    Polyline(const PlotLibrary& library, Marks& single) : library_(library), single_(single) {}
 
     void add(double x, double y) {
-        const double column = std::floor((x - x_.low) / (x_.high - x_.low) * columns_);
+        const double column = std::floor(x);
         if (column != column_) {
             flushColumn();
             column_ = column;
@@ -195,9 +193,12 @@ class Polyline {
     void finish() {
         flushColumn();
         column_ = std::numeric_limits<double>::quiet_NaN();
-        if (xs_.size() == 1) {
+        if (xs_.empty()) {
+            return;
+        }
+        if (isDot()) {
             single_.add(xs_[0], ys_[0]);
-        } else if (!xs_.empty()) {
+        } else {
             library_.drawLine(static_cast<PLINT>(xs_.size()), xs_.data(), ys_.data());
         }
         xs_.clear();
@@ -222,6 +223,16 @@ class Polyline {
         }
     }
 
+    /// Whether all points lie within a pixel, where a line would hardly be seen.
+    bool isDot() const {
+        for (std::size_t i = 1; i < xs_.size(); ++i) {
+            if (std::abs(xs_[i] - xs_[0]) > 1.0 || std::abs(ys_[i] - ys_[0]) > 1.0) {
+                return false;
+            }
+        }
+        return true;
+    }
+
     void flushColumn() {
         if (low_.y <= high_.y) {
             const bool lowFirst = low_.position < high_.position;
@@ -236,8 +247,6 @@ class Polyline {
     }
 
     const PlotLibrary& library_;
-    Range x_;
-    double columns_;
     Marks& single_;
     double column_ = std::numeric_limits<double>::quiet_NaN();
     Point low_ = lowest;
@@ -290,6 +299,8 @@ class Drawer {
     void drawSeries(const PlotSeries& series) const;
     void drawLegend() const;
     PlotFrame frame() const;
+    /// Lines grow less than the text: the library's dashes do not grow with them.
+    double lineWidth() const { return 1.0 + 0.1 * text_; }
 
     const PlotLibrary& library_;
     double width_;
@@ -359,7 +370,7 @@ void Drawer::planLegend() {
 
 void Drawer::drawAxes() const {
     library_.setColour(black);
-    library_.setLineWidth(1.0);
+    library_.setLineWidth(lineWidth() / 2.0);
     library_.setLineStyle(1);
     library_.drawBox(isLogarithmicX_ ? "bclnst" : "bcnst", 0.0, 0, "bcnstv", 0.0, 0);
     library_.drawTitle("b", xTitleDistance, 0.5, 0.5, escaped(content_.xTitle).c_str());
@@ -367,24 +378,26 @@ void Drawer::drawAxes() const {
 }
 
 void Drawer::drawSeries(const PlotSeries& series) const {
-    constexpr double lineWidth = 2.0;
     library_.setColour(colourOf(series));
-    library_.setLineWidth(lineWidth);
+    library_.setLineWidth(lineWidth());
     library_.setLineStyle(styleOf(series));
     constexpr std::size_t fewMarks = 1000;  // are all drawn
-    const PlotFrame place = frame();
     const double cell = series.x.size() > fewMarks ? text_ / 2.0 : 1.0;
-    if (series.style == PlotSeries::Style::markers) {
-        Marks marks(library_, markerOf(series), place, cell);
+    const double xScale = (right_ - left_) / (x_.high - x_.low);
+    const double yScale = (top_ - bottom_) / (y_.high - y_.low);
+    const auto forEachPlace = [&](auto visit, auto gap) {
         forEachPoint(
-            series, isLogarithmicX_, [&](double x, double y) { marks.add(x, y); }, [] {});
+            series, isLogarithmicX_,
+            [&](double x, double y) { visit((x - x_.low) * xScale, (y - y_.low) * yScale); }, gap);
+    };
+    if (series.style == PlotSeries::Style::markers) {
+        Marks marks(library_, markerOf(series), cell);
+        forEachPlace([&](double x, double y) { marks.add(x, y); }, [] {});
         return;
     }
-    Marks single(library_, markers[0], place, cell);
-    Polyline line(library_, x_, right_ - left_, single);
-    forEachPoint(
-        series, isLogarithmicX_, [&](double x, double y) { line.add(x, y); },
-        [&] { line.finish(); });
+    Marks single(library_, markers[0], cell);
+    Polyline line(library_, single);
+    forEachPlace([&](double x, double y) { line.add(x, y); }, [&] { line.finish(); });
     line.finish();
 }
 
@@ -399,6 +412,7 @@ void Drawer::drawLegend() const {
     std::vector<std::string> names;
     std::vector<const char*> texts;
     std::vector<const char*> symbols;
+    texts.reserve(count);
     for (const PlotSeries* const series : legend_.series) {
         const bool isMarked = series->style == PlotSeries::Style::markers;
         options.push_back(isMarked ? PL_LEGEND_SYMBOL : PL_LEGEND_LINE);
@@ -411,7 +425,7 @@ void Drawer::drawLegend() const {
         texts.push_back(name.c_str());
     }
     const std::vector<PLINT> textColours(count, black);
-    const std::vector<double> lineWidths(count, 2.0);
+    const std::vector<double> lineWidths(count, lineWidth());
     const std::vector<double> scales(count, 1.0);
     const std::vector<PLINT> once(count, 1);
     const double sample = 3.0 * text_ / (right_ - left_);
@@ -493,6 +507,8 @@ std::optional<PlotFrame> Drawer::draw(cairo_t* cairo) {
     library_.command(PLESC_DEVINIT, cairo);
     prepare();
     drawAxes();
+    // The series in the units of the surface: some functions of the library fail on huge numbers.
+    library_.setWindow(0.0, right_ - left_, 0.0, top_ - bottom_);
     for (const PlotSeries& series : content_.series) {
         drawSeries(series);
     }

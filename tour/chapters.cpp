@@ -136,6 +136,24 @@ void playLiquidVapour(Guide& guide) {
     guide.takePicture("explanation-liquid-vapour");
 }
 
+void playThermodynamics(Guide& guide) {
+    guide.chapter("Thermodynamic properties");
+    chooseProcedure(guide, guide.robot(), "Thermodynamics", "ThermodynamicWindow");
+    solveAt220Kelvin(guide);
+    guide.click("Choice2");
+    guide.read("ListBox1");
+    guide.takePicture("thermodynamic-properties");
+}
+
+void playChemicalPotentials(Guide& guide) {
+    guide.chapter("Chemical potentials");
+    chooseProcedure(guide, guide.robot(), "ChemicalPotentials", "ChemPotWindow");
+    solveAt220Kelvin(guide);
+    guide.click("Choice2");
+    guide.read("ListBox1");
+    guide.takePicture("chemical-potentials");
+}
+
 void playIsochores(Guide& guide) {
     guide.chapter("Isochores");
     chooseProcedure(guide, guide.robot(), "Isochores", "IsochoreWindow");
@@ -159,6 +177,34 @@ void playIsotherms(Guide& guide) {
     guide.click("calculate");
     guide.read("Boundaries");
     guide.takePicture("isotherms");
+}
+
+void playCriticalPoint(Guide& guide) {
+    guide.chapter("Critical points");
+    chooseProcedure(guide, guide.robot(), "CriticalPoint", "CriticalPointWindow");
+    guide.read("Count");
+    guide.read("ListBox1");
+    guide.read("ResultT");
+    guide.takePicture("critical-point");
+    guide.click("Explanations");
+    guide.robot().use("ExplainCritical");
+    guide.takePicture("explanation-critical-point");
+}
+
+void playSpinodal(Guide& guide) {
+    guide.chapter("Spinodal");
+    chooseProcedure(guide, guide.robot(), "Spinodal", "SpinodalWindow");
+    guide.enter("dataEntryT", "220");
+    guide.click("calculate");
+    guide.read("ListBox1");
+    guide.takePicture("spinodal");
+    guide.click("GivenV");
+    guide.enter("dataEntryV", "80");
+    guide.click("calculate");
+    guide.read("ListBox1");
+    guide.click("Explanations");
+    guide.robot().use("ExplainSpinodal");
+    guide.takePicture("explanation-spinodal");
 }
 
 }  // namespace tour

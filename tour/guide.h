@@ -41,5 +41,9 @@ void playHomogenisation(Guide& guide);
 void playLiquidVapour(Guide& guide);
 void playIsochores(Guide& guide);
 void playIsotherms(Guide& guide);
+void playCriticalPoint(Guide& guide);
+void playSpinodal(Guide& guide);
+void playThermodynamics(Guide& guide);
+void playChemicalPotentials(Guide& guide);
 
 }  // namespace tour

@@ -31,6 +31,10 @@ void play(const std::string& folder) {
     tour::playLiquidVapour(guide);
     tour::playIsochores(guide);
     tour::playIsotherms(guide);
+    tour::playCriticalPoint(guide);
+    tour::playSpinodal(guide);
+    tour::playThermodynamics(guide);
+    tour::playChemicalPotentials(guide);
 }
 
 }  // namespace

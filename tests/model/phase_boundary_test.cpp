@@ -112,6 +112,26 @@ TEST(PhaseBoundaryTest, IsochoreHomogenisesElsewhereThanTheIterationSays) {
     EXPECT_GT(compared, 100);
 }
 
+// The vapour beside cold water is of 1e-30 mol/cm3 and less; the pressure of the liquid is 0 to
+// rounding, and its isochore meets the boundary where a·(V - b) = R·T·V².
+TEST(PhaseBoundaryTest, ColdLiquidIsCalledHomogeneous) {
+    AcceptPure(0);
+    const double a = fluid::MixtureA(0, fluid::Fractions);
+    const double b = fluid::MixtureB(0, fluid::Fractions);
+    double before = 0.0;
+    for (double V = 31.0; V < 36.5; V += 0.1) {
+        const auto point = BoundaryAt(V);
+        ASSERT_TRUE(point) << V;
+        const double T = a * (V - b) / (fluid::R * V * V);
+        EXPECT_GT(point->T, before) << V;
+        EXPECT_GE(point->T, T * (1.0 - 1e-12)) << V;
+        EXPECT_LT(point->T, T * (1.0 + 1e-3)) << V;
+        EXPECT_GT(point->P, 0.0) << V;
+        EXPECT_EQ(point->kind(), fluid::Homogenisation::IntoLiquid) << V;
+        before = point->T;
+    }
+}
+
 TEST(PhaseBoundaryTest, CriticalPointAndTheEndsOfTheRangesGiveNoNumber) {
     AcceptPure(1);
     const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);

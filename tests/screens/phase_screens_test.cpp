@@ -157,4 +157,61 @@ TEST_F(PhaseScreensTest, ResultsOfAnOlderCompositionStayOrItsGasesAreCalculatedW
     robot.use(first);
 }
 
+// Above the critical temperature, 273.287 K, there are two dew points and no bubble point.
+TEST_F(PhaseScreensTest, SecondDewPointOfARetrogradeFluidIsNeverReached) {
+    openBubbleDewPoint();
+    robot.click("RadioButtonTh");
+    robot.enter("dataEntryTh", "273.5");
+    robot.click("VapourMode");
+    constexpr auto begin = "2 homogenization points: 6.981779, 7.099969 MPa; this is number ";
+    constexpr auto end = ", press first approach again for the next";
+    for (const auto& [number, pressure] : std::vector<std::pair<std::string, std::string>>{
+             {"1", "6.981779"}, {"2", "7.099969"}, {"1", "6.981779"}}) {
+        robot.click("FirstApproach");
+        EXPECT_EQ(text("warning"), begin + number + end);
+        robot.click("calculate");
+        EXPECT_EQ(text("Answer"), pressure) << text("Iterations");
+    }
+    robot.click("LiquidMode");
+    EXPECT_EQ(text("warning") + text("Answer"), "");
+    robot.click("FirstApproach");
+    EXPECT_EQ(text("warning"),
+              "no homogenization point exists here, the first approach is an estimate only");
+    EXPECT_FALSE(text("dataEntry2").empty());
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "");
+}
+
+TEST_F(PhaseScreensTest, FourGasesHaveAnotherBubblePointOrAFractionCannotBeEditedByMouse) {
+    openProcedure({{"CO2", "0.5"}, {"CH4", "0.2"}, {"N2", "0.1"}, {"H2S", "0.2"}}, "Homogenisation",
+                  "BubbleDewPoint");
+    robot.click("RadioButtonTh");
+    robot.enter("dataEntryTh", "220");
+    robot.click("LiquidMode");
+    robot.click("FirstApproach");
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "4.238904");
+    const auto before = rows("ListBoxPhaseY");
+    ASSERT_EQ(before.size(), 4U);
+    EXPECT_EQ(before[0][0] + before[1][0] + before[2][0] + before[3][0], "CO2N2H2SCH4");
+    // A click on a row chooses it, one on its fraction opens the cell.
+    const toolkit::Area list = robot.control("ListBoxPhaseY").area();
+    const int y = list.y + 36;  // below the heads
+    for (const int x : {list.x + list.width / 8, list.x + list.width * 3 / 4}) {
+        robot.drag(x, y, x, y);
+    }
+    robot.press("Control_L+a");
+    robot.type("0.25");
+    robot.press("Return");
+    std::size_t changed = 0;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        changed += rows("ListBoxPhaseY")[i][1] == "0.25" ? 1U : 0U;
+    }
+    EXPECT_EQ(changed, 1U);
+    EXPECT_EQ(text("Answer"), "");  // of other fractions
+    EXPECT_FALSE(text("dataEntry2").empty());
+    robot.click("calculate");
+    EXPECT_EQ(text("Answer"), "4.238904") << text("Iterations");
+}
+
 }  // namespace

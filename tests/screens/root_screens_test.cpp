@@ -12,11 +12,13 @@ struct RootScreen {
 };
 
 const std::string noInput = "warning: put a number for temperature and pressure";
-const std::array<RootScreen, 3> screens = {
+const std::array<RootScreen, 5> screens = {
     {{"MolarVolumes", "VolumeWindow", "warning",
       "warning: put a valid number for temperature and pressure", "warning", ""},
      {"Fugacities", "FugacityWindow", "warning", noInput, "slope", "---"},
-     {"Activities", "ActivityWindow", "warning1", noInput, "slope", "---"}}};
+     {"Activities", "ActivityWindow", "warning1", noInput, "slope", "---"},
+     {"Thermodynamics", "ThermodynamicWindow", "warning", noInput, "slope", "---"},
+     {"ChemicalPotentials", "ChemPotWindow", "warning", noInput, "slope", "---"}}};
 
 /// What the screens with three roots have in common.
 class RootScreensTest : public tests::RootScreenTest {

@@ -1,0 +1,70 @@
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <random>
+
+#include "model/critical_point.h"
+#include "model/fluid_model.h"
+#include "model/spinodal.h"
+#include "tests/model/phase_reference.h"
+
+// Times of the critical points and the spinodal over random mixtures of 2 to 11 gases. Each mixture
+// is solved many times; `worst_us` is the mean time in microseconds of the slowest mixture.
+
+namespace {
+
+using fluid::Fractions;
+using fluid::LastComponent;
+using Clock = std::chrono::steady_clock;
+
+constexpr int Mixtures = 10000;
+constexpr int MostComponents = 11;
+
+template <class Solve>
+void OverSample(benchmark::State& run, int calls, const Solve& solve) {
+    std::mt19937_64 random(1);
+    double worst = 0.0;
+    for (auto _ : run) {
+        AcceptRandomMixture(random, MostComponents);
+        // The best of a few rounds: what else the computer does is not the mixture's doing.
+        constexpr int Rounds = 3;
+        double best = 1.0;
+        for (int round = 0; round < Rounds; ++round) {
+            const auto start = Clock::now();
+            for (int i = 0; i < calls; ++i) solve();
+            const std::chrono::duration<double> time = Clock::now() - start;
+            best = std::min(best, time.count() / calls);
+        }
+        worst = std::max(worst, best);
+        run.SetIterationTime(best);
+    }
+    run.counters["worst_us"] = worst * 1e6;
+}
+
+void CriticalPoints(benchmark::State& run) {
+    OverSample(run, 30, [] {
+        benchmark::DoNotOptimize(fluid::FindCriticalPoints(LastComponent, Fractions));
+    });
+}
+BENCHMARK(CriticalPoints)->UseManualTime()->Iterations(Mixtures);
+
+void CriticalPointsAndTheirStability(benchmark::State& run) {
+    OverSample(run, 2, [] {
+        for (const auto& point : fluid::FindCriticalPoints(LastComponent, Fractions)) {
+            benchmark::DoNotOptimize(fluid::CriticalStability(LastComponent, Fractions, point));
+        }
+    });
+}
+BENCHMARK(CriticalPointsAndTheirStability)->UseManualTime()->Iterations(Mixtures);
+
+void DiffusionalSpinodal(benchmark::State& run) {
+    constexpr double T = 200.0;
+    OverSample(run, 30, [] {
+        benchmark::DoNotOptimize(fluid::DiffusionalSpinodal(LastComponent, Fractions, T));
+    });
+}
+BENCHMARK(DiffusionalSpinodal)->UseManualTime()->Iterations(Mixtures);
+
+}  // namespace

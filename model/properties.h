@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "model/component_table.h"
+
+namespace fluid {
+
+// docs/properties.md derives everything in this header. MPa·cm3 is J.
+
+// A molar property of the mixture in three parts: the ideal gas at the same T and P, what the
+// attraction and the volume of the molecules add to it, and both. No value where there is none:
+// an ideal gas has no negative pressure, an unstable fluid no speed of sound, and what is infinite
+// or too large for a double has none either.
+struct Property {
+    std::optional<double> idealGas;
+    std::optional<double> residual;
+    std::optional<double> total;
+};
+
+// Energies refer to the elements at 298.15 K and 0.1 MPa.
+struct MixtureProperties {
+    Property V;                // cm3/mol
+    Property density;          // g/cm3
+    Property Z;                // compressibility factor P·V/(R·T)
+    Property U;                // internal energy, J/mol
+    Property H;                // enthalpy, J/mol
+    Property S;                // entropy, J/(mol·K)
+    Property A;                // Helmholtz energy, J/mol
+    Property G;                // Gibbs energy, J/mol
+    Property Cv;               // isochoric heat capacity, J/(mol·K)
+    Property Cp;               // isobaric heat capacity, J/(mol·K)
+    Property heatRatio;        // Cp/Cv, no residual part
+    Property compressibility;  // -(dV/dP)/V at constant T, 1/MPa, no residual part
+    Property expansion;        // (dV/dT)/V at constant P, 1/K, no residual part
+    Property soundSpeed;       // m/s, no residual part
+    Property jouleThomson;     // dT/dP at constant H, K/MPa, no residual part
+};
+
+// lastComponent, fractions: the mixture, as for MixtureA; T in K, above 0; V in cm3/mol a molar
+// volume at T and the pressure P in MPa. All without a value unless T > 0 and V is above the
+// co-volume.
+MixtureProperties PropertiesOf(std::int32_t lastComponent, std::span<const double> fractions,
+                               double T, double P, double V);
+
+// A component in the mixture, J/mol, J/(mol·K), cm3/mol.
+struct ComponentProperties {
+    std::optional<double> chemicalPotential;  // standardPotential + fugacityTerm
+    std::optional<double> standardPotential;  // of the ideal gas at T and StandardPressure
+    std::optional<double> fugacityTerm;       // R·T·ln(f/StandardPressure)
+    std::optional<double> logPhi;             // ln of the fugacity coefficient; none unless P > 0
+    std::optional<double> enthalpy;           // partial molar quantities; none where dP/dV = 0
+    std::optional<double> entropy;
+    std::optional<double> volume;
+};
+
+// The present components at the positions of the tables; arguments and what has no value as for
+// PropertiesOf.
+std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(
+    std::int32_t lastComponent, std::span<const double> fractions, double T, double P, double V);
+
+}  // namespace fluid

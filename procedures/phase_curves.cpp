@@ -1,0 +1,60 @@
+#include "procedures/phase_curves.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <limits>
+
+#include "model/fluid_model.h"
+
+namespace procedures {
+
+const char* stabilityName(fluid::Stability stability) {
+    constexpr std::array<const char*, 4> names = {"stable", "meta-stable", "unstable",
+                                                  "not examined"};
+    return names[static_cast<std::size_t>(stability)];
+}
+
+ShownPressures::ShownPressures(const fluid::CriticalPoints& critical) {
+    const double pseudo = fluid::FindPseudoCriticalPoint(fluid::LastComponent, fluid::Fractions).P;
+    constexpr double low = 10.0;
+    constexpr double further = 4.0;  // where the boundary does not end at a critical point
+    double largest = 0.0;
+    for (const fluid::CriticalPoint& point : critical) {
+        if (point.isLocallyStable && point.P < low * pseudo) {
+            largest = std::max(largest, point.P);
+        }
+    }
+    if (largest == 0.0) {
+        largest = further * pseudo;
+    }
+    constexpr double negativePart = -0.4;
+    lowest = largest * negativePart;
+    highest = lowest;
+    extendTo(largest);
+}
+
+void ShownPressures::extendTo(double P) {
+    constexpr double beyond = 1.15;
+    lowest = std::min(lowest, beyond * P);
+    highest = std::max(highest, beyond * P);
+}
+
+void addCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>& curve,
+              const ShownPressures& shown,
+              const std::function<double(const fluid::StatePoint&)>& x) {
+    bool isGap = true;
+    for (const fluid::StatePoint& point : curve) {
+        if (!shown.include(point.P)) {
+            isGap = true;
+            continue;
+        }
+        if (isGap && !series.x.empty()) {
+            series.add(std::numeric_limits<double>::quiet_NaN(), 0.0);
+        }
+        isGap = false;
+        series.add(x(point), point.P);
+    }
+}
+
+}  // namespace procedures

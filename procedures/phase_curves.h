@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "model/critical_point.h"
+#include "model/phase_diagram.h"
+#include "toolkit/plot.h"
+
+namespace procedures {
+
+/// "stable", "meta-stable", "unstable" or "not examined".
+const char* stabilityName(fluid::Stability stability);
+
+/// The pressures in MPa that a diagram of the present composition shows.
+struct ShownPressures {
+    /// Somewhat beyond the critical points of low pressure, but for the unstable ones. `critical`:
+    /// all critical points of the composition.
+    explicit ShownPressures(const fluid::CriticalPoints& critical);
+
+    /// Shows this pressure too, with something beyond it.
+    void extendTo(double P);
+    bool include(double P) const { return P >= lowest && P <= highest; }
+
+    double lowest;
+    double highest;
+};
+
+/// Adds a curve to a series, with gaps before it and where it leaves the pressures shown; `x` gives
+/// the abscissa of a point, its pressure is the ordinate.
+void addCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>& curve,
+              const ShownPressures& shown,
+              const std::function<double(const fluid::StatePoint&)>& x);
+
+}  // namespace procedures

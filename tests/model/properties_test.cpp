@@ -1,0 +1,270 @@
+#include "model/properties.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <span>
+
+#include "model/composition.h"
+#include "model/homogenisation.h"
+#include "model/ideal_gas.h"
+#include "model/van_der_waals.h"
+#include "tests/model/golden.h"
+
+namespace {
+
+using fluid::MixtureProperties;
+using fluid::Property;
+
+constexpr std::size_t columns = 86;
+constexpr std::size_t otherRoad = 69;  // the first column of the derivatives at constant T or P
+
+MixtureProperties PropertiesAt(double T, double P, double V) {
+    return fluid::PropertiesOf(fluid::LastComponent, fluid::Fractions, T, P, V);
+}
+
+// A golden state and what the model says of it.
+struct GoldenState {
+    explicit GoldenState(std::span<const double> golden) : row(golden) {
+        Accept(row.first(fluid::ComponentCount));
+        all = PropertiesAt(T, P, V);
+        components = fluid::ComponentPropertiesOf(fluid::LastComponent, fluid::Fractions, T, P, V);
+    }
+    std::size_t count() const { return static_cast<std::size_t>(fluid::LastComponent) + 1; }
+
+    std::span<const double> row;
+    double T = row[11];
+    double P = row[12];
+    double V = row[13];
+    double RT = fluid::R * T;
+    MixtureProperties all;
+    decltype(fluid::ComponentPropertiesOf(0, {}, 0.0, 0.0, 0.0)) components;
+};
+
+template <class Visit>
+void ForEachState(Visit visit) {
+    for (const auto& row : ReadGolden("properties.csv", columns)) {
+        SCOPED_TRACE(::testing::Message() << row[11] << " K, " << row[13] << " cm3/mol");
+        visit(GoldenState(row));
+    }
+}
+
+// By how much a rounding grows where dP/dV almost vanishes.
+double Growth(const GoldenState& state) {
+    const double free = state.V - fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    return std::max(1.0, state.RT * state.V / free / free * std::abs(state.row[21]));
+}
+
+// The dilute limit of the mixture: 1e-6 MPa.
+TEST(PropertiesTest, DiluteGasesDifferFromPublishedValues) {
+    constexpr double Zero = 298.15;
+    for (const auto& row : ReadGolden("ideal_gas.csv", 6)) {
+        const auto index = static_cast<std::size_t>(row[0]);
+        AcceptPure(index);
+        const double T = row[1];
+        const double V = fluid::R * T / 1e-6;
+        const double P = fluid::PressureVdW(fluid::a[0][0], fluid::b[0], T, V);
+        const MixtureProperties all = PropertiesAt(T, P, V);
+        const std::array<double, 3> values = {
+            *all.Cp.total, (*all.H.total - fluid::IdealGas(index, Zero).H) / 1000.0,
+            *all.S.total + fluid::R * std::log(P / fluid::StandardPressure)};
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const double tolerance = std::max(6e-4, row[5] * std::abs(row[2 + i]));
+            EXPECT_NEAR(values[i], row[2 + i], tolerance) << index << ' ' << T << ' ' << i;
+        }
+    }
+}
+
+TEST(PropertiesTest, IdealGasJumpsWhereTwoRowsMeet) {
+    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+        for (const double T : {0.1, 10.0, 50.0, 200.0, 250.0, 1000.0, 6000.0, 1e5}) {
+            const auto below = fluid::IdealGas(i, T * (1.0 - 1e-9));
+            const auto above = fluid::IdealGas(i, T * (1.0 + 1e-9));
+            EXPECT_NEAR(below.Cp, above.Cp, 2e-5 * below.Cp) << i << ' ' << T;
+            EXPECT_NEAR(below.H, above.H, 0.06) << i << ' ' << T;
+            EXPECT_NEAR(below.S, above.S, 1e-4) << i << ' ' << T;
+        }
+    }
+    EXPECT_EQ(fluid::IdealGas(0, 0.0).Cp, 0.0);
+}
+
+TEST(PropertiesTest, DifferFromTheDerivativesOfTheHelmholtzEnergy) {
+    double worst = 0.0;
+    ForEachState([&worst](const GoldenState& state) {
+        const auto& [row, T, P, V, RT, all, components] = state;
+        const double growth = Growth(state);
+        const auto compare = [&worst](const std::optional<double>& value, double golden,
+                                      double scale, double grown = 1.0) {
+            ASSERT_TRUE(value);
+            const double most = grown * std::max(std::abs(golden), scale);
+            worst = std::max(worst, Error(*value, golden, most));
+        };
+        compare(all.U.total, row[14], RT);
+        compare(all.H.total, row[15], RT);
+        compare(all.S.total, row[16], fluid::R);
+        compare(all.A.total, row[17], RT);
+        compare(all.G.total, row[18], RT);
+        compare(all.Cv.total, row[19], fluid::R);
+        compare(all.Cp.total, row[20], 0.0, growth);
+        compare(all.compressibility.total, row[21], 0.0, growth);
+        compare(all.expansion.total, row[22], 0.0, growth);
+        EXPECT_EQ(all.soundSpeed.total.has_value(), row[23] > 0.0);
+        if (row[23] > 0.0) compare(all.soundSpeed.total, std::sqrt(row[23]), 0.0);
+        compare(all.jouleThomson.total, row[24], V / std::abs(row[20]));
+        for (std::size_t k = 0; k < state.count(); ++k) {
+            const std::size_t column = 25 + fluid::ComponentIndex[k];
+            compare(components[k].chemicalPotential, row[column], RT);
+            compare(components[k].enthalpy, row[column + 11], RT, growth);
+            compare(components[k].entropy, row[column + 22], fluid::R, growth);
+            compare(components[k].volume, row[column + 33], V, growth);
+        }
+    });
+    EXPECT_LT(worst, 1e-13);
+}
+
+TEST(PropertiesTest, BreakTheIdentitiesBetweenThem) {
+    double worst = 0.0;
+    ForEachState([&worst](const GoldenState& state) {
+        const auto& [row, T, P, V, RT, all, components] = state;
+        const double growth = Growth(state);
+        const auto compare = [&](double left, double right, double scale) {
+            const double most = std::max({std::abs(left), std::abs(right), scale});
+            worst = std::max(worst, std::abs(left - right) / (growth * most));
+        };
+        const double S = *all.S.total;
+        const double H = *all.H.total;
+        const double Cv = *all.Cv.total;
+        const double Cp = *all.Cp.total;
+        const double kappa = *all.compressibility.total;
+        const double alpha = *all.expansion.total;
+        compare(*all.G.total, H - T * S, std::abs(T * S));
+        compare(*all.A.total, *all.U.total - T * S, std::abs(T * S));
+        compare(H, *all.U.total + P * V, RT);
+        compare(*all.Z.total, P * V / RT, 0.0);
+        compare(Cp - Cv, T * V * alpha * alpha / kappa, fluid::R);
+        compare(*all.heatRatio.total, Cp / Cv, 0.0);
+        if (all.soundSpeed.total) {
+            const double mass = fluid::MolarMass(fluid::LastComponent, fluid::Fractions) / 1000.0;
+            compare(*all.soundSpeed.total * *all.soundSpeed.total, V * Cp / Cv / kappa / mass, 0.0);
+        }
+        compare(row[otherRoad], -S, fluid::R);                          // dG/dT
+        compare(row[otherRoad + 1], Cp, 0.0);                           // dH/dT
+        compare(row[otherRoad + 2], V * alpha, 0.0);                    // dV/dT
+        compare(row[otherRoad + 3], -V * alpha, 0.0);                   // dS/dP
+        compare(row[otherRoad + 4], -*all.jouleThomson.total * Cp, V);  // dH/dP
+        compare(row[otherRoad + 5], alpha / kappa, 0.0);                // dS/dV
+        std::array<double, 4> sums{};
+        for (std::size_t k = 0; k < state.count(); ++k) {
+            const double x = fluid::Fractions[k];
+            const auto& component = components[k];
+            compare(row[otherRoad + 6 + fluid::ComponentIndex[k]], *component.volume, V);
+            sums[0] += x * *component.chemicalPotential;
+            sums[1] += x * *component.enthalpy;
+            sums[2] += x * *component.entropy;
+            sums[3] += x * *component.volume;
+        }
+        compare(sums[0], *all.G.total, RT);
+        compare(sums[1], H, RT);
+        compare(sums[2], S, fluid::R);
+        compare(sums[3], V, 0.0);
+    });
+    EXPECT_LT(worst, 1e-13);
+}
+
+TEST(PropertiesTest, PartsDoNotAddUpOrAreGivenWhereThereAreNone) {
+    ForEachState([](const GoldenState& state) {
+        const MixtureProperties& all = state.all;
+        const auto expectParts = [](const Property& property, bool exist) {
+            ASSERT_EQ(property.idealGas && property.residual, exist);
+            if (exist) {
+                const double scale = std::abs(*property.idealGas) + std::abs(*property.residual);
+                EXPECT_NEAR(*property.idealGas + *property.residual, *property.total,
+                            1e-13 * scale);
+            }
+        };
+        for (const Property* const property : {&all.Z, &all.U, &all.H, &all.Cv, &all.Cp}) {
+            expectParts(*property, true);
+        }
+        for (const Property* const property : {&all.V, &all.density, &all.S, &all.A, &all.G}) {
+            expectParts(*property, state.P > 0.0);
+        }
+        EXPECT_EQ(state.components[0].logPhi.has_value(), state.P > 0.0);
+    });
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    EXPECT_FALSE(PropertiesAt(300.0, 1.0, b).U.total);
+    EXPECT_FALSE(PropertiesAt(0.0, 1.0, 2.0 * b).U.total);
+}
+
+// Wild states: everything that is given is a number.
+TEST(PropertiesTest, NoNumbersAreShown) {
+    AcceptPure(1);
+    const double b = fluid::b[0];
+    for (const double T : {1e-308, 1e-9, 300.0, 1e150, 1e306}) {
+        for (const double P : {-1e300, -1.0, 0.0, 1e-308, 1e-9, 1e300}) {
+            for (const double V : {b * (1.0 + 1e-15), 2.0 * b, 1e20, 1e160, 1e308}) {
+                const MixtureProperties all = PropertiesAt(T, P, V);
+                for (const Property* const property :
+                     {&all.V, &all.Z, &all.H, &all.A, &all.G, &all.Cp, &all.heatRatio,
+                      &all.soundSpeed, &all.jouleThomson}) {
+                    for (const auto& value :
+                         {property->idealGas, property->residual, property->total}) {
+                        EXPECT_TRUE(std::isfinite(value.value_or(0.0))) << T << ' ' << P;
+                    }
+                }
+                const auto component =
+                    fluid::ComponentPropertiesOf(0, fluid::Fractions, T, P, V)[0];
+                for (const auto& value : {component.chemicalPotential, component.logPhi,
+                                          component.enthalpy, component.entropy}) {
+                    EXPECT_TRUE(std::isfinite(value.value_or(0.0))) << T << ' ' << P;
+                }
+            }
+        }
+    }
+}
+
+TEST(PropertiesTest, DiluteGasLosesItsSmallResiduals) {
+    AcceptPure(1);
+    const double T = 300.0;
+    const double V = 1e9;
+    const double a = fluid::MixtureA(0, fluid::Fractions);
+    const double b = fluid::MixtureB(0, fluid::Fractions);
+    const double P = fluid::PressureVdW(a, b, T, V);
+    const MixtureProperties all = PropertiesAt(T, P, V);
+    const double RT = fluid::R * T;
+    // First terms of the series in 1/V; the next are 1e-8 of them.
+    EXPECT_LT(RelativeError(*all.density.residual / *all.density.total, a / (RT * V) - b / V),
+              1e-6);
+    EXPECT_LT(RelativeError(*all.S.residual, -fluid::R * a / (RT * V)), 1e-6);
+    EXPECT_LT(RelativeError(*all.H.residual, (RT * b - 2.0 * a) / V), 1e-6);
+    EXPECT_LT(RelativeError(*all.jouleThomson.total, (2.0 * a / RT - b) / *all.Cp.total), 1e-6);
+}
+
+TEST(PropertiesTest, CoexistingPhasesHaveDifferentPotentials) {
+    int compared = 0;
+    for (const auto& row : ReadGolden("phase_equilibria.csv", 27)) {
+        Accept(std::span(row).first(fluid::ComponentCount));
+        for (const auto kind :
+             {fluid::Homogenisation::IntoLiquid, fluid::Homogenisation::IntoVapour}) {
+            for (const auto& pair :
+                 fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions,
+                                                 fluid::Given::Temperature, row[11 + 1], kind)) {
+                const auto in = [&pair](const fluid::ComponentValues& x, double V) {
+                    return fluid::ComponentPropertiesOf(fluid::LastComponent, x, pair.T, pair.P, V);
+                };
+                const auto liquid = in(pair.x, pair.Vx);
+                const auto vapour = in(pair.y, pair.Vy);
+                for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
+                    EXPECT_NEAR(*liquid[k].chemicalPotential, *vapour[k].chemicalPotential,
+                                1e-8 * fluid::R * pair.T);
+                    ++compared;
+                }
+            }
+        }
+    }
+    EXPECT_GT(compared, 50);
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+#include "toolkit/plot_drawing.h"
+
+#include <cairo.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool isSanitized = true;  // and slow
+#else
+constexpr bool isSanitized = false;
+#endif
+
+using Points = std::vector<std::pair<double, double>>;
+using Style = toolkit::PlotSeries::Style;
+using toolkit::PlotSeries;
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+/// A plot of one series as a picture.
+struct Picture {
+    explicit Picture(const PlotSeries& series, bool isLogarithmic = false) {
+        const std::string title = "V (cm³/mol), #1 <&>";
+        const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(cairo_create(surface.get()),
+                                                                       &cairo_destroy);
+        frame = toolkit::drawPlot(cairo.get(), width, height, 10.0,
+                                  {title, title, isLogarithmic, {&series, 1}});
+        cairo_surface_flush(surface.get());
+    }
+    /// Whether something blue, the first colour of the palette, is near the place.
+    bool isColoured(const toolkit::PlotPlace& place) const {
+        const auto* const pixels =
+            reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(surface.get()));
+        const auto column = static_cast<int>(std::lround(place.x));
+        const auto row = static_cast<int>(std::lround(place.y));
+        for (int y = row - 2; y <= row + 2; ++y) {
+            for (int x = column - 2; x <= column + 2; ++x) {
+                const bool isInside = x >= 0 && x < width && y >= 0 && y < height;
+                const std::uint32_t pixel = isInside ? pixels[y * width + x] : 0;
+                constexpr std::uint32_t least = 64;
+                if ((pixel & 0xFFU) > (pixel >> 16U & 0xFFU) + least) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
+    static constexpr int width = 520;
+    static constexpr int height = 400;
+    std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface{
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height), &cairo_surface_destroy};
+    std::optional<toolkit::PlotFrame> frame;
+};
+
+PlotSeries seriesOf(const Points& points, Style style = Style::line) {
+    PlotSeries series("50 % #1 \xff <√>", style);
+    for (const auto& [x, y] : points) {
+        series.add(x, y);
+    }
+    return series;
+}
+
+// What the library does not like it writes to stderr, which fails the test as well.
+TEST(PlotDrawingTest, PointsAreDrawnElsewhereThanTheyAreReadOut) {
+    for (const Points& points :
+         {Points{}, Points{{300.0, 2.5}}, Points{{0.0, 0.0}}, Points{{nan, 1.0}, {2.0, nan}},
+          Points{{1.0, 1e299}, {2.0, -9e299}}, Points{{-9e299, -9e299}, {9e299, 9e299}},
+          Points{{1.0, 1.0}, {2.0, 1.7e308}, {3.0, 2.0}}, Points{{1.0, 1e-300}, {2.0, 3e-300}},
+          Points{{5e-324, 5e-324}, {1e-320, 1e-320}}, Points{{1.0, 5.0}, {9.0, 5.0}},
+          Points{{1e15, 1e15}, {1e15 + 1.0, 1e15}}, Points{{-10.0, -1e6}, {-5.0, -2e6}},
+          Points{{300.0, 1234.5}, {300.08, 1234.66}}, Points{{1e-9, 1.0}, {1e-3, 2.0}},
+          Points{{1e-300, 1.0}, {1e299, 2.0}}, Points{{0.0, 1.0}, {40.0, 2.0}, {4e5, 3.0}}}) {
+        for (const Style style : {Style::line, Style::dotted, Style::markers}) {
+            for (const bool isLogarithmic : {false, true}) {
+                const Picture picture(seriesOf(points, style), isLogarithmic);
+                ASSERT_TRUE(picture.frame);
+                for (const auto& [x, y] : points) {
+                    const auto place = picture.frame->placeOf(x, y);
+                    const bool isDrawn = std::abs(x) < 1e300 && std::abs(y) < 1e300 &&
+                                         (x > 0.0 || !picture.frame->isLogarithmicX);
+                    ASSERT_EQ(place.has_value(), isDrawn) << x << ' ' << y;
+                    // The ends of two dots may lie in the gap between them.
+                    const bool isCertain = style != Style::dotted && points.size() < 3;
+                    EXPECT_TRUE(!isDrawn || !isCertain || picture.isColoured(*place))
+                        << x << ' ' << y << ' ' << isLogarithmic;
+                }
+            }
+        }
+    }
+}
+
+TEST(PlotDrawingTest, LongSeriesIsSlowOrLosesItsPeakOrItsGap) {
+    constexpr int count = 100'000;
+    for (const Style style : {Style::line, Style::dashed, Style::markers}) {
+        for (const bool isFullOfGaps : {false, true}) {
+            PlotSeries series("", style);
+            for (int i = 0; i < count; ++i) {
+                const double y = i == 51'234 ? 9.0 : std::sin(i);
+                const bool isGap = (i > 20'000 && i < 30'000) || (isFullOfGaps && i % 2 == 1);
+                series.add(i, isGap ? nan : y);
+            }
+            const auto start = std::chrono::steady_clock::now();
+            const Picture picture(series);
+            const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+            EXPECT_LT(time.count(),
+                      isSanitized ? 10.0 : 0.5);  // 0.05 s on a machine with nothing else to do
+            ASSERT_TRUE(picture.frame);
+            EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf(51'234.0, 9.0)));
+            EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf(75'000.0, 0.0)));
+            EXPECT_FALSE(picture.isColoured(*picture.frame->placeOf(25'000.0, 0.0)));
+        }
+    }
+}
+
+TEST(PlotDrawingTest, MissingDriverEndsTheProgramOrAsksAtTheTerminal) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto drawsNothing = [](const char* information) {
+        const auto drivers =
+            std::filesystem::temp_directory_path() / ("drivers" + std::to_string(getpid()));
+        std::filesystem::create_directory(drivers);
+        if (*information != '\0') {
+            std::ofstream(drivers / "null.driver_info") << information;
+        }
+        setenv("PLPLOT_DRV_DIR", drivers.c_str(), 1);
+        const bool isDrawn = Picture(PlotSeries()).frame || Picture(PlotSeries()).frame;
+        std::filesystem::remove_all(drivers);
+        _exit(isDrawn ? EXIT_FAILURE : EXIT_SUCCESS);
+    };
+    for (const char* const information : {"", "null:Null device:-1:null:42:null\n"}) {
+        EXPECT_EXIT(drawsNothing(information), testing::ExitedWithCode(EXIT_SUCCESS), "");
+    }
+}
+
+}  // namespace
