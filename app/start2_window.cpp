@@ -95,12 +95,6 @@ void Start2Window::connectProcedures() {
                    {&CriticalPoint, newScreenOf<procedures::CriticalPointWindow>},
                    {&Thermodynamics, newScreenOf<procedures::ThermodynamicWindow>},
                    {&ChemicalPotentials, newScreenOf<procedures::ChemPotWindow>}};
-    for (const Procedure& procedure : procedures_) {
-        if (!procedure.newScreen) {
-            procedure.button->setSensitive(false);
-            procedure.button->setTooltip("This procedure is not built yet.");
-        }
-    }
 }
 
 void Start2Window::layOut() {

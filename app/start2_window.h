@@ -21,7 +21,7 @@ class Start2Window : public toolkit::Screen {
 
   private:
     using NewScreen = std::function<std::unique_ptr<toolkit::Screen>(toolkit::ScreenHost&)>;
-    /// A procedure's button and what makes its screen; nothing while the screen is not built.
+    /// A procedure's button and what makes its screen.
     struct Procedure {
         toolkit::RadioButton* button;
         NewScreen newScreen;

@@ -61,7 +61,7 @@ class CriticalPointWindow : public toolkit::Screen {
     toolkit::GroupBox GroupBox3{"GroupBox3", "Plot"};
     toolkit::RadioButton PlotAll{plotGroup, "PlotAll", " all critical points"};
     toolkit::RadioButton PlotLow{plotGroup, "PlotLow", " low pressures"};
-    toolkit::Button Explanations{"Explanations", "Explanations"};
+    toolkit::Button Explanations{"Explanations", "explanation"};
     toolkit::Button calculate{"calculate", "calculate"};
     toolkit::Message warning{"warning"};
     PlotPanel plotPanel;

@@ -65,7 +65,7 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
                     .plotDescription = "Pressure over molar volume at this temperature",
                     .firstEntry = "dataEntryV1",
                     .lastEntry = "dataEntryV2"},
-                   {"", "", "", "State"}, {19, 19, 19, 11}) {
+                   {"", "", "", "State"}, {18, 19, 21, 10}) {
     using toolkit::Block;
     dataEntryT.onTextChange(this, &IsothermWindow::entry_TextChange);
     volumeUnitChoice.kgm3.onChoose(this, &IsothermWindow::kgm3_Action);

@@ -71,7 +71,7 @@ class SpinodalWindow : public SeriesScreen {
     toolkit::GroupBox GroupBox4{"GroupBox4", "Plot over"};
     toolkit::RadioButton PlotT{plotGroup, "PlotT", " temperature"};
     toolkit::RadioButton PlotV{plotGroup, "PlotV", " molar volume"};
-    toolkit::Button Explanations{"Explanations", "Explanations"};
+    toolkit::Button Explanations{"Explanations", "explanation"};
 
     Curves diffusional_;
     Curves mechanical_;  // none for a pure gas, where both are the same

@@ -34,7 +34,7 @@ class ScreenTest : public testing::Test {
     /// with each in use.
     void visitEveryScreen(const std::function<void()>& look);
     /// The procedure buttons of the composition screen, which has to be in use.
-    std::vector<std::string> procedures(bool sensitive) const;
+    std::vector<std::string> procedures() const;
     /// The names of the open screens, in the order in which they were opened.
     std::vector<std::string> openScreens() const;
 
