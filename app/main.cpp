@@ -13,6 +13,7 @@ int main() {
         std::fputs("Drovan W needs an X11 display, and none could be opened.\n", stderr);
         return EX_UNAVAILABLE;
     }
+    toolkit::setWindowIcon("drovan-w");
     app::WindowOwner owner;
     owner.open(std::make_unique<app::Start1Window>(owner));
     toolkit::runLoop();

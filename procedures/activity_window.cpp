@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "procedures/units.h"
+#include "toolkit/announcement.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
 
@@ -43,7 +44,12 @@ ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
     dataEntryPref2.onTextChange(this, &ActivityWindow::dataEntryPref2_TextChange);
     PushButton1.onClick(this, &ActivityWindow::PushButton1_Action);
     dataEntryPref1.setLabelledBy(StandardChoice1);
+    dataEntryPref1.setDescribedBy(unitPref1);
     dataEntryPref2.setLabelledBy(StandardChoice2);
+    dataEntryPref2.setDescribedBy(unitPref2);
+    // The other button would empty what Enter has just been pressed in.
+    dataEntryPref1.setDefault(PushButton1);
+    dataEntryPref2.setDefault(PushButton1);
     warning.reserve(warningWidth);
     layOut();
     setDefault(calculate);
@@ -183,6 +189,8 @@ void ActivityWindow::PushButton1_Action() {
                         valueText(activity / fluid::Fractions[k])});
     }
     ListBox1.setRows(rows);
+    toolkit::announce(ListBox1, "activities of " + std::to_string(rows.size()) +
+                                    (rows.size() == 1 ? " gas" : " gases"));
 }
 
 }  // namespace procedures

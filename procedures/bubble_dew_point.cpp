@@ -15,6 +15,8 @@ constexpr int lineWidth = 50;  // characters
 constexpr int quantityDecimals = 6;
 constexpr double pictureHeight = 4.0;  // lines of text
 const std::string notUsed = "---";
+constexpr const char* noPoint =
+    "no homogenization point exists here, the first approach is an estimate only";
 
 }  // namespace
 
@@ -29,9 +31,12 @@ BubbleDewPoint::BubbleDewPoint(toolkit::ScreenHost& host)
     dataEntryTh.setText(notUsed);
     dataEntryPh.setText(notUsed);
     dataEntryTh.setLabelledBy(RadioButtonTh);
+    dataEntryTh.setDescribedBy(StaticText3);
     dataEntryPh.setLabelledBy(RadioButtonPh);
-    Homogen.setTarget(dataEntry2);
-    Homogen2.setTarget(Answer);
+    dataEntryPh.setDescribedBy(StaticText4);
+    dataEntry2.setAccessibleName("first approach");  // while its caption is empty
+    Homogen.setTarget(dataEntry2, Dimension);
+    Homogen2.setTarget(Answer, Dimension2);
     CanvasLiquid.setVisible(false);
     CanvasVapour.setVisible(false);
     Iterations.setUnobtrusive();
@@ -266,7 +271,7 @@ void BubbleDewPoint::showApproach(const fluid::PhaseGuess& approach) {
 
 std::string BubbleDewPoint::pointsSentence() const {
     if (points_.count == 0) {
-        return "no homogenization point exists here, the first approach is an estimate only";
+        return noPoint;
     }
     if (points_.count == 1) {
         return "";
@@ -310,8 +315,15 @@ void BubbleDewPoint::calculate_Action() {
         warning.setText("put a correct number, or select a mode");
         return;
     }
-    showResult(fluid::IterateHomogenisation(fluid::LastComponent, fluid::Fractions, given(), *value,
-                                            kind(), *start));
+    const fluid::HomogenisationResult result = fluid::IterateHomogenisation(
+        fluid::LastComponent, fluid::Fractions, given(), *value, kind(), *start);
+    showResult(result);
+    if (result.outcome != fluid::Outcome::Converged &&
+        fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given(), *value,
+                                        kind())
+                .count == 0) {
+        warning.setText(noPoint);  // no other approach would do
+    }
 }
 
 void BubbleDewPoint::showResult(const fluid::HomogenisationResult& result) {

@@ -44,9 +44,9 @@ CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
     temperature.Kelvin.onChoose(this, &CriticalPointWindow::Kelvin_Action);
     PlotAll.onChoose(this, &CriticalPointWindow::PlotAll_Action);
     PlotLow.onChoose(this, &CriticalPointWindow::PlotLow_Action);
-    Temperature.setTarget(ResultT);
-    Pressure.setTarget(ResultP);
-    MolarVolume.setTarget(ResultV);
+    Temperature.setTarget(ResultT, Label1);
+    Pressure.setTarget(ResultP, Label2);
+    MolarVolume.setTarget(ResultV, Label3);
     ListBox1.setAccessibleName("Critical points");
     Count.wrapAt(sentenceWidth);
     warning.wrapAt(messageWidth);

@@ -1,5 +1,7 @@
 #include "procedures/explanations.h"
 
+#include <utility>
+
 namespace procedures {
 
 namespace {
@@ -128,10 +130,12 @@ ExplanationScreen::ExplanationScreen(toolkit::ScreenHost& host, const std::strin
     labels_.push_back(std::make_unique<toolkit::Heading>("Heading", heading));
     blocks.emplace_back(*labels_.back());
     for (const std::string& paragraph : paragraphs) {
-        labels_.push_back(std::make_unique<toolkit::Label>(
-            "Paragraph" + std::to_string(labels_.size()), paragraph));
-        labels_.back()->wrapAt(lineWidth);
-        blocks.emplace_back(*labels_.back());
+        auto text = std::make_unique<toolkit::ResultLabel>(
+            "Paragraph" + std::to_string(labels_.size()), paragraph);
+        text->setUnobtrusive();
+        text->wrapAt(lineWidth);
+        blocks.emplace_back(*text);
+        labels_.push_back(std::move(text));
     }
     setContent(toolkit::column(blocks, toolkit::Spacing::group));
 }

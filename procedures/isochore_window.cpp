@@ -30,7 +30,7 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
                     .plotDescription = "Pressure over temperature at this molar volume",
                     .firstEntry = "dataEntryT1",
                     .lastEntry = "dataEntryT2"},
-                   {"Temperature", "Pressure", ""}, {21, 22, 12}) {
+                   {"Temperature", "Pressure", "State"}, {21, 22, 12}) {
     using toolkit::Block;
     volume.dataEntryV.onTextChange(this, &IsochoreWindow::dataEntryV_TextChange);
     volume.kgm3.onChoose(this, &IsochoreWindow::kgm3_Action);
@@ -41,14 +41,15 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
     lastCaption.setText("Last Temperature");
     stepCaption.setText("Temperature Step");
     Homogenisation.wrapAt(sentenceWidth);
-    const Block inputs = toolkit::column(
-        {toolkit::grid({{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unit}}),
-         volume.DensityResult,
-         toolkit::row({toolkit::grid({{firstCaption, Block(first).expanding(), firstUnit},
-                                      {lastCaption, Block(last).expanding(), lastUnit},
-                                      {stepCaption, Block(dataEntryStep).expanding(), stepUnit}})
-                           .expanding(),
-                       toolkit::column({volume.unitBlock(), temperature.block()})})});
+    const Block entries =
+        toolkit::grid({{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unit},
+                       {firstCaption, Block(first).expanding(), firstUnit},
+                       {lastCaption, Block(last).expanding(), lastUnit},
+                       {stepCaption, Block(dataEntryStep).expanding(), stepUnit}});
+    const Block inputs =
+        toolkit::column({toolkit::row({entries.expanding(),
+                                       toolkit::column({volume.unitBlock(), temperature.block()})}),
+                         volume.DensityResult});
     layOut(inputs, Homogenisation);
     setFocus(volume.dataEntryV);
 }
@@ -59,7 +60,7 @@ void IsochoreWindow::showUnits() {
     for (toolkit::Label* const label : {&firstUnit, &lastUnit, &stepUnit}) {
         label->setText(unit);
     }
-    ListBox1.setHeads({"Temperature (" + unit + ")", "Pressure (MPa)", ""});
+    ListBox1.setHeads({"Temperature (" + unit + ")", "Pressure (MPa)", "State"});
     plotPanel.setAxes("Temperature", unit, "Pressure", "MPa");
 }
 

@@ -72,7 +72,7 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
     volumeUnitChoice.cm3mol.onChoose(this, &IsothermWindow::cm3mol_Action);
     temperature.Celsius.onChoose(this, &IsothermWindow::Celsius_Action);
     temperature.Kelvin.onChoose(this, &IsothermWindow::Kelvin_Action);
-    Temperature.setTarget(dataEntryT);
+    Temperature.setTarget(dataEntryT, StaticText3);
     Boundaries.wrapAt(sentenceWidth);
     const Block inputs =
         toolkit::row({toolkit::grid({{Temperature, Block(dataEntryT).expanding(), StaticText3},

@@ -15,14 +15,27 @@ constexpr int lineWidth = 50;  // characters
 constexpr int quantityDecimals = 6;
 constexpr int fractionDecimals = 8;
 
+/// What a user has to know of a first approach; empty where it is an equilibrium like any other.
+const char* sentenceOf(const fluid::EquilibriumApproach& approach) {
+    using Kind = fluid::EquilibriumApproach::Kind;
+    switch (approach.kind) {
+        case Kind::Homogeneous:
+            return "the fluid is homogeneous at this temperature and density";
+        case Kind::Metastable:
+            return "these two phases are meta-stable, three phases would be more stable";
+        default:
+            return "";
+    }
+}
+
 }  // namespace
 
 LiquidVapourEq::LiquidVapourEq(toolkit::ScreenHost& host)
     : Screen(host, "LiquidVapourEq", "Liquid-Vapour equilibria - Drovan W") {
-    Temperature.setTarget(dataEntryT);
-    Pressure.setTarget(dataEntryP);
+    Temperature.setTarget(dataEntryT, StaticText3);
+    Pressure.setTarget(dataEntryP, pressureUnit);
     VapourFraction.setTarget(dataEntryF);
-    answerCaption.setTarget(Answer);
+    answerCaption.setTarget(Answer, answerUnit);
     iterations.setUnobtrusive();
     iterations.wrapAt(lineWidth);
     warning.wrapAt(lineWidth);
@@ -192,7 +205,6 @@ std::optional<double> LiquidVapourEq::volumeFraction() const {
 }
 
 void LiquidVapourEq::CalFirstApproach_Action() {
-    using Kind = fluid::EquilibriumApproach::Kind;
     const std::optional<State> given = state();
     emptyApproach();
     if (!given) {
@@ -205,11 +217,7 @@ void LiquidVapourEq::CalFirstApproach_Action() {
     dataEntryF.setText(toolkit::numberText(approach.volumeFraction));
     approachX.show(approach.guess.x);
     approachY.show(approach.guess.y);
-    if (approach.kind == Kind::Homogeneous) {
-        warning.setText("the fluid is homogeneous at this temperature and density");
-    } else if (approach.kind == Kind::Metastable) {
-        warning.setText("these two phases are meta-stable, three phases would be more stable");
-    }
+    warning.setText(sentenceOf(approach));
 }
 
 void LiquidVapourEq::calculate_Action() {
@@ -222,8 +230,14 @@ void LiquidVapourEq::calculate_Action() {
             "put a correct number for temperature, pressure, density and volume fraction");
         return;
     }
-    showResult(fluid::IterateEquilibrium(fluid::LastComponent, fluid::Fractions, given->T, given->V,
-                                         *fraction, *start));
+    const fluid::EquilibriumResult result = fluid::IterateEquilibrium(
+        fluid::LastComponent, fluid::Fractions, given->T, given->V, *fraction, *start);
+    showResult(result);
+    if (result.outcome != fluid::Outcome::Converged || !result.fractionInRange) {
+        // Where another approach would do no better, it is said.
+        warning.setText(sentenceOf(fluid::FindEquilibriumApproach(
+            fluid::LastComponent, fluid::Fractions, given->T, given->V)));
+    }
 }
 
 void LiquidVapourEq::showResult(const fluid::EquilibriumResult& result) {

@@ -82,6 +82,7 @@ PhaseResult::PhaseResult(std::string phase, bool withFraction)
     density.setAccessibleName("density" + ofPhase);
     volumeFraction.setAccessibleName("volume fraction" + ofPhase);
     gases.setAccessibleName("gases" + ofPhase);
+    gases.showAllColumns();
     fractions.setAccessibleName("fractions" + ofPhase);
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "toolkit/announcement.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
@@ -30,11 +31,14 @@ void RootChoice::show(const fluid::CubicRoots& roots) {
     roots_ = roots;
     group_.clear();
     std::size_t index = 0;
+    std::string sentence = box.text() + ":";
     for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
         button->setCaption(captionOf(roots[index]));
         button->setSensitive(true);
+        sentence += (index == 0 ? "" : ",") + button->caption();
         ++index;
     }
+    toolkit::announce(box, sentence);
 }
 
 void RootChoice::clear() {

@@ -28,10 +28,13 @@ RootScreen::RootScreen(toolkit::ScreenHost& host, const Names& names)
     choice.Choice0.onChoose(this, &RootScreen::Choice0_Action);
     choice.Choice1.onChoose(this, &RootScreen::Choice1_Action);
     choice.Choice2.onChoose(this, &RootScreen::Choice2_Action);
-    Temperature.setTarget(dataEntryT);
-    Pressure.setTarget(dataEntryP);
-    resultCaption.setTarget(Result);
-    densityCaption.setTarget(DensityResult);
+    Temperature.setTarget(dataEntryT, temperatureUnitLabel);
+    Pressure.setTarget(dataEntryP, pressureUnitLabel);
+    resultCaption.setTarget(Result, Label4);
+    densityCaption.setTarget(DensityResult, Label01);
+    for (toolkit::RadioButton* const root : {&choice.Choice0, &choice.Choice1, &choice.Choice2}) {
+        root->setDescribedBy(Label4);
+    }
     ListBox1.setAccessibleName("results of each gas");
     slope.setUnobtrusive();
     slope.wrapAt(lineWidth);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "toolkit/announcement.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
@@ -28,9 +29,9 @@ SeriesScreen::SeriesScreen(toolkit::ScreenHost& host, const Names& names,
       ListBox1("ListBox1", heads),
       plotPanel(*this, warning, ListBox1, names.fileName, names.plotDescription),
       fileName_(names.fileName) {
-    firstCaption.setTarget(first);
-    lastCaption.setTarget(last);
-    stepCaption.setTarget(dataEntryStep);
+    firstCaption.setTarget(first, firstUnit);
+    lastCaption.setTarget(last, lastUnit);
+    stepCaption.setTarget(dataEntryStep, stepUnit);
     first.onTextChange(this, &SeriesScreen::entry_TextChange);
     last.onTextChange(this, &SeriesScreen::entry_TextChange);
     dataEntryStep.onTextChange(this, &SeriesScreen::entry_TextChange);
@@ -39,7 +40,7 @@ SeriesScreen::SeriesScreen(toolkit::ScreenHost& host, const Names& names,
     calculate.onClick(this, &SeriesScreen::calculate_Action);
     warning.wrapAt(messageWidth);
     ListBox1.setLong(characters);
-    ListBox1.setAccessibleName("Table");
+    ListBox1.setAccessibleName("table of the " + fileName_);
     Export.setTooltip("Writes the table to a text file");
 }
 
@@ -107,6 +108,8 @@ void SeriesScreen::refuse(const std::string& sentence) {
 void SeriesScreen::showTable(std::size_t count, std::function<toolkit::List::Row(std::size_t)> row,
                              Exported exported) {
     ListBox1.setTable(count, std::move(row));
+    toolkit::announce(ListBox1, "table of the " + fileName_ + ": " + std::to_string(count) +
+                                    (count == 1 ? " row" : " rows"));
     exported_ = std::move(exported);
     count_ = count;
 }

@@ -97,7 +97,9 @@ SpinodalWindow::SpinodalWindow(toolkit::ScreenHost& host)
     lastCaption.setText("Last Temperature");
     stepCaption.setText("Temperature Step");
     dataEntryT.setLabelledBy(GivenT);
+    dataEntryT.setDescribedBy(StaticText1);
     dataEntryV.setLabelledBy(GivenV);
+    dataEntryV.setDescribedBy(StaticText2);
     GivenT.turnOn();
     PlotT.turnOn();
     layOutAroundPlot();

@@ -47,7 +47,7 @@ void VolumeUnit::showCaptions() {
 VolumeEntry::VolumeEntry(const std::string& boxName, const std::string& unitName,
                          const std::string& captionName)
     : VolumeUnit(boxName), MolarVolume(captionName, "Molar Volume"), unit(unitName, "cm3/mol") {
-    MolarVolume.setTarget(dataEntryV);
+    MolarVolume.setTarget(dataEntryV, unit);
     DensityResult.setUnobtrusive();
     DensityResult.reserve(echoWidth);
 }

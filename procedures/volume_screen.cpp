@@ -29,8 +29,8 @@ VolumeScreen::VolumeScreen(toolkit::ScreenHost& host, const Names& names)
     Clear.onClick(this, &VolumeScreen::Clear_Action);
     calculate.onClick(this, &VolumeScreen::calculate_Action);
 
-    secondCaption.setTarget(secondEntry);
-    resultCaption.setTarget(result);
+    secondCaption.setTarget(secondEntry, secondUnit);
+    resultCaption.setTarget(result, resultUnit);
     warning.wrapAt(warningWidth);
     const Block inputs =
         toolkit::grid({{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unit},

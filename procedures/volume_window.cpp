@@ -27,8 +27,8 @@ VolumeWindow::VolumeWindow(toolkit::ScreenHost& host)
       StaticText1("StaticText1",
                   "* cubic equatons have three solutions, of which two may be complex numbers") {
     StaticText1.wrapAt(lineWidth);
-    idealCaption.setTarget(ResultIdeal);
-    excessCaption.setTarget(ExcessVol);
+    idealCaption.setTarget(ResultIdeal, Label5);
+    excessCaption.setTarget(ExcessVol, Label6);
     layOut();
     setDefault(calculate);
     setFocus(dataEntryT);

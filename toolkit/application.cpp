@@ -13,6 +13,24 @@ bool openDisplay() {
     return true;
 }
 
+void setWindowIcon(const char* name) {
+    const auto set = +[](gpointer data) -> gboolean {
+        const auto* const icon = static_cast<const char*>(data);
+        // GTK+ complains of an icon that is in no theme.
+        if (gtk_icon_theme_has_icon(gtk_icon_theme_get_default(), icon) == FALSE) {
+            return FALSE;
+        }
+        gtk_window_set_default_icon_name(icon);  // of the windows to come
+        GList* const windows = gtk_window_list_toplevels();
+        for (const GList* each = windows; each != nullptr; each = each->next) {
+            gtk_window_set_icon_name(GTK_WINDOW(each->data), icon);
+        }
+        g_list_free(windows);
+        return FALSE;
+    };
+    g_idle_add_full(G_PRIORITY_LOW, set, g_strdup(name), &g_free);
+}
+
 void runLoop() {
     gtk_main();
 }

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "toolkit/announcement.h"
 #include "toolkit/event.h"
 
 namespace toolkit {
@@ -33,8 +34,9 @@ Button::Button(std::string name, std::string caption)
     : Control(std::move(name), gtk_button_new_with_label(caption.c_str())),
       caption_(std::move(caption)) {
     gtk_widget_set_can_default(widget(), TRUE);
-    const auto onClicked = +[](GtkButton* /*button*/, gpointer data) {
+    const auto onClicked = +[](GtkButton* button, gpointer data) {
         const auto* const self = static_cast<Button*>(data);
+        const Announcement announcement(GTK_WIDGET(button));
         runHandler(self->click_, self->name().c_str());
     };
     g_signal_connect(widget(), "clicked", G_CALLBACK(onClicked), this);
@@ -64,6 +66,7 @@ RadioButton::RadioButton(RadioGroup& group, std::string name, std::string captio
     const auto onToggled = +[](GtkToggleButton* button, gpointer data) {
         const auto* const self = static_cast<RadioButton*>(data);
         if (gtk_toggle_button_get_active(button) != FALSE) {
+            const Announcement announcement(GTK_WIDGET(button));
             runHandler(self->choose_, self->name().c_str());
         }
     };

@@ -85,6 +85,13 @@ void Control::setLabelledBy(const Control& caption) {
     atk_object_add_relationship(label, ATK_RELATION_LABEL_FOR, self);
 }
 
+void Control::setDescribedBy(const Control& unit) {
+    AtkObject* const self = gtk_widget_get_accessible(widget_);
+    AtkObject* const description = gtk_widget_get_accessible(unit.widget());
+    atk_object_add_relationship(self, ATK_RELATION_DESCRIBED_BY, description);
+    atk_object_add_relationship(description, ATK_RELATION_DESCRIPTION_FOR, self);
+}
+
 void Control::setAccessibleName(const std::string& name) {
     atk_object_set_name(gtk_widget_get_accessible(widget_), name.c_str());
 }

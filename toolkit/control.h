@@ -56,6 +56,8 @@ class Control {
 
     /// Tells a screen reader that `caption` is what names this control.
     void setLabelledBy(const Control& caption);
+    /// Tells a screen reader that `unit` says more about this control.
+    void setDescribedBy(const Control& unit);
     /// Names the control for a screen reader: for pictures, lists and plots, which show no text.
     void setAccessibleName(const std::string& name);
 

@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <numbers>
 #include <utility>
+
+#include "toolkit/exposure.h"
 
 namespace toolkit {
 
@@ -82,10 +83,7 @@ struct Drawing::Callbacks {
         const auto* const self = static_cast<const Drawing*>(data);
         GtkAllocation place;
         gtk_widget_get_allocation(widget, &place);
-        const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(
-            gdk_cairo_create(gtk_widget_get_window(widget)), &cairo_destroy);
-        gdk_cairo_region(cairo.get(), event->region);
-        cairo_clip(cairo.get());
+        const CairoContext cairo = exposedPart(widget, *event);
         const double shape = self->widthInLines_ / self->heightInLines_;
         const double height = std::min<double>(place.height, place.width / shape);
         const double unit = std::min(height, height * shape);

@@ -43,6 +43,14 @@ void Entry::setText(const std::string& text) {
     gtk_entry_set_text(GTK_ENTRY(widget()), text.c_str());
 }
 
+void Entry::setDefault(const Control& button) {
+    gtk_entry_set_activates_default(GTK_ENTRY(widget()), FALSE);
+    const auto press =
+        +[](GtkEntry* /*entry*/, gpointer target) { gtk_widget_activate(GTK_WIDGET(target)); };
+    g_signal_connect_object(widget(), "activate", G_CALLBACK(press), button.widget(),
+                            static_cast<GConnectFlags>(0));
+}
+
 double Entry::number() const {
     return numberOrZero(text());
 }

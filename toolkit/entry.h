@@ -17,6 +17,8 @@ class Entry : public Control, public Editable {
 
     std::string text() const override;
     void setText(const std::string& text);
+    /// Has Enter press this button instead of the default one.
+    void setDefault(const Control& button);
     /// The number in the entry; 0 where the text is not a number.
     double number() const;
 

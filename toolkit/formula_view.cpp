@@ -3,8 +3,9 @@
 #include <gtk/gtk.h>
 
 #include <cmath>
-#include <memory>
 #include <utility>
+
+#include "toolkit/exposure.h"
 
 namespace toolkit {
 
@@ -38,10 +39,7 @@ struct FormulaView::Callbacks {
         }
         GtkAllocation place;
         gtk_widget_get_allocation(widget, &place);
-        const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(
-            gdk_cairo_create(gtk_widget_get_window(widget)), &cairo_destroy);
-        gdk_cairo_region(cairo.get(), event->region);
-        cairo_clip(cairo.get());
+        const CairoContext cairo = exposedPart(widget, *event);
         gdk_cairo_set_source_color(cairo.get(),
                                    &gtk_widget_get_style(widget)->fg[gtk_widget_get_state(widget)]);
         const FormulaSize& size = self->typeset_->size();

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "toolkit/announcement.h"
 #include "toolkit/clipboard.h"
 
 namespace toolkit {
@@ -104,6 +105,11 @@ void Caption::setTarget(Control& target) {
     target.setLabelledBy(*this);
 }
 
+void Caption::setTarget(Control& target, const Label& unit) {
+    setTarget(target);
+    target.setDescribedBy(unit);
+}
+
 void Caption::underline(std::size_t position) {
     gtk_label_set_text_with_mnemonic(labelOf(*this), markMnemonic(caption_, position).c_str());
 }
@@ -121,6 +127,7 @@ void ResultLabel::setUnobtrusive() {
 void ResultLabel::setText(const std::string& text) {
     Label::setText(text);
     gtk_widget_set_can_focus(widget(), static_cast<gboolean>(!text.empty()));
+    announce(*this);
 }
 
 bool ResultLabel::canPerform(EditCommand command) const {
@@ -143,7 +150,6 @@ void ResultLabel::perform(EditCommand command) {
 }
 
 Message::Message(std::string name) : Label(std::move(name)) {
-    atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_ALERT);
     g_signal_connect(widget(), "style-set", G_CALLBACK(colourMessage), this);
 }
 
@@ -160,13 +166,9 @@ void Message::show(const std::string& text, bool isGoodNews) {
         isGoodNews_ = isGoodNews;
         colourMessage(widget(), nullptr, this);
     }
-    if (text == Label::text()) {
-        return;
-    }
     Label::setText(text);
-    AtkObject* const accessible = gtk_widget_get_accessible(widget());
-    atk_object_notify_state_change(accessible, ATK_STATE_SHOWING,
-                                   static_cast<gboolean>(!text.empty()));
+    const Announcement ownOne(widget());  // where nothing has been pressed
+    announce(*this);
 }
 
 }  // namespace toolkit

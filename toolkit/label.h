@@ -41,6 +41,8 @@ class Caption : public Label, public Captioned {
     void setText(const std::string& text) override;
     /// Ties the caption to the control that it names.
     void setTarget(Control& target);
+    /// Ties the caption and a unit to the control that stands between them.
+    void setTarget(Control& target, const Label& unit);
 
     std::string caption() const override { return caption_; }
     void underline(std::size_t position) override;

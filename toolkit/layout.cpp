@@ -72,9 +72,9 @@ Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spac
         gtk_table_new(static_cast<guint>(rows.size()), static_cast<guint>(columns), FALSE);
     gtk_table_set_row_spacings(GTK_TABLE(table), static_cast<guint>(rowSpacing));
     gtk_table_set_col_spacings(GTK_TABLE(table), static_cast<guint>(columnSpacing));
-    std::vector<Control*> controls;
-    for (guint y = 0; y < rows.size(); ++y) {
-        for (guint x = 0; x < rows[y].size(); ++x) {
+    // A screen reader finds the last cell that was attached first.
+    for (auto y = static_cast<guint>(rows.size()); y-- > 0;) {
+        for (auto x = static_cast<guint>(rows[y].size()); x-- > 0;) {
             const Block& cell = rows[y][x];
             if (cell.widget() == nullptr) {
                 continue;
@@ -83,6 +83,11 @@ Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spac
                 cell.expands() ? static_cast<GtkAttachOptions>(GTK_EXPAND | GTK_FILL) : GTK_FILL;
             gtk_table_attach(GTK_TABLE(table), cell.widget(), x, x + 1, y, y + 1, horizontal,
                              GTK_FILL, 0, 0);
+        }
+    }
+    std::vector<Control*> controls;
+    for (const auto& cells : rows) {
+        for (const Block& cell : cells) {
             append(controls, cell);
         }
     }

@@ -157,9 +157,15 @@ void List::setHeads(const Row& heads) {
     }
 }
 
-void List::setRows(const std::vector<Row>& rows) {
+void List::takeStore() {
+    // A view that watches has much to do at every row, and to take rows out one by one is slow.
     gtk_tree_view_set_model(viewOf(*this), nullptr);
-    gtk_list_store_clear(store_);
+    g_object_unref(store_);
+    store_ = newStore(heads_.size());
+}
+
+void List::setRows(const std::vector<Row>& rows) {
+    takeStore();
     for (const Row& cells : rows) {
         GtkTreeIter row;
         gtk_list_store_append(store_, &row);
@@ -171,8 +177,7 @@ void List::setRows(const std::vector<Row>& rows) {
 }
 
 void List::setTable(std::size_t count, std::function<Row(std::size_t)> row) {
-    gtk_tree_view_set_model(viewOf(*this), nullptr);
-    gtk_list_store_clear(store_);
+    takeStore();
     table_ = std::move(row);
     for (std::size_t i = 0; i < count; ++i) {
         GtkTreeIter position;
@@ -201,9 +206,7 @@ void List::setLong(const std::vector<int>& characters) {
 }
 
 void List::clear() {
-    // A view that watches has much to do at every row that goes.
-    gtk_tree_view_set_model(viewOf(*this), nullptr);
-    gtk_list_store_clear(store_);
+    takeStore();
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
     table_ = nullptr;
 }

@@ -58,6 +58,8 @@ class List : public Control, public Editable {
   private:
     struct Callbacks;
     Block within(GtkWidget* container, int visibleRows);
+    /// Leaves the view with no rows to show, and an empty store to fill for it.
+    void takeStore();
     Row rowAt(int position) const;
     std::string tableText(const std::vector<Row>& rows) const;
     std::vector<Row> selectedRows() const;

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "toolkit/exposure.h"
 #include "toolkit/file_chooser.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/plot_drawing.h"
@@ -21,11 +22,7 @@ namespace {
 struct SurfaceDeleter {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
 };
-struct ContextDeleter {
-    void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-};
 using Surface = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
-using Context = std::unique_ptr<cairo_t, ContextDeleter>;
 
 /// The height of a line of text in the widget's font, and the size of the font, in pixels.
 struct TextSize {
@@ -74,9 +71,7 @@ struct Plot::Callbacks {
             self->canvas_->height = place.height;
             self->draw();
         }
-        const Context cairo(gdk_cairo_create(gtk_widget_get_window(widget)));
-        gdk_cairo_region(cairo.get(), event->region);
-        cairo_clip(cairo.get());
+        const CairoContext cairo = exposedPart(widget, *event);
         cairo_set_source_surface(cairo.get(), self->canvas_->surface.get(), 0.0, 0.0);
         cairo_paint(cairo.get());
         if (const auto marked = self->pointed_ ? self->place(*self->pointed_) : std::nullopt) {
@@ -159,7 +154,7 @@ void Plot::show(std::vector<PlotSeries> series) {
 void Plot::draw() {
     canvas_->surface.reset(
         cairo_image_surface_create(CAIRO_FORMAT_RGB24, canvas_->width, canvas_->height));
-    const Context cairo(cairo_create(canvas_->surface.get()));
+    const CairoContext cairo(cairo_create(canvas_->surface.get()));
     canvas_->frame =
         drawPlot(cairo.get(), canvas_->width, canvas_->height, textSizeOf(widget()).font,
                  {xTitle_, yTitle_, isLogarithmicX_, series_});
@@ -229,7 +224,7 @@ std::optional<std::string> Plot::save(const std::string& path) const {
                                                  static_cast<int>(width) * pixelsPerPoint,
                                                  static_cast<int>(height) * pixelsPerPoint));
         const double scale = isVector ? 1.0 : pixelsPerPoint;
-        const Context cairo(cairo_create(surface.get()));
+        const CairoContext cairo(cairo_create(surface.get()));
         const auto frame = drawPlot(cairo.get(), width * scale, height * scale, textHeight * scale,
                                     {xTitle_, yTitle_, isLogarithmicX_, series_});
         if (!isVector) {

@@ -126,6 +126,8 @@ TEST_F(ActivityWindowTest, WarnsOfWhatIsMissingInTheOrderOfTheChecks) {
     }
     robot.enter("dataEntryPref2", "1");
     EXPECT_EQ(text("warning"), "");
+    robot.press("Return");
+    EXPECT_FALSE(rows().empty());
     expectWarning("");
     robot.enter("dataEntryPref1", "7");
     EXPECT_TRUE(rows().empty());

@@ -224,7 +224,7 @@ TEST_F(SeriesScreensTest, ExportDiffersFromAHandMadeFileOrLosesTheOldOne) {
 
     robot.click("Copy");
     EXPECT_EQ(clipboard(), text("ListBox1"));
-    EXPECT_TRUE(clipboard().starts_with("Temperature (˚Celsius)\tPressure (MPa)\t\n-50\t"));
+    EXPECT_TRUE(clipboard().starts_with("Temperature (˚Celsius)\tPressure (MPa)\tState\n-50\t"));
 
     open("Isotherm");
     calculate({{"dataEntryT", "220"},
