@@ -74,6 +74,68 @@ void SolveCubic(benchmark::State& run) {
 }
 BENCHMARK(SolveCubic);
 
+// The yardstick of the roots: Cardano's and Vieta's formulas as a textbook has them, which lose the
+// small root beside a large one.
+void PlainCubic(benchmark::State& run, double lowT, double highT, double lowLogP, double highLogP) {
+    const States states = RandomStates(WaterA, WaterB, lowT, highT, lowLogP, highLogP);
+    std::size_t i = 0;
+    for ([[maybe_unused]] const auto _ : run) {
+        const State& state = states[i++ % StateCount];
+        const double a2 = -fluid::R * state.T / state.P - WaterB;
+        const double a1 = WaterA / state.P;
+        const double p = (a1 - a2 * a2 / 3.0) / 3.0;
+        const double q = (a2 * a2 * a2 / 13.5 - a2 * a1 / 3.0 - a1 * WaterB) / 2.0;
+        const double discriminant = q * q + p * p * p;
+        std::array<double, 3> roots{};
+        if (discriminant > 0.0) {
+            const double root = std::sqrt(discriminant);
+            roots[0] = std::cbrt(root - q) + std::cbrt(-root - q) - a2 / 3.0;
+        } else {
+            constexpr double third = 2.0943951023931953;  // of a full turn
+            const double angle = std::acos(-q / std::sqrt(-p * p * p)) / 3.0;
+            for (std::size_t k = 0; k < roots.size(); ++k) {
+                roots[k] = 2.0 * std::sqrt(-p) * std::cos(angle + third * static_cast<double>(k)) -
+                           a2 / 3.0;
+            }
+        }
+        benchmark::DoNotOptimize(roots);
+    }
+}
+BENCHMARK_CAPTURE(PlainCubic, everywhere, 0.05, 5.0, -12.0, 3.0);
+BENCHMARK_CAPTURE(PlainCubic, threeReal, 0.3, 0.8, -12.0, -2.0);
+BENCHMARK_CAPTURE(PlainCubic, oneReal, 1.2, 5.0, -3.0, 3.0);
+
+// The yardstick of the fugacities: the sums of the mixing rules over all pairs, the root given.
+void PlainFugacities(benchmark::State& run) {
+    const auto count = static_cast<std::size_t>(run.range(0));
+    Compose(count);
+    const fluid::ComponentValues x = fluid::Fractions;
+    const fluid::ComponentValues b = fluid::ComponentCovolumes(fluid::LastComponent);
+    const double T = 400.0;
+    double V = 2.0 * fluid::MixtureB(fluid::LastComponent, x);
+    for ([[maybe_unused]] const auto _ : run) {
+        benchmark::DoNotOptimize(V);
+        double aMix = 0.0;
+        double bMix = 0.0;
+        fluid::ComponentValues A{};
+        for (std::size_t i = 0; i < count; ++i) {
+            bMix += x[i] * b[i];
+            for (std::size_t j = 0; j < count; ++j) {
+                A[i] += 2.0 * x[j] * fluid::a[i][j];
+            }
+            aMix += x[i] * A[i] / 2.0;
+        }
+        const double P = fluid::PressureVdW(aMix, bMix, T, V);
+        fluid::ComponentValues phi{};
+        for (std::size_t i = 0; i < count; ++i) {
+            phi[i] = std::exp(b[i] / (V - bMix) - std::log(P * (V - bMix) / (fluid::R * T)) -
+                              A[i] / (fluid::R * T * V));
+        }
+        benchmark::DoNotOptimize(phi);
+    }
+}
+BENCHMARK(PlainFugacities)->Arg(1)->Arg(2)->Arg(11);
+
 // All coefficients at T, P and x: mixture parameters, roots and coefficients.
 void FugacityCoefficients(benchmark::State& run, double lowT, double highT) {
     Compose(static_cast<std::size_t>(run.range(0)));

@@ -1,0 +1,222 @@
+// How long the screens take to open, beside a GTK+ 2 window with a line of text in the same
+// process, and how long a long table takes from the click until it and its plot are painted, beside
+// a plain loop that computes the same pressures.
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/start1_window.h"
+#include "app/start2_window.h"
+#include "app/window_owner.h"
+#include "model/fluid_model.h"
+#include "procedures/activity_window.h"
+#include "procedures/bubble_dew_point.h"
+#include "procedures/chem_pot_window.h"
+#include "procedures/critical_point_window.h"
+#include "procedures/fugacity_window.h"
+#include "procedures/isochore_window.h"
+#include "procedures/isotherm_window.h"
+#include "procedures/liquid_vapour_eq.h"
+#include "procedures/pressure_window.h"
+#include "procedures/spinodal_window.h"
+#include "procedures/temperature_window.h"
+#include "procedures/thermodynamic_window.h"
+#include "procedures/volume_window.h"
+#include "toolkit/application.h"
+#include "toolkit/entry.h"
+
+namespace {
+
+/// The time that the processor has worked for this process, in ms.
+double workedTime() {
+    return 1e3 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/// Medians in ms.
+struct Times {
+    double opened = 0.0;   // until the call that opens the window returns
+    double worked = 0.0;   // of our own work until it is painted
+    double painted = 0.0;  // until it is painted, in which the window manager has its part
+};
+
+/// `open` opens a window, `isPainted` says whether it is painted, `close` closes it.
+Times timesOf(const std::function<void()>& open, const std::function<bool()>& isPainted,
+              const std::function<void()>& close) {
+    constexpr int repetitions = 21;
+    using Clock = std::chrono::steady_clock;
+    std::array<std::vector<double>, 3> times;
+    for (int i = 0; i < repetitions; ++i) {
+        const double workedBefore = workedTime();
+        const auto start = Clock::now();
+        const auto elapsed = [start] {
+            return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+        };
+        open();
+        times[0].push_back(elapsed());
+        while (!isPainted()) {
+            toolkit::handlePendingEvents();
+        }
+        times[2].push_back(elapsed());
+        times[1].push_back(workedTime() - workedBefore);
+        close();
+        toolkit::handlePendingEvents();
+    }
+    return {median(times[0]), median(times[1]), median(times[2])};
+}
+
+void tell(const std::string& name, const Times& times, const Times& bare) {
+    std::printf("%-22s %8.1f %8.1f %8.1f %8.2fx\n", name.c_str(), times.opened, times.worked,
+                times.painted, times.painted / bare.painted);
+}
+
+Times timeBareWindow() {
+    GtkWidget* window = nullptr;
+    bool isPainted = false;
+    const auto onExposed = +[](GtkWidget* /*widget*/, GdkEvent* /*event*/, gpointer data) {
+        *static_cast<bool*>(data) = true;
+        return FALSE;
+    };
+    return timesOf(
+        [&] {
+            window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+            gtk_window_set_default_size(GTK_WINDOW(window), 600, 600);
+            gtk_container_add(GTK_CONTAINER(window), gtk_label_new("Drovan W"));
+            isPainted = false;
+            g_signal_connect(window, "expose-event", G_CALLBACK(onExposed), &isPainted);
+            gtk_widget_show_all(window);
+        },
+        [&] { return isPainted; }, [&] { gtk_widget_destroy(window); });
+}
+
+template <class Window>
+void timeScreen(app::WindowOwner& owner, const Times& bare) {
+    toolkit::Screen* screen = nullptr;
+    std::string name;
+    const Times times = timesOf(
+        [&] {
+            auto owned = std::make_unique<Window>(owner);
+            screen = owned.get();
+            name = screen->name();
+            owner.open(std::move(owned));
+        },
+        [&] { return screen->isPainted(); }, [&] { owner.close(*screen); });
+    tell(name, times, bare);
+}
+
+void timeScreens(app::WindowOwner& owner) {
+    std::puts("medians in ms            opened   worked  painted  to a bare window");
+    const Times bare = timeBareWindow();
+    tell("bare window", bare, bare);
+    timeScreen<procedures::PressureWindow>(owner, bare);
+    timeScreen<procedures::TemperatureWindow>(owner, bare);
+    timeScreen<procedures::VolumeWindow>(owner, bare);
+    timeScreen<procedures::FugacityWindow>(owner, bare);
+    timeScreen<procedures::ActivityWindow>(owner, bare);
+    timeScreen<procedures::BubbleDewPoint>(owner, bare);
+    timeScreen<procedures::LiquidVapourEq>(owner, bare);
+    timeScreen<procedures::IsochoreWindow>(owner, bare);
+    timeScreen<procedures::IsothermWindow>(owner, bare);
+    timeScreen<procedures::CriticalPointWindow>(owner, bare);
+    timeScreen<procedures::SpinodalWindow>(owner, bare);
+    timeScreen<procedures::ThermodynamicWindow>(owner, bare);
+    timeScreen<procedures::ChemPotWindow>(owner, bare);
+}
+
+void type(const toolkit::Screen& screen, std::string_view entry, const std::string& text) {
+    dynamic_cast<toolkit::Entry&>(*screen.control(entry)).setText(text);
+}
+
+/// ms of a plain loop over the temperatures of an isochore or the volumes of an isotherm.
+double plainLoop(std::size_t count, bool isIsochore) {
+    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<double> numbers;
+    std::vector<double> pressures;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double number = 100.0 + 0.01 * static_cast<double>(i);
+        const double T = isIsochore ? number : 220.0;
+        const double V = isIsochore ? 80.0 : number;
+        numbers.push_back(number);
+        pressures.push_back(fluid::R * T / (V - b) - a / (V * V));
+    }
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+        .count();
+}
+
+/// Fills the screen's `fixed` entry, its range of `count` points, and clicks.
+template <class Window>
+void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText, char range,
+               std::size_t count) {
+    auto owned = std::make_unique<Window>(owner);
+    toolkit::Screen& screen = *owned;
+    owner.open(std::move(owned));
+    while (!screen.isPainted()) {
+        toolkit::handlePendingEvents();
+    }
+    const std::string entry = std::string("dataEntry") + range;
+    type(screen, fixed, fixedText);
+    type(screen, entry + "1", "100");
+    type(screen, entry + "2", std::to_string(100.0 + 0.01 * static_cast<double>(count - 1)));
+    type(screen, "dataEntryStep", "0.01");
+    const auto paint = [&screen] {
+        gtk_button_clicked(GTK_BUTTON(screen.control("calculate")->widget()));
+        while (toolkit::handlePendingEvents()) {
+            gdk_display_sync(gdk_display_get_default());
+        }
+    };
+    paint();  // the first plot loads its library
+    constexpr int repetitions = 5;
+    std::vector<double> times;
+    std::vector<double> plain;
+    for (int i = 0; i < repetitions; ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        paint();
+        const std::chrono::duration<double, std::milli> time =
+            std::chrono::steady_clock::now() - start;
+        times.push_back(time.count());
+        plain.push_back(plainLoop(count, range == 'T'));
+    }
+    std::printf("%-16s %8zu points: %7.1f ms, plain loop %6.3f ms\n", screen.name().c_str(), count,
+                median(times), median(plain));
+    owner.close(screen);
+    toolkit::handlePendingEvents();
+}
+
+}  // namespace
+
+int main() {
+    if (!toolkit::openDisplay()) {
+        return EXIT_FAILURE;
+    }
+    app::WindowOwner owner;
+    owner.open(std::make_unique<app::Start1Window>(owner));
+    owner.open(std::make_unique<app::Start2Window>(owner));
+    constexpr double halves = 0.5;
+    fluid::SetFractionCount(1, halves);  // CO2
+    fluid::SetFractionCount(2, halves);  // CH4
+    fluid::AcceptComposition();
+    timeScreens(owner);
+    for (const std::size_t count : {100, 10000, 100000}) {
+        timeTable<procedures::IsochoreWindow>(owner, "dataEntryV", "80", 'T', count);
+        timeTable<procedures::IsothermWindow>(owner, "dataEntryT", "220", 'V', count);
+    }
+    return EXIT_SUCCESS;
+}
