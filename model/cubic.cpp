@@ -130,7 +130,8 @@ double PolishedPacking(double z, const Reduced& reduced) {
 
 // 1 - y for a root y; near 1 by the equation itself, (1 - y)·(pi + y²) = tau·y.
 double Complement(double y, const Reduced& reduced) {
-    if (y < 0.5 || reduced.pi < 0.0) return 1.0 - y;
+    constexpr double Least = -0.1;  // of pi, beside which y² does not vanish
+    if (y < 0.5 || reduced.pi < Least) return 1.0 - y;
     return reduced.tau * y / (reduced.pi + y * y);
 }
 
@@ -165,7 +166,9 @@ Packing SharpPacking(double aMix, double bMix, double T, double P, Reduced reduc
 Packing SolvePacking(double aMix, double bMix, double T, double P, const Reduced& reduced) {
     constexpr double NearlyCritical = 0.2;
     constexpr double NearlyDouble = 0.1;
-    const bool canSharpen = std::isnormal(aMix * aMix * aMix);
+    // Colder, the terms of the discriminant cancel beyond the 32 digits.
+    constexpr double Coldest = 1e-8;
+    const bool canSharpen = std::isnormal(aMix * aMix * aMix) && reduced.tau > Coldest;
     const bool critical = std::max(std::abs(reduced.A), std::abs(reduced.B)) < NearlyCritical;
     if (!critical || !canSharpen) {
         const Packing packing = PlainPacking(reduced);

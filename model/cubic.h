@@ -24,8 +24,9 @@ CubicRoots SolveCubic(double a2, double a1, double a0);
 // has the pressure P in MPa at the temperature T in K; P may be negative. Roots of
 // V³ - (R·T/P + b)·V² + (a/P)·V - a·b/P, in the order of CubicRoots.
 // P = 0, and p·q = 0 as in SolveCubic, give six zeros. For a, b, T > 0 every real root is right to
-// 1e-14 relative, also the smallest beside a huge one and those beside a double root; otherwise
-// the roots are those of SolveCubic. Never infinite or not-a-number for finite arguments.
+// 1e-14 relative, also the smallest beside a huge one and, where R·T·b/a > 1e-8, those beside a
+// double root; otherwise the roots are those of SolveCubic. Never infinite or not-a-number for
+// finite arguments.
 CubicRoots VolumeCubicSolver(double aMix, double bMix, double T, double P);
 
 }  // namespace fluid

@@ -46,10 +46,17 @@ double SeedTemperature(std::int32_t last, std::span<const double> z, double P) {
     return 1.0 / now;
 }
 
+// Kept so small and so large that every product and sum of fractions has room in a double, also in
+// the deep cold, where there is no vapour pressure left.
 ComponentValues WilsonRatios(std::int32_t last, double T, double P) {
+    constexpr double Smallest = 1e-130;
+    constexpr double Largest = 1e130;
+    constexpr double LeastP = 1e-300;
     ComponentValues K{};
     for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        K[k] = Pc[k] / P * std::exp(5.373 * (1.0 + omega[k]) * (1.0 - Tc[k] / T));
+        const double ratio =
+            Pc[k] / std::max(P, LeastP) * std::exp(5.373 * (1.0 + omega[k]) * (1.0 - Tc[k] / T));
+        K[k] = std::clamp(ratio, Smallest, Largest);
     }
     return K;
 }

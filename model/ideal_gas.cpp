@@ -190,7 +190,7 @@ IdealGasProperties IdealGas(std::size_t component, double T) {
     IdealGasProperties gas = Within(*row, inside);
     if (T != inside) {
         gas.H += gas.Cp * (T - inside);
-        gas.S += gas.Cp * std::log(T / inside);
+        gas.S += gas.Cp * (std::log(T) - std::log(inside));
     }
     return gas;
 }

@@ -223,6 +223,23 @@ bool Usable(double number) {
     return number > 0.0 && std::isfinite(number);
 }
 
+// Runs the iteration to its end; `unknown` is the one of `pair` that the secant is after, and
+// `fraction` the amount fraction of phase Y at each step. Whether it has converged.
+template <class Fraction>
+bool Converge(Substitution& pair, Secant& secant, double& unknown, const Fraction& fraction,
+              int& iterations) {
+    do {
+        secant.step();
+        unknown = secant.u1;
+        pair.evaluatePhases();
+        secant.F1 = pair.substitute(fraction());
+        ++iterations;
+    } while (!secant.failed() && !secant.converged(pair.drift) && iterations < IterationLimit);
+    if (secant.failed() || !secant.converged(pair.drift)) return false;
+    pair.evaluatePhases();
+    return true;
+}
+
 }  // namespace
 
 HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
@@ -233,7 +250,6 @@ HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
     if (lastComponent < 0 || !Usable(value) || !Usable(guess.unknown)) return result;
     const bool findsP = given == Given::Temperature;
     const bool intoLiquid = kind == Homogenisation::IntoLiquid;
-    const double beta = intoLiquid ? 0.0 : 1.0;
     Substitution pair;
     pair.last = lastComponent;
     pair.z = Bulk(lastComponent, fractions);
@@ -243,16 +259,8 @@ HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
     double& unknown = findsP ? pair.phases.P : pair.phases.T;
     const double before = findsP ? 0.9 * guess.unknown : guess.unknown - 10.0;
     Secant secant{before, guess.unknown, -0.01, 0.01};
-    do {
-        secant.step();
-        unknown = secant.u1;
-        pair.evaluatePhases();
-        secant.F1 = pair.substitute(beta);
-        ++result.iterations;
-    } while (!secant.failed() && !secant.converged(pair.drift) &&
-             result.iterations < IterationLimit);
-    if (secant.failed() || !secant.converged(pair.drift)) return result;
-    pair.evaluatePhases();
+    const auto fraction = [intoLiquid] { return intoLiquid ? 0.0 : 1.0; };
+    if (!Converge(pair, secant, unknown, fraction, result.iterations)) return result;
     const Verdict verdict = Judge(lastComponent, pair.phases, intoLiquid);
     const bool reversed = verdict.outcome == Outcome::Converged && pair.phases.Vx > pair.phases.Vy;
     result.outcome = reversed ? Outcome::NoSolution : verdict.outcome;
@@ -306,24 +314,20 @@ EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const
     const double first = pair.substitute(Damped(volumeFraction * V / phases.Vy, 1.0));
     Secant secant{0.99 * guess.unknown, guess.unknown, -0.01, first};
     double beta = 1.0;
-    do {
-        secant.step();
-        phases.P = secant.u1;
-        pair.evaluatePhases();
+    const auto fraction = [&] {
         beta = Damped(LeverRule(V, phases) * V / phases.Vy, beta);
-        secant.F1 = pair.substitute(beta);
-        ++result.iterations;
-    } while (!secant.failed() && !secant.converged(pair.drift) &&
-             result.iterations < IterationLimit);
-    if (secant.failed() || !secant.converged(pair.drift)) return result;
-    pair.evaluatePhases();
+        return beta;
+    };
+    if (!Converge(pair, secant, phases.P, fraction, result.iterations)) return result;
+    const double share = LeverRule(V, phases);
+    if (!std::isfinite(share)) return result;
     const Verdict verdict = Judge(lastComponent, phases, true);
     result.outcome = verdict.outcome;
     if (verdict.outcome != Outcome::Converged) return result;
     result.metastable = verdict.metastable;
     result.swapped = phases.Vx > phases.Vy;
     result.phases = phases;
-    result.volumeFraction = Snapped(LeverRule(V, phases));
+    result.volumeFraction = Snapped(share);
     result.fractionInRange = result.volumeFraction >= 0.0 && result.volumeFraction <= 1.0;
     return result;
 }

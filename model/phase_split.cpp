@@ -294,17 +294,52 @@ struct Phase {
     }
 };
 
+// Whether no amount of a phase is such a trace of that in the other one that it has lost its
+// digits.
+bool IsAccurate(const Mixture& mixture, const Share& share, const Share& other) {
+    constexpr double Trace = 1e-6;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        if (share.N[i] < Trace * other.N[i]) return false;
+    }
+    return true;
+}
+
+// The phase of equal fugacities over a base, next to the one that the minimum has, which has digits
+// only where they matter for the energy.
+std::optional<TrialPhase> Sharpened(const Phase& base, const Phase& phase) {
+    TrialPhase trial;
+    trial.A = phase.state.A;
+    trial.u = phase.state.u;
+    constexpr double Near = 0.1;
+    const bool found = ClimbToMaximum(base.mixture, base.state, trial);
+    const double distance = std::abs(base.state.A - phase.state.A);
+    const bool isNear = found && std::abs(trial.A - phase.state.A) < Near * distance;
+    return isNear ? std::optional(trial) : std::nullopt;
+}
+
 PhaseSplit SplitOf(const Mixture& mixture, const Division& division, double T) {
-    Phase x(mixture, division.X, T);
-    Phase y(mixture, division.Y, T);
-    double volumeFraction = division.Y.volume;
+    const Share* base = &division.Y;
+    const Share* other = &division.X;
+    std::optional<TrialPhase> trial;
+    for (int i = 0; i < 2 && !trial; ++i) {
+        std::swap(base, other);
+        if (!IsAccurate(mixture, *base, *other)) continue;
+        trial = Sharpened(Phase(mixture, *base, T), Phase(mixture, *other, T));
+    }
+    Phase x(mixture, *base, T);
+    Phase y(mixture, *other, T);
+    if (trial) {
+        y.mixture.z = FractionsOf(x.mixture, x.state, *trial);
+        y.state.V = trial->volume();
+        y.state.P = x.state.RT * trial->u - trial->A * trial->A;
+    }
     if (x.state.V > y.state.V) {
         std::swap(x, y);
-        volumeFraction = division.X.volume;
+        std::swap(base, other);
     }
     // The thinner phase has the digits of a small pressure.
     const double P = y.state.P;
-    return {{T, P, x.mixture.z, y.mixture.z, x.state.V, y.state.V}, volumeFraction, false};
+    return {{T, P, x.mixture.z, y.mixture.z, x.state.V, y.state.V}, other->volume, false};
 }
 
 // The bulk with a trace of the trial phase.
@@ -343,12 +378,19 @@ void Competition::enter(const ComponentValues& concentrations) {
     if (!winner_ || division.energy(RT) < winner_->energy(RT)) winner_ = division;
 }
 
-}  // namespace
+// Whether both phases are larger than their co-volumes, and their volumes have room in doubles.
+bool HasRoom(const Mixture& mixture, const PhasePair& pair) {
+    double bx = 0.0;
+    double by = 0.0;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        bx += pair.x[i] * mixture.b[i];
+        by += pair.y[i] * mixture.b[i];
+    }
+    return pair.Vx > bx && pair.Vy > by && std::isfinite(pair.Vx) && std::isfinite(pair.Vy);
+}
 
-std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double V) {
-    if (!(T > 0.0 && V > mixture.bMix) || !std::isfinite(T) || !std::isfinite(V)) return {};
-    const BulkState bulk = StateOf(mixture, T, V);
-    if (!std::isfinite(bulk.u) || !std::isfinite(bulk.k) || !(bulk.A > 0.0)) return {};
+std::optional<PhaseSplit> BestSplit(const Mixture& mixture, const BulkState& bulk) {
+    const double T = bulk.T;
     const Maxima maxima = FindMaxima(mixture, bulk);
     const TrialPhase* const best = maxima.best(bulk);
     if (best == nullptr) return {};
@@ -382,6 +424,16 @@ std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double
     split.phases.P = bulk.P + best->D;
     split.metastable = true;
     return split;
+}
+
+}  // namespace
+
+std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double V) {
+    if (!(T > 0.0 && V > mixture.bMix) || !std::isfinite(T) || !std::isfinite(V)) return {};
+    const BulkState bulk = StateOf(mixture, T, V);
+    if (!std::isfinite(bulk.u) || !std::isfinite(bulk.k) || !(bulk.A > 0.0)) return {};
+    const std::optional<PhaseSplit> split = BestSplit(mixture, bulk);
+    return split && HasRoom(mixture, split->phases) ? split : std::nullopt;
 }
 
 }  // namespace fluid

@@ -195,8 +195,12 @@ void Search::within(TrialPhase low, TrialPhase high) {
         const double width = high.A - low.A;
         const double from = std::max(low.A, low.H);
         const double to = std::min(high.A, high.H);
-        if (!(from < to)) return;
-        if (width <= step_) break;
+        // The H of a vapour so dilute that they are equal, or apart by rounding alone, still cross
+        // A.
+        const bool crosses =
+            !touchesBulk(low) && !touchesBulk(high) && Rise(low) > 0.0 && Rise(high) <= 0.0;
+        if (!(from < to) && !crosses) return;
+        if (width <= step_ || !(from < to)) break;
         constexpr double Worthwhile = 0.3;
         if (!touchesBulk(low) && from - low.A > Worthwhile * width) {
             low = at(from, low, high);

@@ -1,6 +1,7 @@
 #include "model/van_der_waals.h"
 
 #include <cassert>
+#include <cmath>
 #include <cstddef>
 
 #include "model/component_table.h"
@@ -36,7 +37,9 @@ double PressureVdW(double aMix, double bMix, double T, double V) {
 
 double TemperatureVdW(double aMix, double bMix, double P, double V) {
     if (!(V > 0.0)) return 0.0;
-    return (P * V * V + aMix) * (V - bMix) / (R * V * V);
+    const double T = (P * V * V + aMix) * (V - bMix) / (R * V * V);
+    // V² may have no room in a double.
+    return std::isfinite(T) ? T : (P + aMix / V / V) * ((V - bMix) / R);
 }
 
 }  // namespace fluid
