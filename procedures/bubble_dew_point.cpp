@@ -1,5 +1,6 @@
 #include "procedures/bubble_dew_point.h"
 
+#include <cmath>
 #include <memory>
 
 #include "procedures/explanations.h"
@@ -12,6 +13,7 @@ namespace procedures {
 namespace {
 
 constexpr int lineWidth = 50;  // characters
+constexpr int messageLines = 2;
 constexpr int quantityDecimals = 6;
 constexpr double pictureHeight = 4.0;  // lines of text
 const std::string notUsed = "---";
@@ -42,6 +44,7 @@ BubbleDewPoint::BubbleDewPoint(toolkit::ScreenHost& host)
     Iterations.setUnobtrusive();
     Iterations.wrapAt(lineWidth);
     warning.wrapAt(lineWidth);
+    warning.reserveLines(messageLines);
     connectHandlers();
     layOut();
     setDefault(calculate);
@@ -68,8 +71,11 @@ void BubbleDewPoint::connectHandlers() {
 
 toolkit::Block BubbleDewPoint::inputBlock() {
     using toolkit::Block;
-    const Block mode = modeBox.around(toolkit::row(
-        {toolkit::column({LiquidMode, VapourMode}), toolkit::row({CanvasLiquid, CanvasVapour})}));
+    const Block pictures =
+        toolkit::row({CanvasLiquid, CanvasVapour})
+            .atLeast(static_cast<int>(std::ceil(pictureHeight * inclusionPictureWidth)));
+    const Block mode =
+        modeBox.around(toolkit::row({toolkit::column({LiquidMode, VapourMode}), pictures}));
     return toolkit::column(
         {toolkit::grid({{RadioButtonTh, Block(dataEntryTh).expanding(), StaticText3},
                         {RadioButtonPh, Block(dataEntryPh).expanding(), StaticText4}}),

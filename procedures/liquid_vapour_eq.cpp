@@ -1,6 +1,7 @@
 #include "procedures/liquid_vapour_eq.h"
 
 #include <cmath>
+#include <initializer_list>
 #include <memory>
 
 #include "procedures/explanations.h"
@@ -12,6 +13,7 @@ namespace procedures {
 namespace {
 
 constexpr int lineWidth = 50;  // characters
+constexpr int messageLines = 2;
 constexpr int quantityDecimals = 6;
 constexpr int fractionDecimals = 8;
 
@@ -39,6 +41,10 @@ LiquidVapourEq::LiquidVapourEq(toolkit::ScreenHost& host)
     iterations.setUnobtrusive();
     iterations.wrapAt(lineWidth);
     warning.wrapAt(lineWidth);
+    for (toolkit::Label* const message :
+         std::initializer_list<toolkit::Label*>{&iterations, &warning}) {
+        message->reserveLines(messageLines);
+    }
     connectHandlers();
     layOut();
     setDefault(calculate);

@@ -38,7 +38,7 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
 }
 
 toolkit::Block PlotPanel::block() {
-    constexpr double width = 26.0;  // lines of text
+    constexpr double width = 24.0;  // lines of text
     constexpr double height = 22.0;
     return toolkit::column(
         {plot.sized(width, height), ReadOut, toolkit::buttonRow({SavePicture, Copy})});

@@ -6,7 +6,7 @@ namespace toolkit {
 bool openDisplay();
 
 /// Gives all windows the icon of this name in the desktop's icon theme, if it is there. It is
-/// looked for when nothing else is to be done, so that the start does not wait for it.
+/// looked for a moment after the call, so that the start does not wait for it.
 void setWindowIcon(const char* name);
 
 /// Runs the events of all windows until leaveLoop is called.

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "toolkit/exposure.h"
+#include "toolkit/text_size.h"
 
 namespace toolkit {
 
@@ -70,10 +71,7 @@ void Painter::arrow(double fromX, double fromY, double toX, double toY, double l
 struct Drawing::Callbacks {
     static void onStyleSet(GtkWidget* widget, GtkStyle* /*previous*/, gpointer data) {
         const auto* const self = static_cast<const Drawing*>(data);
-        PangoLayout* const line = gtk_widget_create_pango_layout(widget, "H");
-        int height = 0;
-        pango_layout_get_pixel_size(line, nullptr, &height);
-        g_object_unref(line);
+        const int height = lineHeight(widget);
         gtk_widget_set_size_request(widget,
                                     static_cast<gint>(std::lround(height * self->widthInLines_)),
                                     static_cast<gint>(std::lround(height * self->heightInLines_)));

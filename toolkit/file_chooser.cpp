@@ -35,6 +35,13 @@ std::string pathIn(GtkWidget* dialog) {
     return name != nullptr ? name.get() : "";
 }
 
+/// Where a file was saved last; at first the folder in which the program was started.
+std::string& lastFolder() {
+    std::error_code none;
+    static std::string folder = std::filesystem::current_path(none).string();
+    return folder;
+}
+
 std::string completed(const std::string& path, const std::vector<std::string>& extensions) {
     const bool isComplete = std::any_of(
         extensions.begin(), extensions.end(),
@@ -95,6 +102,7 @@ void Chooser::askToReplace() {
 void Chooser::finish() {
     const auto function = std::move(chosen);
     const std::string file = path;
+    lastFolder() = std::filesystem::path(file).parent_path().string();
     gtk_widget_destroy(dialog);  // and this object with it
     runHandler([&function, &file] { function(file); }, "chooseFileToSave");
 }
@@ -116,6 +124,7 @@ void chooseFileToSave(Screen& screen, const std::string& title, const std::strin
     gtk_window_set_modal(GTK_WINDOW(dialog), TRUE);
     gtk_window_set_destroy_with_parent(GTK_WINDOW(dialog), TRUE);
     gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
+    gtk_file_chooser_set_current_folder(GTK_FILE_CHOOSER(dialog), lastFolder().c_str());
     gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), proposedName.c_str());
     // GTK+ notes the file among the recent ones, and complains where it has no folder for that.
     constexpr int ownerOnly = 0700;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/text_size.h"
+
 namespace toolkit {
 
 namespace {
@@ -53,6 +55,14 @@ Block Block::atStart() const {
 
 Block Block::indented(Spacing spacing) const {
     return aligned(*this, static_cast<int>(spacing), 1.0F);
+}
+
+Block Block::atLeast(int widthInLines) const {
+    const auto setWidth = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer lines) {
+        gtk_widget_set_size_request(box, lineHeight(box) * GPOINTER_TO_INT(lines), -1);
+    };
+    g_signal_connect(widget_, "style-set", G_CALLBACK(setWidth), GINT_TO_POINTER(widthInLines));
+    return *this;
 }
 
 Block row(const std::vector<Block>& blocks, Spacing spacing) {

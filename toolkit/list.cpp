@@ -8,6 +8,7 @@
 
 #include "toolkit/clipboard.h"
 #include "toolkit/event.h"
+#include "toolkit/text_size.h"
 
 namespace toolkit {
 
@@ -20,13 +21,13 @@ GtkTreeView* viewOf(const Control& control) {
     return GTK_TREE_VIEW(control.widget());
 }
 
-/// The width of a text in the widget's font, in pixels.
-int widthOf(GtkWidget* widget, const std::string& text) {
-    PangoLayout* const layout = gtk_widget_create_pango_layout(widget, text.c_str());
-    int width = 0;
-    pango_layout_get_pixel_size(layout, &width, nullptr);
-    g_object_unref(layout);
-    return width;
+/// The values of a single column, to be pasted where a number is wanted.
+std::string valuesText(const std::vector<List::Row>& rows) {
+    std::string values;
+    for (const List::Row& cells : rows) {
+        values += (values.empty() ? "" : "\n") + cells.front();
+    }
+    return values;
 }
 
 /// A column of fixed width takes no notice of its head.
@@ -135,10 +136,7 @@ Block List::within(GtkWidget* container, int visibleRows) {
     gtk_widget_show(container);
     // The heads are about half as high again as a row.
     const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer rows) {
-        PangoLayout* const line = gtk_widget_create_pango_layout(box, "H");
-        int height = 0;
-        pango_layout_get_pixel_size(line, nullptr, &height);
-        g_object_unref(line);
+        const int height = lineHeight(box);
         gtk_widget_set_size_request(box, -1, (height + 6) * GPOINTER_TO_INT(rows) + 2 * height);
     };
     g_signal_connect(container, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(visibleRows));
@@ -189,7 +187,7 @@ void List::setTable(std::size_t count, std::function<Row(std::size_t)> row) {
 void List::setLong(const std::vector<int>& characters) {
     isLong_ = true;
     isWhole_ = true;
-    const int digit = widthOf(widget(), "0");
+    const int digit = sizeOfText(widget(), "0").width;
     for (std::size_t i = 0; i < heads_.size(); ++i) {
         GtkTreeViewColumn* const column =
             gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i));
@@ -294,7 +292,8 @@ void List::perform(EditCommand command) {
         return;
     }
     const std::vector<Row> selected = selectedRows();
-    setClipboardText(tableText(selected.empty() ? rows() : selected));
+    const std::vector<Row> copied = selected.empty() ? rows() : selected;
+    setClipboardText(heads_.size() > 1 ? tableText(copied) : valuesText(copied));
 }
 
 }  // namespace toolkit

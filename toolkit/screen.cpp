@@ -170,8 +170,20 @@ void Screen::setContent(const Block& content) {
 }
 
 void Screen::assignMnemonics() {
+    // The buttons come first: "calculate" has the same letter in every window, whatever else is in
+    // it.
+    const GtkWidget* const defaultButton = gtk_window_get_default_widget(GTK_WINDOW(window_));
+    const auto rank = [defaultButton](const Control* control) {
+        if (control->widget() == defaultButton) {
+            return 0;
+        }
+        return dynamic_cast<const Button*>(control) != nullptr ? 1 : 2;
+    };
+    std::vector<Control*> ordered = controls_;
+    std::stable_sort(ordered.begin(), ordered.end(),
+                     [&rank](const Control* a, const Control* b) { return rank(a) < rank(b); });
     std::vector<Captioned*> captions;
-    for (Control* const control : controls_) {
+    for (Control* const control : ordered) {
         auto* const captioned = dynamic_cast<Captioned*>(control);
         if (captioned != nullptr && captioned->canCarryMnemonic()) {
             captions.push_back(captioned);
@@ -182,6 +194,7 @@ void Screen::assignMnemonics() {
 
 void Screen::setDefault(Button& button) {
     gtk_window_set_default(GTK_WINDOW(window_), button.widget());
+    assignMnemonics();
 }
 
 void Screen::setFocus(Control& control) {

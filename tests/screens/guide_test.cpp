@@ -87,24 +87,29 @@ std::vector<std::string> pages() {
 
 TEST_P(GuideTest, NumbersMessagesAndLinksOfThePageAreRight) {
     const std::filesystem::path file = project / GetParam();
-    std::ifstream stream(file);
-    const std::string page(std::istreambuf_iterator<char>(stream), {});
-    const std::regex link(R"((?:\]\(|src="|href=")([^")#]+))");
-    for (std::sregex_iterator it(page.begin(), page.end(), link), end; it != end; ++it) {
-        const std::string to = (*it)[1];
-        EXPECT_TRUE(to.starts_with("http") || exists(file.parent_path() / to)) << to;
-    }
-    if (file.parent_path().filename() == "guide") {
-        EXPECT_NE(page.find("<!-- read "), std::string::npos) << "nothing in it is checked";
+    const bool isPlayed = file.parent_path().filename() == "guide";
+    if (isPlayed) {
         owner.open(std::make_unique<app::Start1Window>(owner));
         robot.use("Start1Window");
         play("next", {"click", "continue"});
     }
+    const std::regex link(R"((?:\]\(|src="|href=")([^")#]+))");
     const std::regex step(R"((?:(?:`([^`]*)`|\*\*([^*]*)\*\*)\s*)?<!-- (.*?) -->)");
-    for (std::sregex_iterator it(page.begin(), page.end(), step), end; it != end; ++it) {
-        SCOPED_TRACE((*it)[0].str());
-        play((*it)[1].str() + (*it)[2].str(), words((*it)[3]));
+    bool isChecked = false;
+    std::ifstream stream(file);
+    for (std::string line; std::getline(stream, line);) {
+        for (std::sregex_iterator it(line.begin(), line.end(), link), end; it != end; ++it) {
+            const std::string to = (*it)[1];
+            EXPECT_TRUE(to.starts_with("http") || exists(file.parent_path() / to)) << to;
+        }
+        for (std::sregex_iterator it(line.begin(), line.end(), step), end; it != end; ++it) {
+            SCOPED_TRACE((*it)[0].str());
+            const std::vector<std::string> action = words((*it)[3]);
+            play((*it)[1].str() + (*it)[2].str(), action);
+            isChecked = isChecked || action[0] == "read";
+        }
     }
+    EXPECT_EQ(isChecked, isPlayed);
 }
 
 INSTANTIATE_TEST_SUITE_P(, GuideTest, testing::ValuesIn(pages()));

@@ -55,6 +55,9 @@ TEST_F(PhaseScreensTest, BubblePointIsNotThatOfTheMixtureInEitherDirectionAndUni
     EXPECT_EQ(text("PhaseY1"), "Phase Y");
     EXPECT_EQ(cell("ListBoxPhaseY2", 0, 0), "0.47282731");
     EXPECT_EQ(cell("ListBoxVmX", 0, 0), "67.958173");
+    robot.click("ListBoxVmX");
+    robot.press("Control_L+c");
+    EXPECT_EQ(clipboard(), "67.958173");
 
     robot.click("Celsius");
     EXPECT_EQ(text("dataEntryTh"), "");
