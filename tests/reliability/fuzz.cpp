@@ -1,0 +1,315 @@
+// Gives the number texts and every solver of the model random input, from ordinary to absurd. Each
+// call has to end in time with finite numbers, or the none of its header, and to keep its promises.
+// Ends with 1 after a finding; `fuzz 1 SEED CASE` repeats it. usage: fuzz CASES SEED [FIRST]
+
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cerrno>
+#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "model/first_approach.h"
+#include "model/fluid_model.h"
+#include "model/ideal_gas.h"
+#include "model/phase_diagram.h"
+#include "model/phase_split.h"
+#include "model/polynomial.h"
+#include "model/properties.h"
+#include "model/saturation.h"
+#include "model/spinodal.h"
+#include "toolkit/number_text.h"
+
+namespace {
+
+using namespace fluid;
+
+// What the solver at work is given: the composition of the model, and a state.
+const char* solver = "";
+unsigned long number = 0;
+unsigned long findings = 0;
+std::mt19937_64 draw;
+double aMix = 0.0, bMix = 0.0, T = 0.0, P = 0.0, V = 0.0;
+const std::int32_t& last = LastComponent;
+const ComponentValues& z = Fractions;
+
+void Demand(bool holds, const char* what) {
+    if (holds) return;
+    ++findings;
+    std::printf("%s: %s; case %lu: T %a, P %a, V %a, b %a", solver, what, number, T, P, V, bMix);
+    for (std::size_t k = 0; k < ComponentCount && z[k] > 0.0; ++k) {
+        std::printf(", %s %a", ComponentFormulas[ComponentIndex[k]].data(), z[k]);
+    }
+    std::printf("\n");
+}
+
+// For structures of doubles alone, or of optional ones.
+template <class Value = double>
+void DemandFinite(const auto&... structures) {
+    constexpr std::size_t size = sizeof(Value);
+    const auto demand = [](const auto& structure) {
+        using Values = std::array<Value, sizeof(structure) / size>;
+        for (const std::optional<double> value : std::bit_cast<Values>(structure)) {
+            Demand(std::isfinite(value.value_or(0.0)), "no finite number");
+        }
+    };
+    (demand(structures), ...);
+}
+
+double Power(double low, double high) {
+    return std::pow(10.0, std::uniform_real_distribution<double>(low, high)(draw));
+}
+
+double AnyDouble() {
+    return std::bit_cast<double>(draw());
+}
+
+// A number above 0: of any size, a place or beside it from its last bit to its half, or ordinary.
+double Near(double place) {
+    const double off = Power(-17.0, 0.0);
+    const std::array numbers = {Power(-300.0, 300.0), place, place * (1.0 + off),
+                                place * (1.0 - 0.5 * off)};
+    const std::size_t choice = draw() % 10;
+    const double chosen = choice < numbers.size() ? numbers[choice] : place * Power(-1.5, 1.5);
+    return std::clamp(chosen, 1e-300, 1e300);
+}
+
+// Equal parts, parts of all sizes, or traces of one count beside one gas; then a state.
+void MakeInput() {
+    const double lowest = std::array{0.0, -2.0, -12.0, -100.0}[draw() % 4];
+    const std::size_t gases = draw() % ComponentCount;
+    const std::size_t chief = draw() % ComponentCount;
+    double rest = 1e12;
+    for (std::size_t i = 1; i < ComponentCount; ++i) {
+        const double part = std::max(1.0, std::floor(Power(lowest, 0.0) * 9e10));
+        const double counts = draw() % (ComponentCount - 1) < gases ? part : 0.0;
+        SetFractionCount((chief + i) % ComponentCount, counts / 1e12);
+        rest -= counts;
+    }
+    SetFractionCount(chief, rest / 1e12);
+    Demand(AcceptComposition(), "a refused composition");
+    aMix = MixtureA(last, z);
+    bMix = MixtureB(last, z);
+    const Mixture mixture = MixtureOf(last, z);
+    const PseudoCriticalPoint point = FindPseudoCriticalPoint(last, z);
+    T = Near(std::array{point.T, ColdestT(mixture), HottestT(mixture), 300.0}[draw() % 4]);
+    V = Near(std::array{bMix, 3.0 * bMix, R * T / point.P}[draw() % 3]);
+    const double belonging = PressureVdW(aMix, bMix, T, V);
+    P = draw() % 2 == 0 && belonging > 0.0 && belonging < 1e300 ? belonging : Near(point.P);
+}
+
+void Texts() {
+    const auto same = [](std::optional<double> x, double y) {
+        return x && std::bit_cast<std::uint64_t>(*x) == std::bit_cast<std::uint64_t>(y);
+    };
+    const double value = AnyDouble();
+    const int digits = static_cast<int>(draw() % 20);
+    if (std::abs(value) < 1e308) {
+        const std::array texts = {toolkit::numberText(value), toolkit::significantText(value, 17),
+                                  toolkit::fixedText(value, digits),
+                                  toolkit::resultText(value, digits)};
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            const std::optional<double> read = toolkit::parseNumber(texts[i]);
+            Demand(i < 2 ? same(read, value) : read.has_value(), texts[i].c_str());
+        }
+    }
+    // Most of them nearly a number. The C library tells which are.
+    constexpr std::string_view likely = "00112233456789+-.eE ,xinf";
+    const bool isLikely = draw() % 8 != 0;
+    std::string text;
+    for (std::size_t size = draw() % 24; text.size() < size;) {
+        text += isLikely ? likely[draw() % likely.size()] : static_cast<char>(draw());
+    }
+    char* end = nullptr;
+    errno = 0;
+    const double expected = std::strtod(text.c_str(), &end);
+    const auto read = static_cast<std::size_t>(end - text.c_str());
+    const bool isNumber = read > 0 &&
+                          text.find_first_not_of(" \t\n\v\f\r", read) == std::string::npos &&
+                          text.find_first_of("xXnN") == std::string::npos;
+    const std::optional<double> parsed = toolkit::parseNumber(text);
+    Demand(isNumber ? same(parsed, expected) || errno == ERANGE : !parsed, text.c_str());
+}
+
+void Cubics() {
+    const double sign = draw() % 2 == 0 ? 1.0 : -1.0;
+    const CubicRoots volumes = VolumeCubicSolver(aMix, bMix, T, sign * P);
+    DemandFinite(volumes, SolveCubic(sign * Near(3.0), Near(3.0), -Near(1.0)));
+    for (const CubicRoot& root : volumes) {
+        const double free = std::abs(root.real - bMix);
+        const double size = R * T / free + aMix / root.real / root.real;
+        const double digits = 2e-14 * (1.0 + std::abs(root.real) / free);
+        const bool isJudged = root.isReal() && size > 1e-280 && size < 1e290 && digits < 0.1;
+        const double off = std::abs(PressureVdW(aMix, bMix, T, root.real) - sign * P);
+        Demand(!isJudged || off <= digits * size, "P(V) is not P");
+    }
+    const std::array c = {sign * Near(3.0), -Near(3.0), sign * Near(3.0), -Near(1.0), Near(1.0)};
+    double before = 0.0;
+    for (const double root : PositiveRoots(c)) {
+        Demand(root > before && std::isfinite(root), "roots out of order");
+        before = root;
+    }
+}
+
+void Operations() {
+    Demand(!std::isnan(PressureVdW(aMix, bMix, T, V) + TemperatureVdW(aMix, bMix, P, V)), "NaN");
+    if (V != bMix) DemandFinite(IsothermSlope(aMix, bMix, T, V, Near(0.01)));
+    DemandFinite(PartialMolarVolumes(last, z, T, V).value_or(ComponentValues{}));
+    ComponentValues pure{};
+    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+        pure[k] = PureGasVolume(k, T, P).volume;
+        const double saturation = SaturationPressure(ComponentIndex[k], T);
+        DemandFinite(saturation, IdealGas(ComponentIndex[k], T));
+        Demand(saturation <= SaturationPressure(ComponentIndex[k], 1.001 * T), "does not rise");
+    }
+    DemandFinite(pure, MolarVolumeFromDensity(last, z, V), IdealMixtureVolume(last, z, pure),
+                 FugacityCoefficients(last, bMix, ComponentAttraction(last, z), b, T, P, V),
+                 PureFugacities(last, T, std::min(P, 1e200), pure));
+    for (const double pressure : {std::min(PressureVdW(aMix, bMix, T, V), 1e300), -P}) {
+        DemandFinite<std::optional<double>>(PropertiesOf(last, z, T, pressure, V),
+                                            ComponentPropertiesOf(last, z, T, pressure, V));
+    }
+}
+
+void DemandPair(const PhasePair& pair) {
+    DemandFinite(pair);
+    Demand(pair.Vx > MixtureB(last, pair.x) && pair.Vy > MixtureB(last, pair.y), "no free volume");
+    const auto X = ComponentPropertiesOf(last, pair.x, pair.T, pair.P, pair.Vx);
+    const auto Y = ComponentPropertiesOf(last, pair.y, pair.T, pair.P, pair.Vy);
+    for (std::size_t k = 0; pair.P < 1e4 && k <= static_cast<std::size_t>(last); ++k) {
+        if (std::min(pair.x[k], pair.y[k]) < 1e-9) continue;  // traces have fewer digits
+        const double off = X[k].fugacityTerm.value_or(NAN) - Y[k].fugacityTerm.value_or(NAN);
+        Demand(std::abs(off) < 1e-5 * R * pair.T, "fugacities that differ");
+    }
+}
+
+// A first approach as it is, or spoilt as a user may.
+PhaseGuess Spoilt(PhaseGuess guess) {
+    DemandFinite(guess);
+    if (draw() % 2 == 0) return guess;
+    for (double* const value : {&guess.unknown, &guess.x[0], &guess.y[draw() % ComponentCount]}) {
+        *value = draw() % 8 == 0 ? AnyDouble() : Near(*value);
+    }
+    return guess;
+}
+
+void Homogenisations() {
+    const Given given = draw() % 2 == 0 ? Given::Temperature : Given::Pressure;
+    const double value = given == Given::Temperature ? T : P;
+    for (const Homogenisation kind : {Homogenisation::IntoLiquid, Homogenisation::IntoVapour}) {
+        PhaseGuess guess = HomogenisationSeed(last, z, given, value, kind);
+        for (const PhasePair& pair : FindHomogenisationPoints(last, z, given, value, kind)) {
+            DemandPair(pair);
+            guess = HomogenisationApproach(given, pair);
+        }
+        const auto result = IterateHomogenisation(last, z, given, value, kind, Spoilt(guess));
+        if (result.outcome == Outcome::Converged) DemandPair(result.phases);
+    }
+    const EquilibriumApproach approach = FindEquilibriumApproach(last, z, T, V);
+    const double share = draw() % 2 == 0 ? approach.volumeFraction : Near(1.0);
+    const auto result = IterateEquilibrium(last, z, T, V, share, Spoilt(approach.guess));
+    DemandFinite(approach.volumeFraction, result.volumeFraction);
+    if (result.outcome == Outcome::Converged) DemandPair(result.phases);
+}
+
+void Boundaries() {
+    const Mixture mixture = MixtureOf(last, z);
+    const auto boundary = FindBoundary(last, z, V);
+    DemandFinite(boundary.value_or(BoundaryPoint{}));
+    const auto split = SplitAtVolume(mixture, T, V);
+    // In the cold the energy is next to none of the thinner phase's.
+    const bool isSharp = split && !split->metastable && T > 4.0 * ColdestT(mixture);
+    if (split) isSharp ? DemandPair(split->phases) : DemandFinite(split->phases);
+    if (!(V > bMix) || !(T > ColdestT(mixture)) || PressureVdW(aMix, bMix, T, V) > 1e4) return;
+    const IsothermStability isotherm(last, z, T, V);
+    for (const BoundaryPoint& point : isotherm.boundaries()) DemandFinite(point);
+    const bool isClose = boundary && std::abs(T / boundary->T - 1.0) < 1e-6;
+    const bool isStable = !boundary || T > boundary->T;
+    Demand(isClose || isStable == (isotherm.at(V) == Stability::Stable), "stable and not so");
+    Demand(isClose || isStable != split.has_value(), "a split that should not be, or none");
+}
+
+void Spinodals() {
+    const auto check = [](const SpinodalVolumes& volumes, auto* temperature) {
+        for (const double at : volumes) {
+            const double off = std::abs(temperature(last, z, at) / T - 1.0);
+            Demand(off < 1e-10 * at / std::abs(at - bMix), "another temperature");
+        }
+        DemandFinite(temperature(last, z, V));
+    };
+    check(DiffusionalSpinodal(last, z, T), DiffusionalSpinodalTemperature);
+    check(MechanicalSpinodal(last, z, T), MechanicalSpinodalTemperature);
+}
+
+void Diagrams() {
+    const CriticalPoints points = FindCriticalPoints(last, z);
+    for (const CriticalPoint& point : points) {
+        DemandFinite(point.T, point.P, point.V, point.freeVolume);
+        CriticalStability(last, z, point);
+    }
+    const auto demand = [](const std::vector<StatePoint>& curve) {
+        for (const StatePoint& point : curve) DemandFinite(point);
+    };
+    for (const auto& [kind, curve] : TraceBoundary(last, z, points)) demand(curve);
+    for (const SpinodalKind kind : {SpinodalKind::Diffusional, SpinodalKind::Mechanical}) {
+        for (const auto& curve : TraceSpinodal(last, z, kind, T, 2.0 * T)) demand(curve);
+    }
+}
+
+struct Solver {
+    const char* name;
+    unsigned long every;  // cases
+    void (*run)();
+};
+constexpr std::array solvers = {Solver{"number text", 1, Texts},
+                                Solver{"cubic", 1, Cubics},
+                                Solver{"operation", 1, Operations},
+                                Solver{"spinodal", 1, Spinodals},
+                                Solver{"homogenisation", 8, Homogenisations},
+                                Solver{"phase boundary", 8, Boundaries},
+                                Solver{"diagram", 256, Diagrams}};
+
+void Late(int /*signal*/) {
+    Demand(false, "takes too long");
+    std::fflush(stdout);
+    _exit(1);
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count < 3) return 64;
+    const auto argument = [&](int i) {
+        return i < count ? std::strtoul(arguments[i], nullptr, 10) : 0;
+    };
+    // Seconds of processor time a call.
+#ifdef __SANITIZE_ADDRESS__
+    const itimerval limit = {{0, 0}, {30, 0}};
+#else
+    const itimerval limit = {{0, 0}, {2, 0}};
+#endif
+    std::signal(SIGVTALRM, Late);
+    for (number = argument(3); number < argument(3) + argument(1); ++number) {
+        std::seed_seq seed{argument(2), number};
+        draw.seed(seed);
+        solver = "composition";
+        MakeInput();
+        for (const Solver& entry : solvers) {
+            if (number % entry.every != 0) continue;
+            solver = entry.name;
+            setitimer(ITIMER_VIRTUAL, &limit, nullptr);
+            entry.run();
+        }
+    }
+    std::printf("%lu cases of seed %lu: %lu findings\n", argument(1), argument(2), findings);
+    return findings == 0 ? 0 : 1;
+}
