@@ -312,6 +312,9 @@ Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions)
     assert(mixture.count <= ComponentCount && mixture.count <= fractions.size());
     double sum = 0.0;
     for (std::size_t i = 0; i < mixture.count; ++i) sum += fractions[i];
+    // Fractions that add up to one but for rounding stay as they were typed.
+    constexpr double Rounding = 1e-14;
+    if (std::abs(sum - 1.0) < Rounding) sum = 1.0;
     for (std::size_t i = 0; i < mixture.count; ++i) {
         mixture.z[i] = fractions[i] / sum;
         mixture.b[i] = b[i];
