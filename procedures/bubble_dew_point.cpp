@@ -14,6 +14,8 @@ namespace {
 
 constexpr int lineWidth = 50;  // characters
 constexpr int messageLines = 2;
+constexpr int quantityWidth = 24;  // room for "Homogenization Temperature"
+constexpr int unitWidth = 7;
 constexpr int quantityDecimals = 6;
 constexpr double pictureHeight = 4.0;  // lines of text
 const std::string notUsed = "---";
@@ -39,6 +41,8 @@ BubbleDewPoint::BubbleDewPoint(toolkit::ScreenHost& host)
     dataEntry2.setAccessibleName("first approach");  // while its caption is empty
     Homogen.setTarget(dataEntry2, Dimension);
     Homogen2.setTarget(Answer, Dimension2);
+    Homogen.reserve(quantityWidth);
+    Dimension.reserve(unitWidth);
     CanvasLiquid.setVisible(false);
     CanvasVapour.setVisible(false);
     Iterations.setUnobtrusive();
@@ -73,7 +77,8 @@ toolkit::Block BubbleDewPoint::inputBlock() {
     using toolkit::Block;
     const Block pictures =
         toolkit::row({CanvasLiquid, CanvasVapour})
-            .atLeast(static_cast<int>(std::ceil(pictureHeight * inclusionPictureWidth)));
+            .atLeast(static_cast<int>(std::ceil(pictureHeight * inclusionPictureWidth)),
+                     static_cast<int>(std::ceil(pictureHeight)));
     const Block mode =
         modeBox.around(toolkit::row({toolkit::column({LiquidMode, VapourMode}), pictures}));
     return toolkit::column(

@@ -57,11 +57,19 @@ Block Block::indented(Spacing spacing) const {
     return aligned(*this, static_cast<int>(spacing), 1.0F);
 }
 
-Block Block::atLeast(int widthInLines) const {
+Block Block::atLeast(int widthInLines, int heightInLines) const {
     const auto setWidth = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer lines) {
-        gtk_widget_set_size_request(box, lineHeight(box) * GPOINTER_TO_INT(lines), -1);
+        int height = -1;
+        gtk_widget_get_size_request(box, nullptr, &height);
+        gtk_widget_set_size_request(box, lineHeight(box) * GPOINTER_TO_INT(lines), height);
+    };
+    const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer lines) {
+        int width = -1;
+        gtk_widget_get_size_request(box, &width, nullptr);
+        gtk_widget_set_size_request(box, width, lineHeight(box) * GPOINTER_TO_INT(lines));
     };
     g_signal_connect(widget_, "style-set", G_CALLBACK(setWidth), GINT_TO_POINTER(widthInLines));
+    g_signal_connect(widget_, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(heightInLines));
     return *this;
 }
 

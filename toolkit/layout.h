@@ -28,9 +28,9 @@ class Block {
     Block atStart() const;
     /// The same block, indented by `spacing` from the left.
     Block indented(Spacing spacing) const;
-    /// The same block, so many lines of text wide at least, so that nothing moves when a part of it
-    /// comes or goes.
-    Block atLeast(int widthInLines) const;
+    /// The same block, so many lines of text wide and high at least, so that nothing moves when a
+    /// part of it comes or goes.
+    Block atLeast(int widthInLines, int heightInLines) const;
 
   private:
     GtkWidget* widget_ = nullptr;
