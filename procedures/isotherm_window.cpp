@@ -36,17 +36,16 @@ class StateLines {
         }
     }
 
-    void add(Stability state, double fromV, double fromP, double toV, double toP) {
+    /// The line of that state, which from here on starts at (V, P).
+    PlotSeries& from(Stability state, double V, double P) {
         PlotSeries& line = lines_[static_cast<std::size_t>(state)];
-        if (line.x.empty() || line.x.back() != fromV) {
+        if (line.x.empty() || line.x.back() != V) {
             if (!line.x.empty()) {
                 line.add(std::numeric_limits<double>::quiet_NaN(), 0.0);
             }
-            line.add(fromV, fromP);
+            line.add(V, P);
         }
-        if (toV != fromV) {
-            line.add(toV, toP);
-        }
+        return line;
     }
 
     std::vector<PlotSeries> take() { return {lines_.begin(), lines_.end()}; }
@@ -65,7 +64,7 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
                     .plotDescription = "Pressure over molar volume at this temperature",
                     .firstEntry = "dataEntryV1",
                     .lastEntry = "dataEntryV2"},
-                   {"", "", "", "State"}, {18, 19, 21, 10}) {
+                   {"", "", "", "State"}, {18, 22, 21, 10}) {
     using toolkit::Block;
     dataEntryT.onTextChange(this, &IsothermWindow::entry_TextChange);
     volumeUnitChoice.kgm3.onChoose(this, &IsothermWindow::kgm3_Action);
@@ -269,17 +268,28 @@ void IsothermWindow::plot(const Isotherm& isotherm, const fluid::IsothermStabili
         mark(spinodal, V, fluid::PressureVdW(a, b, isotherm.T, V));
     }
     std::sort(volumes.begin(), volumes.end());
+    // Between few rows the curve bends visibly.
+    constexpr std::size_t smooth = 400;
+    const std::size_t pieces = 1 + smooth / volumes.size();
     StateLines lines;
     double V = volumes.front();
     double P = fluid::PressureVdW(a, b, isotherm.T, V);
-    lines.add(stability.at(V), V, P, V, P);
+    lines.from(stability.at(V), V, P);
     for (const double next : volumes) {
-        if (next > V) {
-            const double nextP = fluid::PressureVdW(a, b, isotherm.T, next);
-            lines.add(stability.at(0.5 * (V + next)), V, P, next, nextP);
-            V = next;
-            P = nextP;
+        if (!(next > V)) {
+            continue;
         }
+        PlotSeries& line = lines.from(stability.at(0.5 * (V + next)), V, P);
+        for (std::size_t k = 1; k < pieces; ++k) {
+            const double share = static_cast<double>(k) / static_cast<double>(pieces);
+            const double between = b + (V - b) * std::pow((next - b) / (V - b), share);
+            if (between > V && between < next) {
+                line.addShape(between, fluid::PressureVdW(a, b, isotherm.T, between));
+            }
+        }
+        V = next;
+        P = fluid::PressureVdW(a, b, isotherm.T, V);
+        line.add(V, P);
     }
     std::vector<PlotSeries> series = lines.take();
     series.push_back(std::move(spinodal));

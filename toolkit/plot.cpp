@@ -177,7 +177,12 @@ std::optional<PlotPosition> Plot::nearest(double x, double y) const {
     std::optional<PlotPosition> found;
     double shortest = reach * reach;
     for (std::size_t i = 0; i < series_.size(); ++i) {
+        auto shape = series_[i].shape.begin();
         for (std::size_t k = 0; k < series_[i].x.size(); ++k) {
+            if (shape != series_[i].shape.end() && *shape == k) {
+                ++shape;
+                continue;
+            }
             const auto place = canvas_->placeOf(series_[i], k);
             if (!place) {
                 continue;

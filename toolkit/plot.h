@@ -25,12 +25,18 @@ struct PlotSeries {
         x.push_back(pointX);
         y.push_back(pointY);
     }
+    /// A point that only shapes the curve: it is drawn, but not read out.
+    void addShape(double pointX, double pointY) {
+        shape.push_back(x.size());
+        add(pointX, pointY);
+    }
 
     std::string name;  // stands in the legend; an empty name does not
     Style style;
     std::size_t colour;  // of a palette of six that colour-blind readers can tell apart
     std::vector<double> x;
-    std::vector<double> y;  // as many as x; a number that is not finite makes a gap
+    std::vector<double> y;           // as many as x; a number that is not finite makes a gap
+    std::vector<std::size_t> shape;  // which of the points only shape the curve, ascending
 };
 
 /// A point of the series shown: the series, and the point in it.
@@ -42,7 +48,7 @@ struct PlotPosition {
 /// Curves and marks over a pair of axes, drawn in whatever size the plot has.
 class Plot : public Control {
   public:
-    /// What runs when the pointer comes near another point, or near none.
+    /// What runs when the pointer comes near another point that is read out, or near none.
     using PointHandler = std::function<void(std::optional<PlotPosition>)>;
 
     /// `description` tells a screen reader what the plot shows.

@@ -267,6 +267,32 @@ TEST_F(SeriesScreensTest, PlotReadsOutAnotherPointOrSavesNoPicture) {
     }
 }
 
+TEST_F(SeriesScreensTest, CoarseIsothermHasCornersOrReadsOutWhatIsNoRow) {
+    open("Isotherm");
+    calculate({{"dataEntryT", "220"},
+               {"dataEntryV1", "60"},
+               {"dataEntryV2", "760"},
+               {"dataEntryStep", "100"}});
+    robot.settle();
+    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    constexpr double range = 19.0;  // MPa
+    for (const toolkit::PlotSeries& line : plot().series()) {
+        for (std::size_t i = 1; i < line.x.size(); ++i) {
+            const double V = 0.5 * (line.x[i - 1] + line.x[i]);
+            const double P = 0.5 * (line.y[i - 1] + line.y[i]);
+            if (line.style != toolkit::PlotSeries::Style::markers && V > 0.0) {
+                EXPECT_NEAR(fluid::PressureVdW(a, b, 220.0, V), P, 1e-3 * range) << V;
+            }
+        }
+    }
+    const toolkit::PlotSeries& stable = plot().series().front();
+    const auto between = plot().place({0, stable.x.size() - 2});
+    ASSERT_TRUE(between && stable.x[stable.x.size() - 2] != 760.0);
+    robot.moveTo(plot().area().x + between->x, plot().area().y + between->y);
+    EXPECT_TRUE(text("ReadOut").starts_with("Molar Volume 760 ")) << text("ReadOut");
+}
+
 // The plots themselves are looked at in pictures; what the library does not like, it writes to
 // stderr, which fails the suite.
 TEST_F(SeriesScreensTest, PlotComplainsOfNumbersThatAreHugeOrMissing) {
