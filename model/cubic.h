@@ -16,8 +16,10 @@ struct CubicRoot {
 using CubicRoots = std::array<CubicRoot, 3>;
 
 // Roots of x³ + a2·x² + a1·x + a0 by Cardano's closed form, right to a few units in the last place
-// of the largest root. With x = t - a2/3 the cubic is t³ + p·t + q; when p·q is exactly 0, and when
-// p, q or a root has no room in a double, all six numbers are 0.
+// of the largest root, or to about 1e-8 of it where two roots lie closer together than that and
+// 1e-5 beside a triple one, as the rounding of the coefficients alone would have it. With x = t -
+// a2/3 the cubic is t³ + p·t + q; when p·q is exactly 0, and when p, q or a root has no room in a
+// double, all six numbers are 0.
 CubicRoots SolveCubic(double a2, double a1, double a0);
 
 // Molar volumes in cm3/mol at which the van der Waals fluid (aMix in MPa·cm6/mol2, bMix in cm3/mol)
