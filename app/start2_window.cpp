@@ -192,9 +192,13 @@ void Start2Window::Clear_Action() {
 }
 
 void Start2Window::Continue1_Action() {
+    const fluid::Composition before = fluid::AcceptedComposition();
     if (!fluid::AcceptComposition()) {
         Sum.setText("adjust fractions!");
         return;
+    }
+    if (before != fluid::AcceptedComposition()) {
+        host().refresh();  // the screens show results of another composition
     }
     for (const Procedure& procedure : procedures_) {
         if (procedure.button->isOn()) {

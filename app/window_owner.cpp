@@ -46,6 +46,12 @@ void WindowOwner::close(toolkit::Screen& screen) {
     });
 }
 
+void WindowOwner::refresh() {
+    for (const Window& window : windows_) {
+        window.screen->Event_Activate();
+    }
+}
+
 void WindowOwner::quit() {
     for (const Window& window : windows_) {
         window.screen->hide();

@@ -17,6 +17,7 @@ class WindowOwner : public toolkit::ScreenHost {
 
     void open(std::unique_ptr<toolkit::Screen> screen) override;
     void close(toolkit::Screen& screen) override;
+    void refresh() override;
     /// Closes all windows and leaves the main loop.
     void quit();
 

@@ -19,14 +19,8 @@ struct Entered {
     std::array<bool, ComponentCount> tooLarge;
 };
 
-struct Accepted {
-    std::int32_t lastComponent = -1;
-    std::array<std::size_t, ComponentCount> index{};
-    ComponentValues fractions{};
-};
-
 constinit Entered entered{};
-constinit Accepted accepted{};
+constinit Composition accepted{};
 
 bool AllCounted() {
     return std::none_of(entered.tooLarge.begin(), entered.tooLarge.end(),
@@ -43,6 +37,10 @@ constinit const std::array<std::int64_t, ComponentCount>& FractionCounts = enter
 constinit const std::int32_t& LastComponent = accepted.lastComponent;
 constinit const std::array<std::size_t, ComponentCount>& ComponentIndex = accepted.index;
 constinit const ComponentValues& Fractions = accepted.fractions;
+
+const Composition& AcceptedComposition() {
+    return accepted;
+}
 
 void SetFractionCount(std::size_t index, double fraction) {
     assert(index < ComponentCount);
@@ -70,7 +68,7 @@ bool FractionsAddUpToOne() {
 bool AcceptComposition() {
     if (!FractionsAddUpToOne()) return false;
     ComponentValues x{};
-    accepted = Accepted{};
+    accepted = Composition{};
     for (std::size_t i = 0; i < ComponentCount; ++i) {
         x[i] = static_cast<double>(entered.counts[i]) / static_cast<double>(FractionScale);
         if (!(x[i] > 0.0)) continue;

@@ -22,6 +22,16 @@ extern const std::int32_t& LastComponent;
 extern const std::array<std::size_t, ComponentCount>& ComponentIndex;
 extern const ComponentValues& Fractions;
 
+// An accepted composition, to be compared with a later one.
+struct Composition {
+    std::int32_t lastComponent = -1;
+    std::array<std::size_t, ComponentCount> index{};
+    ComponentValues fractions{};
+
+    bool operator==(const Composition&) const = default;
+};
+const Composition& AcceptedComposition();
+
 // Stores the fraction of the component with this internal index (0 to 10), rounded to the nearest
 // count. Any double may be given; not-a-number counts as a fraction that has no room.
 void SetFractionCount(std::size_t index, double fraction);

@@ -88,6 +88,9 @@ PhaseGuess HomogenisationSeed(std::int32_t lastComponent, std::span<const double
     const double P = findsP ? guess.unknown : value;
     const double beta = kind == Homogenisation::IntoLiquid ? 0.0 : 1.0;
     Distribute(lastComponent, fractions, WilsonRatios(lastComponent, T, P), beta, guess);
+    // The bulk to its last digit.
+    std::copy_n(fractions.begin(), lastComponent + 1,
+                kind == Homogenisation::IntoLiquid ? guess.x.begin() : guess.y.begin());
     return guess;
 }
 

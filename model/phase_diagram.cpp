@@ -30,13 +30,76 @@ SpinodalVolumes VolumesAt(std::int32_t lastComponent, std::span<const double> fr
                                              : MechanicalSpinodal(lastComponent, fractions, T);
 }
 
+// The boundary as it is followed from point to point. Where it bends, or one kind of boundary gives
+// way to the other, it is followed in smaller steps.
+class BoundaryTrace {
+  public:
+    BoundaryTrace(std::int32_t lastComponent, std::span<const double> fractions)
+        : lastComponent_(lastComponent), fractions_(fractions) {
+        pressureScale_ = FindPseudoCriticalPoint(lastComponent, fractions).P;
+    }
+
+    // The next point, of a larger volume; nothing where there is a gap.
+    void Take(const std::optional<BoundaryPoint>& point) {
+        if (point && last_) {
+            GoOn(*last_, *point, 0);
+        } else if (point) {
+            pieces_.push_back({point->kind(), {}});
+            Add(*point);
+        }
+        last_ = point;
+    }
+
+    std::vector<BoundaryPiece> Pieces() { return std::move(pieces_); }
+
+  private:
+    // Adds what comes after `from`, up to `to`.
+    void GoOn(const BoundaryPoint& from, const BoundaryPoint& to, int depth) {
+        constexpr int Bends = 6;
+        constexpr int Corners = 30;
+        const bool isCorner = !from.isCritical() && !to.isCritical() && from.kind() != to.kind();
+        if (depth < (isCorner ? Corners : Bends) && (isCorner || IsLong(from, to))) {
+            const double V = 0.5 * (from.V + to.V);
+            const auto between = FindBoundary(lastComponent_, fractions_, V);
+            if (between && V > from.V && V < to.V) {
+                GoOn(from, *between, depth + 1);
+                GoOn(*between, to, depth + 1);
+                return;
+            }
+        }
+        // A critical point ends one branch and begins the next.
+        if (!to.isCritical() && to.kind() != pieces_.back().kind) {
+            pieces_.push_back({to.kind(), {pieces_.back().points.back()}});
+        }
+        Add(to);
+    }
+
+    // In T, and in P as far as it is low enough to be of interest.
+    bool IsLong(const BoundaryPoint& from, const BoundaryPoint& to) const {
+        constexpr double Share = 0.015;
+        constexpr double High = 10.0;
+        return std::abs(to.T - from.T) > Share * from.T ||
+               (std::abs(to.P - from.P) > Share * (pressureScale_ + std::abs(from.P)) &&
+                std::min(from.P, to.P) < High * pressureScale_);
+    }
+
+    void Add(const BoundaryPoint& point) {
+        pieces_.back().points.push_back({point.T, point.P, point.V});
+    }
+
+    std::int32_t lastComponent_;
+    std::span<const double> fractions_;
+    double pressureScale_ = 0.0;
+    std::optional<BoundaryPoint> last_;
+    std::vector<BoundaryPiece> pieces_;
+};
+
 }  // namespace
 
 std::vector<BoundaryPiece> TraceBoundary(std::int32_t lastComponent,
                                          std::span<const double> fractions,
                                          const CriticalPoints& critical) {
-    std::vector<BoundaryPiece> pieces;
-    if (lastComponent < 0) return pieces;
+    if (lastComponent < 0) return {};
     std::vector<BoundaryPoint> stable;
     std::vector<double> others;
     for (const CriticalPoint& point : critical) {
@@ -45,28 +108,14 @@ std::vector<BoundaryPiece> TraceBoundary(std::int32_t lastComponent,
         others.push_back(point.V);
     }
     constexpr double Step = 0.075;
-    bool isGap = true;
+    BoundaryTrace trace(lastComponent, fractions);
     for (const double V : Volumes(MixtureB(lastComponent, fractions), Step, others)) {
         const auto known = std::find_if(stable.begin(), stable.end(),
                                         [V](const BoundaryPoint& point) { return point.V == V; });
-        const auto point = known != stable.end() ? std::optional(*known)
-                                                 : FindBoundary(lastComponent, fractions, V);
-        if (!point) {
-            isGap = true;
-            continue;
-        }
-        // A critical point ends one branch and begins the next.
-        const bool goesOn =
-            !isGap && (known != stable.end() || point->kind() == pieces.back().kind);
-        if (!goesOn) {
-            BoundaryPiece piece{point->kind(), {}};
-            if (!isGap) piece.points.push_back(pieces.back().points.back());
-            pieces.push_back(std::move(piece));
-        }
-        pieces.back().points.push_back({point->T, point->P, V});
-        isGap = false;
+        trace.Take(known != stable.end() ? std::optional(*known)
+                                         : FindBoundary(lastComponent, fractions, V));
     }
-    return pieces;
+    return trace.Pieces();
 }
 
 std::vector<std::vector<StatePoint>> TraceSpinodal(std::int32_t lastComponent,

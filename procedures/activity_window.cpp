@@ -13,6 +13,7 @@ namespace procedures {
 
 namespace {
 
+constexpr int fourColumns = 36;  // lines of text that they are wide
 constexpr int visibleRows = 8;
 constexpr int warningWidth = 48;  // characters of the longest sentence
 const std::string notUsed = "---";
@@ -66,7 +67,7 @@ void ActivityWindow::layOut() {
     setContent(toolkit::column(
         {inputBlock(), choice.block(), slope, Block(toolkit::grid(volumeRows())).atStart(),
          standard, toolkit::row({Block(warning).expanding(), toolkit::buttonRow({PushButton1})}),
-         ListBox1.scrolling(visibleRows).expanding(), volumeNote},
+         ListBox1.scrolling(visibleRows).atLeast(fourColumns, 0).expanding(), volumeNote},
         toolkit::Spacing::group));
 }
 

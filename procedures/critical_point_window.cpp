@@ -199,11 +199,14 @@ void CriticalPointWindow::plot() {
         addCurve(spinodal, piece, shown, x);
     }
     PlotSeries critical("critical point", PlotSeries::Style::markers, 3);
-    PlotSeries others("unstable critical point", PlotSeries::Style::markers, 4);
+    PlotSeries metastable("meta-stable critical point", PlotSeries::Style::markers, 1);
+    PlotSeries unstable("unstable critical point", PlotSeries::Style::markers, 4);
     for (std::size_t i = 0; i < points_.count; ++i) {
         const fluid::CriticalPoint& point = points_.points[i];
         if (shown.include(point.P)) {
-            (kinds_[i] == Stability::Unstable ? others : critical)
+            (kinds_[i] == Stability::Unstable     ? unstable
+             : kinds_[i] == Stability::Metastable ? metastable
+                                                  : critical)
                 .add(temperature.fromKelvin(point.T), point.P);
         }
     }
@@ -212,7 +215,7 @@ void CriticalPointWindow::plot() {
     pseudoPoint.add(temperature.fromKelvin(pseudo.T), pseudo.P);
     plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");
     plotPanel.show({std::move(bubble), std::move(dew), std::move(spinodal), std::move(critical),
-                    std::move(others), std::move(pseudoPoint)});
+                    std::move(metastable), std::move(unstable), std::move(pseudoPoint)});
 }
 
 }  // namespace procedures

@@ -120,10 +120,11 @@ void LiquidVapourEq::Event_Activate() {
     volume.activated();
     phaseX.showUnits();
     phaseY.showUnits();
-    if (approachX.fitsComposition() && approachY.fitsComposition()) {
+    if (composition_ == fluid::AcceptedComposition()) {
         emptyResults();
     } else {
-        emptyApproach();  // of a composition of other gases
+        composition_ = fluid::AcceptedComposition();
+        emptyApproach();
     }
 }
 

@@ -85,6 +85,8 @@ class LiquidVapourEq : public toolkit::Screen {
     toolkit::ResultLabel iterations{"iterations"};
     PhaseResult phaseX{"X", true};
     PhaseResult phaseY{"Y", true};
+
+    fluid::Composition composition_ = fluid::AcceptedComposition();
 };
 
 }  // namespace procedures

@@ -43,18 +43,9 @@ void ApproachList::show(const fluid::ComponentValues& fractions) {
     list.setRows(rows);
 }
 
-bool ApproachList::fitsComposition() const {
-    const std::vector<toolkit::List::Row> rows = list.rows();
-    bool fits = rows.empty() || rows.size() == presentGases();
-    for (std::size_t k = 0; fits && k < rows.size(); ++k) {
-        fits = rows[k][0] == gasAt(k);
-    }
-    return fits;
-}
-
 std::optional<fluid::ComponentValues> ApproachList::fractions() const {
     const std::vector<toolkit::List::Row> rows = list.rows();
-    if (rows.empty() || !fitsComposition()) {
+    if (rows.size() != presentGases()) {
         return std::nullopt;
     }
     fluid::ComponentValues fractions{};
@@ -93,9 +84,10 @@ toolkit::Block PhaseResult::block() {
     if (withFraction_) {
         quantities.push_back(volumeFraction.framed(1).expanding());
     }
+    const toolkit::Block gasBlock = gases.scrolling(visibleGases);
+    const toolkit::Block fractionBlock = fractions.scrolling(visibleGases, &gases);
     const toolkit::Block composition =
-        toolkit::row({gases.scrolling(visibleGases), fractions.scrolling(visibleGases).expanding()},
-                     Spacing::related);
+        toolkit::row({gasBlock, fractionBlock.expanding()}, Spacing::related);
     return toolkit::column(
         {heading, toolkit::row(quantities, Spacing::related), composition.expanding()});
 }

@@ -20,10 +20,8 @@ class ApproachList {
     void show(const fluid::ComponentValues& fractions);
     void clear() { list.clear(); }
     /// The fractions in the list at the compact positions; nothing where one of them is no number
-    /// from 0 to 1, or where the gases are not those of the present composition.
+    /// from 0 to 1, or where the list is empty.
     std::optional<fluid::ComponentValues> fractions() const;
-    /// Whether the list is empty or has a row for each gas of the present composition.
-    bool fitsComposition() const;
 
   private:
     toolkit::Label caption_;

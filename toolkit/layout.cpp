@@ -68,8 +68,13 @@ Block Block::atLeast(int widthInLines, int heightInLines) const {
         gtk_widget_get_size_request(box, &width, nullptr);
         gtk_widget_set_size_request(box, width, lineHeight(box) * GPOINTER_TO_INT(lines));
     };
-    g_signal_connect(widget_, "style-set", G_CALLBACK(setWidth), GINT_TO_POINTER(widthInLines));
-    g_signal_connect(widget_, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(heightInLines));
+    if (widthInLines > 0) {
+        g_signal_connect(widget_, "style-set", G_CALLBACK(setWidth), GINT_TO_POINTER(widthInLines));
+    }
+    if (heightInLines > 0) {
+        g_signal_connect(widget_, "style-set", G_CALLBACK(setHeight),
+                         GINT_TO_POINTER(heightInLines));
+    }
     return *this;
 }
 

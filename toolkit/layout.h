@@ -28,8 +28,8 @@ class Block {
     Block atStart() const;
     /// The same block, indented by `spacing` from the left.
     Block indented(Spacing spacing) const;
-    /// The same block, so many lines of text wide and high at least, so that nothing moves when a
-    /// part of it comes or goes.
+    /// The same block, so many lines of text wide and high at least (0: as it is), so that nothing
+    /// moves when a part of it comes or goes.
     Block atLeast(int widthInLines, int heightInLines) const;
 
   private:

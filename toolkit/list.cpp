@@ -116,8 +116,12 @@ List::~List() {
     g_object_unref(store_);
 }
 
-Block List::scrolling(int visibleRows) {
-    GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, nullptr);
+Block List::scrolling(int visibleRows, const List* partner) {
+    GtkAdjustment* const vertical =
+        partner == nullptr ? nullptr
+                           : gtk_scrolled_window_get_vadjustment(
+                                 GTK_SCROLLED_WINDOW(gtk_widget_get_parent(partner->widget())));
+    GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, vertical);
     gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller),
                                    isWhole_ ? GTK_POLICY_NEVER : GTK_POLICY_AUTOMATIC,
                                    GTK_POLICY_AUTOMATIC);
@@ -137,7 +141,9 @@ Block List::within(GtkWidget* container, int visibleRows) {
     // The heads are about half as high again as a row.
     const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer rows) {
         const int height = lineHeight(box);
-        gtk_widget_set_size_request(box, -1, (height + 6) * GPOINTER_TO_INT(rows) + 2 * height);
+        int width = -1;
+        gtk_widget_get_size_request(box, &width, nullptr);
+        gtk_widget_set_size_request(box, width, (height + 6) * GPOINTER_TO_INT(rows) + 2 * height);
     };
     g_signal_connect(container, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(visibleRows));
     return {container, {this}};

@@ -24,8 +24,9 @@ class List : public Control, public Editable {
     List(std::string name, const Row& heads);
     ~List() override;
 
-    /// The list with its scroll bars, high enough for `visibleRows` rows at once.
-    Block scrolling(int visibleRows);
+    /// The list with its scroll bars, high enough for `visibleRows` rows at once. It scrolls up and
+    /// down together with `partner`, which stands beside it and is in a block already.
+    Block scrolling(int visibleRows, const List* partner = nullptr);
     /// The list in a frame, always as large as what is in it, and never lower than `visibleRows`.
     Block framed(int visibleRows);
     void setHeads(const Row& heads);

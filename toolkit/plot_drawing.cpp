@@ -146,15 +146,18 @@ struct Labels {
 
 /// Draws marks of one kind; of many that would hide one another only the first.
 class Marks {
+    static constexpr double lift = 0.17;  // the library's marks lie so many heights of text too low
+
   public:
-    Marks(const PlotLibrary& library, const char* symbol, double cell)
-        : library_(library), symbol_(symbol), cell_(cell) {}
+    Marks(const PlotLibrary& library, const char* symbol, double cell, double textHeight)
+        : library_(library), symbol_(symbol), cell_(cell), lift_(lift * textHeight) {}
 
     void add(double x, double y) {
         const auto column = static_cast<std::int64_t>(std::floor(x / cell_));
         const auto row = static_cast<std::int64_t>(std::floor(y / cell_));
         if (taken_.insert({column, row}).second) {
-            library_.drawMarkers(1, &x, &y, symbol_);
+            const double middle = y + lift_;
+            library_.drawMarkers(1, &x, &middle, symbol_);
         }
     }
 
@@ -162,6 +165,7 @@ class Marks {
     const PlotLibrary& library_;
     const char* symbol_;
     double cell_;
+    double lift_;
     std::set<std::pair<std::int64_t, std::int64_t>> taken_;
 };
 
@@ -275,6 +279,16 @@ class PointLocale {
     locale_t before_;
 };
 
+/// What a text takes in the library's font of that height.
+double widthOf(cairo_t* cairo, const std::string& text, double height) {
+    constexpr double pixelsPerPoint = 96.0 / dotsPerInch;
+    cairo_select_font_face(cairo, "sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(cairo, pixelsPerPoint * height);
+    cairo_text_extents_t extents;
+    cairo_text_extents(cairo, text.c_str(), &extents);
+    return extents.x_advance;
+}
+
 /// One plot being drawn; lengths in the units of the surface.
 class Drawer {
   public:
@@ -292,15 +306,16 @@ class Drawer {
     };
 
     void measureRanges();
-    bool layOut();
-    void planLegend();
+    bool layOut(cairo_t* cairo);
+    void planLegend(cairo_t* cairo);
+    /// In heights of the text, with the room above and below it.
+    double legendHeight() const { return 1.5 + 1.8 * legend_.rows; }
     void prepare() const;
     void drawAxes() const;
     void drawSeries(const PlotSeries& series) const;
     void drawLegend() const;
     PlotFrame frame() const;
-    /// Lines grow less than the text: the library's dashes do not grow with them.
-    double lineWidth() const { return 1.0 + 0.1 * text_; }
+    double lineWidth() const { return 0.2 * text_; }
 
     const PlotLibrary& library_;
     double width_;
@@ -349,22 +364,29 @@ void Drawer::measureRanges() {
     y_ = y.widened();
 }
 
-void Drawer::planLegend() {
-    constexpr double characterWidth = 0.62;  // of the height of the text
-    constexpr double sampleCharacters = 9.0;
+/// As many columns as fit between the sides of the box.
+void Drawer::planLegend(cairo_t* cairo) {
+    constexpr double sample = 3.3;  // with what is before and behind it
+    constexpr double gaps = 2.5;    // of a box as wide as high: they grow with its width
     double widest = 0.0;
     for (const PlotSeries& series : content_.series) {
         if (!series.name.empty() && !series.x.empty()) {
             legend_.series.push_back(&series);
-            const auto length = static_cast<double>(g_utf8_strlen(series.name.c_str(), -1));
-            widest = std::max(widest, (length + sampleCharacters) * characterWidth * text_);
+            widest = std::max(widest, widthOf(cairo, escaped(series.name), text_));
         }
     }
-    if (!legend_.series.empty()) {
-        const auto count = static_cast<PLINT>(legend_.series.size());
-        const double fitting = std::floor((right_ - left_) / widest);
-        legend_.columns = static_cast<PLINT>(std::clamp(fitting, 1.0, static_cast<double>(count)));
+    const auto count = static_cast<PLINT>(legend_.series.size());
+    double needed = 0.0;
+    legend_.columns = count + 1;
+    do {
+        legend_.columns = std::max(legend_.columns - 1, 1);
         legend_.rows = (count + legend_.columns - 1) / legend_.columns;
+        const double height = height_ - bottom_ - legendHeight() * text_;
+        const double ratio = (right_ - left_) / std::max(height, text_);
+        needed = legend_.columns * (widest + (sample + gaps * ratio) * text_);
+    } while (legend_.columns > 1 && needed > right_ - left_);
+    if (needed > 2.0 * width_ - left_ - right_) {  // it stands over the middle of the box
+        legend_ = {};
     }
 }
 
@@ -391,11 +413,11 @@ void Drawer::drawSeries(const PlotSeries& series) const {
             [&](double x, double y) { visit((x - x_.low) * xScale, (y - y_.low) * yScale); }, gap);
     };
     if (series.style == PlotSeries::Style::markers) {
-        Marks marks(library_, markerOf(series), cell);
+        Marks marks(library_, markerOf(series), cell, text_);
         forEachPlace([&](double x, double y) { marks.add(x, y); }, [] {});
         return;
     }
-    Marks single(library_, markers[0], cell);
+    Marks single(library_, markers[0], cell, text_);
     Polyline line(library_, single);
     forEachPlace([&](double x, double y) { line.add(x, y); }, [&] { line.finish(); });
     line.finish();
@@ -450,7 +472,7 @@ PlotFrame Drawer::frame() const {
 
 /// Gives the labels, the titles and the legend their room, in heights of the text, and the rest to
 /// the box of the axes; small plots do without the legend. Returns false where nothing is left.
-bool Drawer::layOut() {
+bool Drawer::layOut(cairo_t* cairo) {
     constexpr double digitWidth = 0.75;
     constexpr double factorHeight = 4.8;
     constexpr double factorWidth = 3.2;  // its half: it stands below the end of the axis
@@ -466,9 +488,9 @@ bool Drawer::layOut() {
     if (right_ - left_ < least * text_) {
         return false;
     }
-    planLegend();
+    planLegend(cairo);
     const double top = std::max(1.5, y.hasFactor ? factorHeight : 0.0);
-    const double legend = std::max(top, 1.5 + legendRow * legend_.rows);
+    const double legend = std::max(top, legendHeight());
     if (height_ - legend * text_ - bottom_ < least * legendRow * text_) {
         legend_ = {};
     }
@@ -491,7 +513,7 @@ void Drawer::prepare() const {
 
 std::optional<PlotFrame> Drawer::draw(cairo_t* cairo) {
     measureRanges();
-    if (!layOut()) {
+    if (!layOut(cairo)) {
         return std::nullopt;
     }
     const PointLocale locale;
@@ -536,7 +558,21 @@ std::optional<PlotFrame> drawPlot(cairo_t* cairo, double width, double height, d
     if (library == nullptr) {
         return std::nullopt;
     }
-    return Drawer(*library, width, height, textHeight, content).draw(cairo);
+    // The library's dashes and marks have one size, which suits this one of the text.
+    constexpr double usualTextHeight = 10.0;
+    const double scale = textHeight / usualTextHeight;
+    cairo_save(cairo);
+    cairo_scale(cairo, scale, scale);
+    auto frame =
+        Drawer(*library, width / scale, height / scale, usualTextHeight, content).draw(cairo);
+    cairo_restore(cairo);
+    if (frame) {
+        frame->xOrigin *= scale;
+        frame->xScale *= scale;
+        frame->yOrigin *= scale;
+        frame->yScale *= scale;
+    }
+    return frame;
 }
 
 }  // namespace toolkit

@@ -24,6 +24,8 @@ class ScreenHost {
     virtual void open(std::unique_ptr<Screen> screen) = 0;
     /// Closes the screen and destroys it after the handler that runs now has returned.
     virtual void close(Screen& screen) = 0;
+    /// Has every open screen do what it does when it is activated: what they show no longer holds.
+    virtual void refresh() = 0;
 
   protected:
     ScreenHost() = default;

@@ -183,6 +183,18 @@ TEST(PhaseDiagramTest, CurveHasAGapOrMissesACriticalPointOrTheEndOfItsRange) {
     EXPECT_GT(found, 10);
 }
 
+TEST(PhaseDiagramTest, BubblePointsReachBeyondWhereTheyBecomeDewPoints) {
+    Accept(std::array<double, fluid::ComponentCount>{5e11, 5e11});
+    const auto pieces = fluid::TraceBoundary(LastComponent, Fractions, FindPoints());
+    ASSERT_EQ(pieces.size(), 3U);
+    const double V = pieces[1].points.front().V;  // the dense dew points end without being critical
+    for (const double side : {-1.0, 1.0}) {
+        const auto point = fluid::FindBoundary(LastComponent, Fractions, V * (1.0 + 1e-8 * side));
+        ASSERT_TRUE(point);
+        EXPECT_EQ(point->kind(), pieces[side < 0.0 ? 0 : 1].kind);
+    }
+}
+
 TEST(SpinodalTest, ArgumentsOutsideTheRangeGiveANumber) {
     AcceptPure(1);
     const double b = fluid::MixtureB(LastComponent, Fractions);

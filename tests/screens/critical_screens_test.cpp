@@ -80,7 +80,7 @@ TEST_F(CriticalScreensTest, PointsOrTheirNamesAreOthersOrTheBoundaryHasAGapThere
     EXPECT_EQ(column(5), "meta-stable, at negative pressure|stable|");
     robot.click("Celsius");
     EXPECT_EQ(column(0), "-12.899524|190.445424|");
-    EXPECT_TRUE(passes("critical point", -12.8995239023532, -14.84603207632093));
+    EXPECT_TRUE(passes("meta-stable critical point", -12.8995239023532, -14.84603207632093));
     robot.click("PlotLow");
     EXPECT_EQ(series("critical point").x.size(), 1U);
     EXPECT_EQ(text("Count"),

@@ -102,6 +102,37 @@ TEST(PlotDrawingTest, PointsAreDrawnElsewhereThanTheyAreReadOut) {
     }
 }
 
+TEST(PlotDrawingTest, LegendLeavesThePictureOrMarksLieBesideTheirPoints) {
+    const Picture picture(seriesOf({{1.0, 1.0}, {2.0, 2.0}, {3.0, 3.0}}, Style::markers));
+    for (const double side : {-5.0, 5.0}) {
+        const toolkit::PlotPlace place = *picture.frame->placeOf(2.0, 2.0);
+        EXPECT_TRUE(picture.isColoured({place.x + 0.8 * side, place.y}));
+        EXPECT_TRUE(picture.isColoured({place.x, place.y + side}));
+        EXPECT_FALSE(picture.isColoured({place.x, place.y + 2.0 * side}));
+    }
+    const std::string title = "P";
+    const std::vector<PlotSeries> series(6, [] {
+        PlotSeries one("mechanical spinodal");
+        one.add(0.0, 0.0);
+        return one;
+    }());
+    for (const double textHeight : {10.0, 18.0}) {
+        for (const int size : {300, 600, 900, 1300, 1440}) {
+            const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
+                cairo_image_surface_create(CAIRO_FORMAT_RGB24, size, 500), &cairo_surface_destroy);
+            const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(
+                cairo_create(surface.get()), &cairo_destroy);
+            toolkit::drawPlot(cairo.get(), size, 500, textHeight, {title, title, false, series});
+            cairo_surface_flush(surface.get());
+            const auto* const pixels =
+                reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(surface.get()));
+            for (int y = 0; y < 500; ++y) {
+                ASSERT_EQ(pixels[y * size + size - 1] & 0xFFFFFFU, 0xFFFFFFU) << size << ' ' << y;
+            }
+        }
+    }
+}
+
 TEST(PlotDrawingTest, LongSeriesIsSlowOrLosesItsPeakOrItsGap) {
     constexpr int count = 100'000;
     for (const Style style : {Style::line, Style::dashed, Style::markers}) {
