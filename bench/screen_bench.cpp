@@ -120,23 +120,12 @@ void timeScreen(app::WindowOwner& owner, const Times& bare) {
     tell(name, times, bare);
 }
 
+template <class... Windows>
 void timeScreens(app::WindowOwner& owner) {
     std::puts("medians in ms            opened   worked  painted  to a bare window");
     const Times bare = timeBareWindow();
     tell("bare window", bare, bare);
-    timeScreen<procedures::PressureWindow>(owner, bare);
-    timeScreen<procedures::TemperatureWindow>(owner, bare);
-    timeScreen<procedures::VolumeWindow>(owner, bare);
-    timeScreen<procedures::FugacityWindow>(owner, bare);
-    timeScreen<procedures::ActivityWindow>(owner, bare);
-    timeScreen<procedures::BubbleDewPoint>(owner, bare);
-    timeScreen<procedures::LiquidVapourEq>(owner, bare);
-    timeScreen<procedures::IsochoreWindow>(owner, bare);
-    timeScreen<procedures::IsothermWindow>(owner, bare);
-    timeScreen<procedures::CriticalPointWindow>(owner, bare);
-    timeScreen<procedures::SpinodalWindow>(owner, bare);
-    timeScreen<procedures::ThermodynamicWindow>(owner, bare);
-    timeScreen<procedures::ChemPotWindow>(owner, bare);
+    (timeScreen<Windows>(owner, bare), ...);
 }
 
 void type(const toolkit::Screen& screen, std::string_view entry, const std::string& text) {
@@ -213,7 +202,11 @@ int main() {
     fluid::SetFractionCount(1, halves);  // CO2
     fluid::SetFractionCount(2, halves);  // CH4
     fluid::AcceptComposition();
-    timeScreens(owner);
+    timeScreens<procedures::PressureWindow, procedures::TemperatureWindow, procedures::VolumeWindow,
+                procedures::FugacityWindow, procedures::ActivityWindow, procedures::BubbleDewPoint,
+                procedures::LiquidVapourEq, procedures::IsochoreWindow, procedures::IsothermWindow,
+                procedures::CriticalPointWindow, procedures::SpinodalWindow,
+                procedures::ThermodynamicWindow, procedures::ChemPotWindow>(owner);
     for (const std::size_t count : {100, 10000, 100000}) {
         timeTable<procedures::IsochoreWindow>(owner, "dataEntryV", "80", 'T', count);
         timeTable<procedures::IsothermWindow>(owner, "dataEntryT", "220", 'V', count);

@@ -35,9 +35,9 @@ SpinodalVolumes VolumesAt(std::int32_t lastComponent, std::span<const double> fr
 class BoundaryTrace {
   public:
     BoundaryTrace(std::int32_t lastComponent, std::span<const double> fractions)
-        : lastComponent_(lastComponent), fractions_(fractions) {
-        pressureScale_ = FindPseudoCriticalPoint(lastComponent, fractions).P;
-    }
+        : lastComponent_(lastComponent),
+          fractions_(fractions),
+          pressureScale_(FindPseudoCriticalPoint(lastComponent, fractions).P) {}
 
     // The next point, of a larger volume; nothing where there is a gap.
     void Take(const std::optional<BoundaryPoint>& point) {
@@ -89,7 +89,7 @@ class BoundaryTrace {
 
     std::int32_t lastComponent_;
     std::span<const double> fractions_;
-    double pressureScale_ = 0.0;
+    double pressureScale_;  // MPa
     std::optional<BoundaryPoint> last_;
     std::vector<BoundaryPiece> pieces_;
 };

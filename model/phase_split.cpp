@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+
+#include "model/van_der_waals.h"
 
 namespace fluid {
 
@@ -380,13 +383,9 @@ void Competition::enter(const ComponentValues& concentrations) {
 
 // Whether both phases are larger than their co-volumes, and their volumes have room in doubles.
 bool HasRoom(const Mixture& mixture, const PhasePair& pair) {
-    double bx = 0.0;
-    double by = 0.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        bx += pair.x[i] * mixture.b[i];
-        by += pair.y[i] * mixture.b[i];
-    }
-    return pair.Vx > bx && pair.Vy > by && std::isfinite(pair.Vx) && std::isfinite(pair.Vy);
+    const auto last = static_cast<std::int32_t>(mixture.count) - 1;
+    return pair.Vx > MixtureB(last, pair.x) && pair.Vy > MixtureB(last, pair.y) &&
+           std::isfinite(pair.Vx) && std::isfinite(pair.Vy);
 }
 
 std::optional<PhaseSplit> BestSplit(const Mixture& mixture, const BulkState& bulk) {

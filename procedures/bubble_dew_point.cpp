@@ -48,7 +48,6 @@ BubbleDewPoint::BubbleDewPoint(toolkit::ScreenHost& host)
     Iterations.setUnobtrusive();
     Iterations.wrapAt(lineWidth);
     warning.wrapAt(lineWidth);
-    warning.reserveLines(messageLines);
     connectHandlers();
     layOut();
     setDefault(calculate);
@@ -99,7 +98,8 @@ void BubbleDewPoint::layOut() {
     using toolkit::Spacing;
     const toolkit::Block left =
         toolkit::column({inputBlock(), approachBlock().expanding(),
-                         toolkit::buttonRow({Explanations, Clear, calculate}), warning},
+                         toolkit::buttonRow({Explanations, Clear, calculate}),
+                         toolkit::Block(warning).atLeast(0, messageLines)},
                         Spacing::group);
     const toolkit::Block right =
         toolkit::column({toolkit::row({Homogen2, Answer, Dimension2}), Iterations,

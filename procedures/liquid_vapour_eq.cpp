@@ -1,7 +1,6 @@
 #include "procedures/liquid_vapour_eq.h"
 
 #include <cmath>
-#include <initializer_list>
 #include <memory>
 
 #include "procedures/explanations.h"
@@ -41,10 +40,6 @@ LiquidVapourEq::LiquidVapourEq(toolkit::ScreenHost& host)
     iterations.setUnobtrusive();
     iterations.wrapAt(lineWidth);
     warning.wrapAt(lineWidth);
-    for (toolkit::Label* const message :
-         std::initializer_list<toolkit::Label*>{&iterations, &warning}) {
-        message->reserveLines(messageLines);
-    }
     connectHandlers();
     layOut();
     setDefault(calculate);
@@ -91,10 +86,12 @@ void LiquidVapourEq::layOut() {
     using toolkit::Spacing;
     const toolkit::Block left =
         toolkit::column({inputBlock(), approachBlock().expanding(),
-                         toolkit::buttonRow({PushButton1, Clear, calculate}), warning},
+                         toolkit::buttonRow({PushButton1, Clear, calculate}),
+                         toolkit::Block(warning).atLeast(0, messageLines)},
                         Spacing::group);
     const toolkit::Block right =
-        toolkit::column({toolkit::row({answerCaption, Answer, answerUnit}), iterations,
+        toolkit::column({toolkit::row({answerCaption, Answer, answerUnit}),
+                         toolkit::Block(iterations).atLeast(0, messageLines),
                          phaseX.block().expanding(), phaseY.block().expanding()},
                         Spacing::group);
     setContent(toolkit::row({left.expanding(), right.expanding()}, Spacing::section));

@@ -7,7 +7,6 @@
 
 #include "toolkit/announcement.h"
 #include "toolkit/clipboard.h"
-#include "toolkit/text_size.h"
 
 namespace toolkit {
 
@@ -69,14 +68,6 @@ void Label::setText(const std::string& text) {
 
 void Label::reserve(int characters) {
     gtk_label_set_width_chars(labelOf(*this), characters);
-}
-
-void Label::reserveLines(int lines) {
-    const auto setHeight = +[](GtkWidget* label, GtkStyle* /*previous*/, gpointer count) {
-        gtk_widget_set_size_request(label, -1, lineHeight(label) * GPOINTER_TO_INT(count));
-    };
-    g_signal_connect(widget(), "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(lines));
-    setHeight(widget(), nullptr, GINT_TO_POINTER(lines));
 }
 
 void Label::wrapAt(int characters) {

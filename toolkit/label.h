@@ -16,8 +16,6 @@ class Label : public Control {
     virtual void setText(const std::string& text);
     /// Keeps room for `characters` characters, so that the window need not grow for them.
     void reserve(int characters);
-    /// Keeps room for so many lines, so that nothing moves when a text comes or goes.
-    void reserveLines(int lines);
     /// Breaks the text into lines of about `characters` characters.
     void wrapAt(int characters);
     /// Aligns the text with the right edge of its place instead of the left one.

@@ -59,14 +59,10 @@ Block Block::indented(Spacing spacing) const {
 
 Block Block::atLeast(int widthInLines, int heightInLines) const {
     const auto setWidth = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer lines) {
-        int height = -1;
-        gtk_widget_get_size_request(box, nullptr, &height);
-        gtk_widget_set_size_request(box, lineHeight(box) * GPOINTER_TO_INT(lines), height);
+        g_object_set(box, "width-request", lineHeight(box) * GPOINTER_TO_INT(lines), nullptr);
     };
     const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer lines) {
-        int width = -1;
-        gtk_widget_get_size_request(box, &width, nullptr);
-        gtk_widget_set_size_request(box, width, lineHeight(box) * GPOINTER_TO_INT(lines));
+        g_object_set(box, "height-request", lineHeight(box) * GPOINTER_TO_INT(lines), nullptr);
     };
     if (widthInLines > 0) {
         g_signal_connect(widget_, "style-set", G_CALLBACK(setWidth), GINT_TO_POINTER(widthInLines));

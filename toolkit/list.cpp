@@ -141,9 +141,8 @@ Block List::within(GtkWidget* container, int visibleRows) {
     // The heads are about half as high again as a row.
     const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer rows) {
         const int height = lineHeight(box);
-        int width = -1;
-        gtk_widget_get_size_request(box, &width, nullptr);
-        gtk_widget_set_size_request(box, width, (height + 6) * GPOINTER_TO_INT(rows) + 2 * height);
+        g_object_set(box, "height-request", (height + 6) * GPOINTER_TO_INT(rows) + 2 * height,
+                     nullptr);
     };
     g_signal_connect(container, "style-set", G_CALLBACK(setHeight), GINT_TO_POINTER(visibleRows));
     return {container, {this}};

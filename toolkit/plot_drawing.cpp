@@ -23,7 +23,11 @@ namespace {
 
 constexpr double dotsPerInch = 72.0;    // the device's own
 constexpr double xTitleDistance = 3.2;  // from the axis, in heights of the text
-constexpr double largest = 1e300;       // of the numbers drawn; a range of numbers has to be finite
+/// A plot is drawn in units in which its text is so high, which suits the one size of the library's
+/// dashes and marks, and scaled.
+constexpr double usualText = 10.0;
+constexpr double lineWidth = 0.2 * usualText;
+constexpr double largest = 1e300;  // of the numbers drawn; a range of numbers has to be finite
 
 /// White, black, and a palette that colour-blind readers can tell apart and that differs in
 /// brightness in print (M. Okabe, K. Ito, Color Universal Design, 2008).
@@ -146,17 +150,16 @@ struct Labels {
 
 /// Draws marks of one kind; of many that would hide one another only the first.
 class Marks {
-    static constexpr double lift = 0.17;  // the library's marks lie so many heights of text too low
-
   public:
-    Marks(const PlotLibrary& library, const char* symbol, double cell, double textHeight)
-        : library_(library), symbol_(symbol), cell_(cell), lift_(lift * textHeight) {}
+    Marks(const PlotLibrary& library, const char* symbol, double cell)
+        : library_(library), symbol_(symbol), cell_(cell) {}
 
     void add(double x, double y) {
         const auto column = static_cast<std::int64_t>(std::floor(x / cell_));
         const auto row = static_cast<std::int64_t>(std::floor(y / cell_));
         if (taken_.insert({column, row}).second) {
-            const double middle = y + lift_;
+            constexpr double lift = 0.17 * usualText;  // the library's marks lie too low
+            const double middle = y + lift;
             library_.drawMarkers(1, &x, &middle, symbol_);
         }
     }
@@ -165,7 +168,6 @@ class Marks {
     const PlotLibrary& library_;
     const char* symbol_;
     double cell_;
-    double lift_;
     std::set<std::pair<std::int64_t, std::int64_t>> taken_;
 };
 
@@ -279,48 +281,50 @@ class PointLocale {
     locale_t before_;
 };
 
-/// What a text takes in the library's font of that height.
-double widthOf(cairo_t* cairo, const std::string& text, double height) {
+/// What a text takes in the library's font.
+double widthOf(cairo_t* cairo, const std::string& text) {
     constexpr double pixelsPerPoint = 96.0 / dotsPerInch;
     cairo_select_font_face(cairo, "sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(cairo, pixelsPerPoint * height);
+    cairo_set_font_size(cairo, pixelsPerPoint * usualText);
     cairo_text_extents_t extents;
     cairo_text_extents(cairo, text.c_str(), &extents);
     return extents.x_advance;
 }
 
-/// One plot being drawn; lengths in the units of the surface.
+/// One plot being drawn, in units in which the text has its usual height.
 class Drawer {
   public:
-    Drawer(const PlotLibrary& library, double width, double height, double textHeight,
-           const PlotContent& content)
-        : library_(library), width_(width), height_(height), text_(textHeight), content_(content) {}
+    Drawer(const PlotLibrary& library, double width, double height, const PlotContent& content)
+        : library_(library), width_(width), height_(height), content_(content) {}
 
     std::optional<PlotFrame> draw(cairo_t* cairo);
 
   private:
     struct Legend {
+        static constexpr double row = 1.8;  // heights of the text
+
         std::vector<const PlotSeries*> series;
         PLINT columns = 1;
-        PLINT rows = 0;
+
+        PLINT count() const { return static_cast<PLINT>(series.size()); }
+        PLINT rows() const { return (count() + columns - 1) / columns; }
+        /// In heights of the text, with the room above and below it.
+        double height() const { return 1.5 + row * rows(); }
     };
 
     void measureRanges();
     bool layOut(cairo_t* cairo);
     void planLegend(cairo_t* cairo);
-    /// In heights of the text, with the room above and below it.
-    double legendHeight() const { return 1.5 + 1.8 * legend_.rows; }
+    double legendWidth(double widestName) const;
     void prepare() const;
     void drawAxes() const;
     void drawSeries(const PlotSeries& series) const;
     void drawLegend() const;
     PlotFrame frame() const;
-    double lineWidth() const { return 0.2 * text_; }
 
     const PlotLibrary& library_;
     double width_;
     double height_;
-    double text_;
     const PlotContent& content_;
     bool isLogarithmicX_ = false;
     Range x_;
@@ -364,35 +368,36 @@ void Drawer::measureRanges() {
     y_ = y.widened();
 }
 
-/// As many columns as fit between the sides of the box.
-void Drawer::planLegend(cairo_t* cairo) {
+/// What the library takes for the legend in its present columns.
+double Drawer::legendWidth(double widestName) const {
     constexpr double sample = 3.3;  // with what is before and behind it
     constexpr double gaps = 2.5;    // of a box as wide as high: they grow with its width
+    const double height = height_ - bottom_ - legend_.height() * usualText;
+    const double ratio = (right_ - left_) / std::max(height, usualText);
+    return legend_.columns * (widestName + (sample + gaps * ratio) * usualText);
+}
+
+/// As many columns as fit between the sides of the box.
+void Drawer::planLegend(cairo_t* cairo) {
     double widest = 0.0;
     for (const PlotSeries& series : content_.series) {
         if (!series.name.empty() && !series.x.empty()) {
             legend_.series.push_back(&series);
-            widest = std::max(widest, widthOf(cairo, escaped(series.name), text_));
+            widest = std::max(widest, widthOf(cairo, escaped(series.name)));
         }
     }
-    const auto count = static_cast<PLINT>(legend_.series.size());
-    double needed = 0.0;
-    legend_.columns = count + 1;
-    do {
-        legend_.columns = std::max(legend_.columns - 1, 1);
-        legend_.rows = (count + legend_.columns - 1) / legend_.columns;
-        const double height = height_ - bottom_ - legendHeight() * text_;
-        const double ratio = (right_ - left_) / std::max(height, text_);
-        needed = legend_.columns * (widest + (sample + gaps * ratio) * text_);
-    } while (legend_.columns > 1 && needed > right_ - left_);
-    if (needed > 2.0 * width_ - left_ - right_) {  // it stands over the middle of the box
+    legend_.columns = std::max(legend_.count(), 1);
+    while (legend_.columns > 1 && legendWidth(widest) > right_ - left_) {
+        --legend_.columns;
+    }
+    if (legendWidth(widest) > 2.0 * width_ - left_ - right_) {  // it stands over the box's middle
         legend_ = {};
     }
 }
 
 void Drawer::drawAxes() const {
     library_.setColour(black);
-    library_.setLineWidth(lineWidth() / 2.0);
+    library_.setLineWidth(lineWidth / 2.0);
     library_.setLineStyle(1);
     library_.drawBox(isLogarithmicX_ ? "bclnst" : "bcnst", 0.0, 0, "bcnstv", 0.0, 0);
     library_.drawTitle("b", xTitleDistance, 0.5, 0.5, escaped(content_.xTitle).c_str());
@@ -401,10 +406,10 @@ void Drawer::drawAxes() const {
 
 void Drawer::drawSeries(const PlotSeries& series) const {
     library_.setColour(colourOf(series));
-    library_.setLineWidth(lineWidth());
+    library_.setLineWidth(lineWidth);
     library_.setLineStyle(styleOf(series));
     constexpr std::size_t fewMarks = 1000;  // are all drawn
-    const double cell = series.x.size() > fewMarks ? text_ / 2.0 : 1.0;
+    const double cell = series.x.size() > fewMarks ? usualText / 2.0 : 1.0;
     const double xScale = (right_ - left_) / (x_.high - x_.low);
     const double yScale = (top_ - bottom_) / (y_.high - y_.low);
     const auto forEachPlace = [&](auto visit, auto gap) {
@@ -413,11 +418,11 @@ void Drawer::drawSeries(const PlotSeries& series) const {
             [&](double x, double y) { visit((x - x_.low) * xScale, (y - y_.low) * yScale); }, gap);
     };
     if (series.style == PlotSeries::Style::markers) {
-        Marks marks(library_, markerOf(series), cell, text_);
+        Marks marks(library_, markerOf(series), cell);
         forEachPlace([&](double x, double y) { marks.add(x, y); }, [] {});
         return;
     }
-    Marks single(library_, markers[0], cell, text_);
+    Marks single(library_, markers[0], cell);
     Polyline line(library_, single);
     forEachPlace([&](double x, double y) { line.add(x, y); }, [&] { line.finish(); });
     line.finish();
@@ -447,17 +452,17 @@ void Drawer::drawLegend() const {
         texts.push_back(name.c_str());
     }
     const std::vector<PLINT> textColours(count, black);
-    const std::vector<double> lineWidths(count, lineWidth());
+    const std::vector<double> lineWidths(count, lineWidth);
     const std::vector<double> scales(count, 1.0);
     const std::vector<PLINT> once(count, 1);
-    const double sample = 3.0 * text_ / (right_ - left_);
+    const double sample = 3.0 * usualText / (right_ - left_);
     library_.setColour(black);
     library_.setLineStyle(1);
     double width = 0.0;
     double height = 0.0;
     library_.drawLegend(&width, &height, PL_LEGEND_ROW_MAJOR, PL_POSITION_TOP | PL_POSITION_OUTSIDE,
-                        0.0, 0.5 * text_ / (top_ - bottom_), sample, 0, 0, 0, legend_.rows,
-                        legend_.columns, static_cast<PLINT>(count), options.data(), 1.0, 1.0, 1.8,
+                        0.0, 0.5 * usualText / (top_ - bottom_), sample, 0, 0, 0, legend_.rows(),
+                        legend_.columns, legend_.count(), options.data(), 1.0, 1.0, Legend::row,
                         0.0, textColours.data(), texts.data(), nullptr, nullptr, nullptr, nullptr,
                         colour.data(), style.data(), lineWidths.data(), colour.data(),
                         scales.data(), once.data(), symbols.data());
@@ -476,33 +481,33 @@ bool Drawer::layOut(cairo_t* cairo) {
     constexpr double digitWidth = 0.75;
     constexpr double factorHeight = 4.8;
     constexpr double factorWidth = 3.2;  // its half: it stands below the end of the axis
-    constexpr double legendRow = 1.8;
     constexpr double least = 3.0;
     const Labels x = isLogarithmicX_ ? Labels{} : Labels::of(x_);
     const Labels y = Labels::of(y_);
     yTitle_ = std::max(5.2, 2.0 + digitWidth * y.characters);
-    left_ = (yTitle_ + 1.8) * text_;
+    left_ = (yTitle_ + 1.8) * usualText;
     const double right = std::max(1.5, digitWidth * x.characters / 2.0);
-    right_ = width_ - std::max(right, x.hasFactor ? factorWidth : 0.0) * text_;
-    bottom_ = (xTitleDistance + 1.3) * text_;
-    if (right_ - left_ < least * text_) {
+    right_ = width_ - std::max(right, x.hasFactor ? factorWidth : 0.0) * usualText;
+    bottom_ = (xTitleDistance + 1.3) * usualText;
+    if (right_ - left_ < least * usualText) {
         return false;
     }
     planLegend(cairo);
     const double top = std::max(1.5, y.hasFactor ? factorHeight : 0.0);
-    const double legend = std::max(top, legendHeight());
-    if (height_ - legend * text_ - bottom_ < least * legendRow * text_) {
+    const auto placeTop = [&] { top_ = height_ - std::max(top, legend_.height()) * usualText; };
+    placeTop();
+    if (top_ - bottom_ < least * Legend::row * usualText) {
         legend_ = {};
+        placeTop();
     }
-    top_ = height_ - (legend_.rows > 0 ? legend : top) * text_;
-    return top_ - bottom_ >= least * text_;
+    return top_ - bottom_ >= least * usualText;
 }
 
 /// Sets what the library draws by.
 void Drawer::prepare() const {
     constexpr double millimetresPerInch = 25.4;
     library_.advance(0);
-    library_.setTextHeight(text_ * millimetresPerInch / dotsPerInch, 1.0);
+    library_.setTextHeight(usualText * millimetresPerInch / dotsPerInch, 1.0);
     library_.setMajorTicks(0.0, 0.5);
     library_.setMinorTicks(0.0, 0.5);
     library_.setXDigits(Labels::mostDigits, 0);
@@ -529,7 +534,7 @@ std::optional<PlotFrame> Drawer::draw(cairo_t* cairo) {
     library_.command(PLESC_DEVINIT, cairo);
     prepare();
     drawAxes();
-    // The series in the units of the surface: some functions of the library fail on huge numbers.
+    // The series in the units of the drawing: some functions of the library fail on huge numbers.
     library_.setWindow(0.0, right_ - left_, 0.0, top_ - bottom_);
     for (const PlotSeries& series : content_.series) {
         drawSeries(series);
@@ -558,13 +563,10 @@ std::optional<PlotFrame> drawPlot(cairo_t* cairo, double width, double height, d
     if (library == nullptr) {
         return std::nullopt;
     }
-    // The library's dashes and marks have one size, which suits this one of the text.
-    constexpr double usualTextHeight = 10.0;
-    const double scale = textHeight / usualTextHeight;
+    const double scale = textHeight / usualText;
     cairo_save(cairo);
     cairo_scale(cairo, scale, scale);
-    auto frame =
-        Drawer(*library, width / scale, height / scale, usualTextHeight, content).draw(cairo);
+    auto frame = Drawer(*library, width / scale, height / scale, content).draw(cairo);
     cairo_restore(cairo);
     if (frame) {
         frame->xOrigin *= scale;

@@ -166,7 +166,6 @@ void Screen::setContent(const Block& content) {
             captioned->setMnemonicsChanged([this] { assignMnemonics(); });
         }
     }
-    assignMnemonics();
 }
 
 void Screen::assignMnemonics() {
@@ -194,7 +193,6 @@ void Screen::assignMnemonics() {
 
 void Screen::setDefault(Button& button) {
     gtk_window_set_default(GTK_WINDOW(window_), button.widget());
-    assignMnemonics();
 }
 
 void Screen::setFocus(Control& control) {
@@ -202,6 +200,7 @@ void Screen::setFocus(Control& control) {
 }
 
 void Screen::show() {
+    assignMnemonics();
     GtkRequisition content;
     gtk_widget_size_request(content_, &content);
     int width = content.width;
