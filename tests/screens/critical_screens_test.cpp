@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -136,15 +134,9 @@ TEST_F(CriticalScreensTest, ExportedTableDiffersFromTheShownOne) {
     ASSERT_EQ(rows().size(), 6U * 5U);  // three volumes of one kind, two of the other
     EXPECT_EQ(column(4).substr(0, 75),
               "diffusional, vapour side|diffusional, liquid side|diffusional, vapour side|");
-    const auto path =
-        std::filesystem::temp_directory_path() / ("spinodal" + std::to_string(getpid()) + ".txt");
+    const auto path = folder / "spinodal.txt";
     toolkit::Screen& screen = robot.screen();
-    robot.click("Export");
-    ASSERT_TRUE(robot.waitFor([&screen] { return !screen.isActive(); }));
-    robot.settle();
-    robot.press("Control_L+a");
-    robot.type(path.string());
-    robot.press("Alt_L+s");
+    save("Export", path);
     ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
     std::ifstream file(path);
     std::string line;
@@ -156,7 +148,6 @@ TEST_F(CriticalScreensTest, ExportedTableDiffersFromTheShownOne) {
     EXPECT_EQ(line.substr(0, 8), "176.95, ");
     EXPECT_NE(line.find(rows()[0][2]), std::string::npos) << line;
     EXPECT_TRUE(line.ends_with(", diffusional, vapour side")) << line;
-    std::filesystem::remove(path);
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "tests/screens/screen_test.h"
 
+#include <gtk/gtk.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <memory>
 
@@ -21,6 +24,15 @@ Composition fractionsOf(std::span<const double> counts) {
         }
     }
     return fractions;
+}
+
+ScreenTest::ScreenTest()
+    : folder(std::filesystem::temp_directory_path() / ("drovan" + std::to_string(getpid()))) {
+    std::filesystem::create_directories(folder);
+}
+
+ScreenTest::~ScreenTest() {
+    std::filesystem::remove_all(folder);
 }
 
 void ScreenTest::openComposition() {
@@ -77,6 +89,30 @@ std::vector<std::string> ScreenTest::procedures() const {
         }
     }
     return names;
+}
+
+void ScreenTest::save(const std::string& button, const std::filesystem::path& path) {
+    robot.click(button);
+    waitForDialog();
+    robot.press("Control_L+a");
+    robot.type(path.string());
+    robot.press("Alt_L+s");
+    robot.settle();
+}
+
+void ScreenTest::waitForDialog(const std::string& title) {
+    EXPECT_TRUE(robot.waitFor([&title] {
+        GList* const windows = gtk_window_list_toplevels();
+        bool found = false;
+        for (const GList* each = windows; each != nullptr; each = each->next) {
+            const auto* const shown = gtk_window_get_title(GTK_WINDOW(each->data));
+            found = found || (GTK_IS_DIALOG(each->data) && (title.empty() || title == shown) &&
+                              gtk_window_has_toplevel_focus(GTK_WINDOW(each->data)) != FALSE);
+        }
+        g_list_free(windows);
+        return found;
+    }));
+    robot.settle();
 }
 
 std::vector<std::string> ScreenTest::openScreens() const {

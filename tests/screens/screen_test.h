@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <span>
 #include <string>
@@ -22,6 +23,9 @@ Composition fractionsOf(std::span<const double> counts);
 /// A test in real windows: an owner of them, and a robot that uses them.
 class ScreenTest : public testing::Test {
   protected:
+    ScreenTest();
+    ~ScreenTest() override;
+
     /// Opens the composition screen, as the title screen does, and makes it the one in use.
     void openComposition();
     /// Types these fractions, and nothing into the other fields.
@@ -35,6 +39,10 @@ class ScreenTest : public testing::Test {
     void visitEveryScreen(const std::function<void()>& look);
     /// The procedure buttons of the composition screen, which has to be in use.
     std::vector<std::string> procedures() const;
+    /// Presses the button and types a path into the dialog that it opens.
+    void save(const std::string& button, const std::filesystem::path& path);
+    /// Waits until a dialog of that title, or of any, has the keyboard.
+    void waitForDialog(const std::string& title = {});
     /// The names of the open screens, in the order in which they were opened.
     std::vector<std::string> openScreens() const;
 
@@ -46,6 +54,9 @@ class ScreenTest : public testing::Test {
     bool isOn(const std::string& radioButton) const;
     std::string clipboard() const;
 
+    /// For files, removed in the end. The dialogs complete what is typed by what is in the folder:
+    /// in one that holds others, they leak.
+    const std::filesystem::path folder;
     app::WindowOwner owner;
     tour::Robot robot{owner};
 };

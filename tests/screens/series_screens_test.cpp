@@ -1,5 +1,4 @@
 #include <gtk/gtk.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
@@ -37,9 +36,6 @@ std::string contentsOf(const files::path& path) {
 
 class SeriesScreensTest : public tests::ScreenTest {
   protected:
-    SeriesScreensTest() { files::create_directories(folder); }
-    ~SeriesScreensTest() override { files::remove_all(folder); }
-
     void open(const std::string& procedure) {
         openProcedure({{"CO2", "0.7"}, {"CH4", "0.3"}}, procedure + "s", procedure + "Window");
     }
@@ -51,32 +47,6 @@ class SeriesScreensTest : public tests::ScreenTest {
     }
     toolkit::List& list() { return dynamic_cast<toolkit::List&>(robot.control("ListBox1")); }
     toolkit::Plot& plot() { return dynamic_cast<toolkit::Plot&>(robot.control("Plot")); }
-    /// Presses the button and types a path into the dialog that it opens.
-    void save(const std::string& button, const files::path& path) {
-        robot.click(button);
-        waitForDialog();
-        robot.press("Control_L+a");
-        robot.type(path.string());
-        robot.press("Alt_L+s");
-        robot.settle();
-    }
-    /// Waits until a dialog of that title, or of any, has the keyboard.
-    void waitForDialog(const std::string& title = {}) {
-        EXPECT_TRUE(robot.waitFor([&title] {
-            GList* const windows = gtk_window_list_toplevels();
-            bool found = false;
-            for (const GList* each = windows; each != nullptr; each = each->next) {
-                const auto* const shown = gtk_window_get_title(GTK_WINDOW(each->data));
-                found = found || (GTK_IS_DIALOG(each->data) && (title.empty() || title == shown) &&
-                                  gtk_window_has_toplevel_focus(GTK_WINDOW(each->data)) != FALSE);
-            }
-            g_list_free(windows);
-            return found;
-        }));
-        robot.settle();
-    }
-
-    files::path folder = files::temp_directory_path() / ("drovan" + std::to_string(getpid()));
 };
 
 TEST_F(SeriesScreensTest, RangesMissTheirLastValueOrShowBinaryFractions) {
