@@ -21,6 +21,7 @@ COLD_ELEVEN = counts_of(H2O=0.001, CO2=0.3, N2=0.02, H2S=0.2, NH3=0.1, H2=0.001,
                         CO=0.008, Ar=0.04, CH4=0.1, C2H6=0.2)
 FOUR = counts_of(CO2=0.5, CH4=0.2, N2=0.1, H2S=0.2)
 BRINE_GAS = counts_of(H2O=0.85, CO2=0.1, CH4=0.05)
+AMMONIA_IN_NITROGEN = counts_of(N2=0.81, NH3=0.01, Ar=0.08, CH4=0.1)
 
 # bulk, kind, T, Vx, Vy, other phase at the present components
 STATES = [
@@ -50,6 +51,14 @@ STATES = [
     (COLD_ELEVEN, BUBBLE, 300.0, 109.068, 157.84,
      [0.0007382, 0.2961, 0.02707, 0.1789, 0.08862, 0.001702, 0.03863, 0.01067, 0.05183, 0.1187,
       0.187]),
+    # Two dew points close together, at which other phases appear.
+    (AMMONIA_IN_NITROGEN, DEW, 135.5, 43.8177, 245.366, [0.124, 0.7641, 0.0342, 0.0777]),
+    (AMMONIA_IN_NITROGEN, DEW, 135.5, 60.3987, 228.809, [0.6228, 0.1165, 0.07937, 0.1814]),
+    # Near three phases, of which three pairs come into question.
+    (counts_of(H2O=0.2, CO=0.04, C2H6=0.76), BUBBLE, 276.0, 90.6038, 475.964,
+     [0.07845, 0.1613, 0.7602]),
+    # So cold that the vapour has next to no density.
+    (counts_of(O2=0.13, CH4=0.87), DEW, 24.0, 44.8609, 6.33362e11, [0.000849817, 0.99915]),
 ]
 REDUCED_T = (0.35, 0.6, 0.85, 0.99)
 

@@ -25,7 +25,7 @@ Entries InAllFields(double fraction) {
     return entries;
 }
 
-TEST(Composition, WrongSumPassesOrTouchesTheModel) {
+TEST(Composition, WrongSumsLeaveTheModelAsItWas) {
     Enter({{0, 0.25}, {H2, 0.25}, {CH4, 0.5}});
     ASSERT_TRUE(fluid::AcceptComposition());
     const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -52,7 +52,7 @@ TEST(Composition, WrongSumPassesOrTouchesTheModel) {
     }
 }
 
-TEST(Composition, SumShownIsWrappedOrInexact) {
+TEST(Composition, ShownSumIsExact) {
     const std::vector<std::pair<Entries, double>> cases = {
         {{}, 0.0},
         {{{0, 0.1}, {1, 0.2}}, 0.3},
@@ -66,7 +66,7 @@ TEST(Composition, SumShownIsWrappedOrInexact) {
     }
 }
 
-TEST(Composition, CountIsTruncatedInsteadOfRounded) {
+TEST(Composition, CountsAreRounded) {
     Enter({{0, 0.47171945}, {1, 0.52828055}});  // 0.52828055·10^12 ends in .99994
     EXPECT_EQ(fluid::FractionCounts[1], 528'280'550'000);
     EXPECT_TRUE(fluid::AcceptComposition());
@@ -74,7 +74,7 @@ TEST(Composition, CountIsTruncatedInsteadOfRounded) {
     EXPECT_EQ(fluid::FractionCounts[2], -1);
 }
 
-TEST(Composition, PresentComponentsAreOutOfOrderOrIncludeNegativeOnes) {
+TEST(Composition, PresentComponentsStandInOrderWithoutNegativeOnes) {
     Enter({{CH4, 0.75}, {H2, -0.25}, {CO2, 0.5}});
     ASSERT_TRUE(fluid::AcceptComposition());
     EXPECT_EQ(fluid::LastComponent, 1);

@@ -43,7 +43,7 @@ double RandomT(std::mt19937_64& random) {
     return std::exp(std::uniform_real_distribution(std::log(5.0), std::log(700.0))(random));
 }
 
-TEST(CriticalPointTest, PointIsMissingOrDiffersFromSixtyDigits) {
+TEST(CriticalPointTest, PointsAreThoseOfSixtyDigits) {
     std::vector<double> composition;
     std::size_t number = 0;
     double worst = 0.0;
@@ -66,7 +66,7 @@ TEST(CriticalPointTest, PointIsMissingOrDiffersFromSixtyDigits) {
     EXPECT_LT(worst, 1e-12);
 }
 
-TEST(CriticalPointTest, CountOrPlacesDifferFromAFineGrid) {
+TEST(CriticalPointTest, CountAndPlacesAreThoseOfAFineGrid) {
     std::mt19937_64 random(7);
     std::array<int, 5> counts{};
     for (int mixture = 0; mixture < 300; ++mixture) {
@@ -85,7 +85,7 @@ TEST(CriticalPointTest, CountOrPlacesDifferFromAFineGrid) {
     EXPECT_GT(counts[2], 10);
 }
 
-TEST(CriticalPointTest, ConditionsDoNotHoldOrTheFluidIsCalledStableThatSplits) {
+TEST(CriticalPointTest, ConditionsHoldAndWhatSplitsIsNotCalledStable) {
     std::mt19937_64 random(8);
     long double worst = 0.0L;
     std::array<int, 3> kinds{};
@@ -109,7 +109,7 @@ TEST(CriticalPointTest, ConditionsDoNotHoldOrTheFluidIsCalledStableThatSplits) {
     for (const int kind : kinds) EXPECT_GT(kind, 10);
 }
 
-TEST(SpinodalTest, VolumeDiffersFromSixtyDigits) {
+TEST(SpinodalTest, VolumesAreThoseOfSixtyDigits) {
     double worst = 0.0;
     for (const auto& row : ReadGolden("spinodals.csv", 17)) {
         Accept(std::span(row).first(fluid::ComponentCount));
@@ -127,7 +127,7 @@ TEST(SpinodalTest, VolumeDiffersFromSixtyDigits) {
     EXPECT_LT(worst, 1e-13);
 }
 
-TEST(SpinodalTest, ConditionDoesNotHoldOrTheMechanicalLiesOutsideTheDiffusional) {
+TEST(SpinodalTest, ConditionHoldsAndTheMechanicalLiesInsideTheDiffusional) {
     std::mt19937_64 random(9);
     double worst = 0.0;
     for (int mixture = 0; mixture < 500; ++mixture) {
@@ -149,7 +149,7 @@ TEST(SpinodalTest, ConditionDoesNotHoldOrTheMechanicalLiesOutsideTheDiffusional)
     EXPECT_LT(worst, 1e-12);
 }
 
-TEST(PhaseDiagramTest, CurveHasAGapOrMissesACriticalPointOrTheEndOfItsRange) {
+TEST(PhaseDiagramTest, CurvesHaveNoGapAndReachCriticalPointsAndTheEndsOfTheirRange) {
     std::mt19937_64 random(10);
     int found = 0;
     for (int mixture = 0; mixture < 40; ++mixture) {
@@ -183,7 +183,7 @@ TEST(PhaseDiagramTest, CurveHasAGapOrMissesACriticalPointOrTheEndOfItsRange) {
     EXPECT_GT(found, 10);
 }
 
-TEST(PhaseDiagramTest, BubblePointsReachBeyondWhereTheyBecomeDewPoints) {
+TEST(PhaseDiagramTest, BubblePointsEndWhereTheyBecomeDewPoints) {
     Accept(std::array<double, fluid::ComponentCount>{5e11, 5e11});
     const auto pieces = fluid::TraceBoundary(LastComponent, Fractions, FindPoints());
     ASSERT_EQ(pieces.size(), 3U);
@@ -195,7 +195,7 @@ TEST(PhaseDiagramTest, BubblePointsReachBeyondWhereTheyBecomeDewPoints) {
     }
 }
 
-TEST(SpinodalTest, ArgumentsOutsideTheRangeGiveANumber) {
+TEST(SpinodalTest, ArgumentsOutsideTheRangeGiveNoNumber) {
     AcceptPure(1);
     const double b = fluid::MixtureB(LastComponent, Fractions);
     for (const bool mechanical : {false, true}) {

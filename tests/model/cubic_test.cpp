@@ -17,7 +17,7 @@ struct Case {
     std::array<std::array<double, 2>, 3> roots;
 };
 
-TEST(Cubic, BranchOrSlotIsWrong) {
+TEST(Cubic, EveryRootComesFromItsBranchIntoItsSlot) {
     const double big = std::sqrt(100.001 - 25.0);
     const std::vector<Case> cases = {
         {{-7, 14, -8}, {{{2, 0}, {1, 0}, {4, 0}}}},                 // -1 < s < 1
@@ -45,7 +45,7 @@ TEST(Cubic, BranchOrSlotIsWrong) {
     }
 }
 
-TEST(VolumeCubic, RootIsLostMisplacedOrInexact) {
+TEST(VolumeCubic, RootsAreCompleteInOrderAndExact) {
     constexpr std::size_t Columns = 10;
     double worst = 0.0;
     double worstPair = 0.0;
@@ -65,7 +65,7 @@ TEST(VolumeCubic, RootIsLostMisplacedOrInexact) {
     EXPECT_LE(worstPair, 1e-14);
 }
 
-TEST(VolumeCubic, AbsurdStateGivesNoFiniteNumber) {
+TEST(VolumeCubic, AbsurdStatesGiveFiniteNumbers) {
     const std::vector<double> values = {0.0,   5e-324, 1e-308, 1e-300, 1e-160, 1e-20,  1.0,
                                         300.0, 1e10,   1e100,  1e160,  1e300,  1.7e308};
     for (const double aMix : values) {

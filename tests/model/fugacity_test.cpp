@@ -36,7 +36,7 @@ struct Phase {
               fluid::ComponentCovolumes(fluid::LastComponent), T, P, V)) {}
 };
 
-TEST(Phases, GoldenValueIsMissed) {
+TEST(Phases, ValuesAreTheGoldenOnes) {
     constexpr std::size_t Columns = 38;
     constexpr double LogLimit = 227.0;
     double worstVolume = 0.0;
@@ -77,7 +77,7 @@ TEST(Phases, GoldenValueIsMissed) {
     EXPECT_GT(beyondLimit, 0);
 }
 
-TEST(Fugacity, SaturatedPhasesOfPureFluidDiffer) {
+TEST(Fugacity, SaturatedPhasesOfAPureFluidHaveEqualFugacities) {
     double worst = 0.0;
     for (const auto& row : ReadGolden("saturation.csv", 5)) {
         AcceptPure(static_cast<std::size_t>(row[0]));
@@ -93,7 +93,7 @@ TEST(Fugacity, SaturatedPhasesOfPureFluidDiffer) {
 }
 
 // Sum of x_i·d ln phi_i vanishes at constant T and P; differences of the fourth order.
-TEST(Fugacity, GibbsDuhemIsBroken) {
+TEST(Fugacity, GibbsDuhemHolds) {
     Accept(ReadGolden("van_der_waals.csv", 20).back());
     const ComponentValues& x = fluid::Fractions;
     for (const auto& [T, P, root] :
@@ -116,7 +116,7 @@ TEST(Fugacity, GibbsDuhemIsBroken) {
     }
 }
 
-TEST(Fugacity, GuardIsMissing) {
+TEST(Fugacity, CoefficientsAreGuardedAgainstOverflow) {
     AcceptPure(0);
     const double b = fluid::b[0];
     const std::vector<std::array<double, 3>> unusable = {
@@ -132,7 +132,7 @@ TEST(Fugacity, GuardIsMissing) {
     EXPECT_EQ(fluid::PureFugacityCoefficient(0, 3000.0, 1e5, b * (1.0 + 1.0 / 260.0)), 1.0);
 }
 
-TEST(Activity, GoldenValueIsMissed) {
+TEST(Activity, ValuesAreTheGoldenOnes) {
     double worst = 0.0;
     for (const auto& row : ReadGolden("activities.csv", 37)) {
         Accept(std::span(row).first(fluid::ComponentCount));

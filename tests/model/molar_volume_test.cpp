@@ -17,7 +17,7 @@ namespace {
 constexpr double Step = 1e-4;
 
 // Random states of all three-root and one-root regions, for a mixture of all eleven gases.
-TEST(MolarVolume, RealRootContradictsTheEquationOfState) {
+TEST(MolarVolume, RealRootsObeyTheEquationOfState) {
     Accept(ReadGolden("van_der_waals.csv", 20).back());
     const auto last = fluid::LastComponent;
     const auto& x = fluid::Fractions;
@@ -54,7 +54,7 @@ TEST(MolarVolume, RealRootContradictsTheEquationOfState) {
 }
 
 // Close to b and far away a difference of pressures has no digit left.
-TEST(MolarVolume, SlopeHasTheWrongSignOrNoValue) {
+TEST(MolarVolume, SlopeHasItsSignAndValue) {
     AcceptPure(0);
     const double aMix = fluid::a[0][0];
     const double bMix = fluid::b[0];
@@ -72,7 +72,7 @@ TEST(MolarVolume, SlopeHasTheWrongSignOrNoValue) {
     EXPECT_FALSE(fluid::PartialMolarVolumes(0, fluid::Fractions, 300.0, 0.0));
 }
 
-TEST(MolarVolume, PureGasRootIgnoresItsOrderOfTests) {
+TEST(MolarVolume, RootsOfPureGasesAreChosenInTheOrderOfTheTests) {
     const std::vector<std::vector<double>> cases = {
         // r0, r1, r2, chosen
         {0, 0, 5, 5}, {0, 5, 0, 5},  {5, 0, 0, 5}, {-1, -2, 7, 7},   {2, 1, 3, 3},   {3, 2, 1, 3},
@@ -80,7 +80,7 @@ TEST(MolarVolume, PureGasRootIgnoresItsOrderOfTests) {
     for (const auto& row : cases) EXPECT_EQ(fluid::PureGasRoot(row[0], row[1], row[2]), row[3]);
 }
 
-TEST(MolarVolume, PureGasHasTheWrongVolume) {
+TEST(MolarVolume, PureGasesTakeTheVapourWhereThereAreThreeRoots) {
     AcceptPure(3);
     // Three volumes, one volume, and p·q of the cubic exactly 0.
     for (const auto& [T, P, root, multiple] :

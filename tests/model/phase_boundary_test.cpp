@@ -30,7 +30,7 @@ fluid::IsothermStability StabilityAt(double T, double smallestV) {
 }
 
 // The points are those that the homogenisation conditions are tested with, in 60 digits.
-TEST(PhaseBoundaryTest, IsochoreMeetsItElsewhereThanTheBubbleAndDewPoints) {
+TEST(PhaseBoundaryTest, IsochoresMeetItAtTheBubbleAndDewPoints) {
     double worstT = 0.0;
     double worstP = 0.0;
     double worstOther = 0.0;
@@ -52,7 +52,7 @@ TEST(PhaseBoundaryTest, IsochoreMeetsItElsewhereThanTheBubbleAndDewPoints) {
     EXPECT_LT(worstOther, 1e-10);
 }
 
-TEST(PhaseBoundaryTest, StatesAreCalledStableThatSplitOrUnstableThatDoNot) {
+TEST(PhaseBoundaryTest, StatesAreCalledStableThatDoNotSplit) {
     std::mt19937_64 random(20261121);
     int split = 0;
     int metastable = 0;
@@ -84,7 +84,7 @@ TEST(PhaseBoundaryTest, StatesAreCalledStableThatSplitOrUnstableThatDoNot) {
     EXPECT_GT(closest, 0.0);
 }
 
-TEST(PhaseBoundaryTest, IsochoreHomogenisesElsewhereThanTheIterationSays) {
+TEST(PhaseBoundaryTest, IsochoresHomogeniseWhereTheIterationSays) {
     std::mt19937_64 random(6);
     int compared = 0;
     for (int mixture = 0; mixture < 200; ++mixture) {
@@ -114,7 +114,7 @@ TEST(PhaseBoundaryTest, IsochoreHomogenisesElsewhereThanTheIterationSays) {
 
 // The vapour beside cold water is of 1e-30 mol/cm3 and less; the pressure of the liquid is 0 to
 // rounding, and its isochore meets the boundary where a·(V - b) = R·T·V².
-TEST(PhaseBoundaryTest, ColdLiquidIsCalledHomogeneous) {
+TEST(PhaseBoundaryTest, ColdLiquidsMeetTheBoundary) {
     AcceptPure(0);
     const double a = fluid::MixtureA(0, fluid::Fractions);
     const double b = fluid::MixtureB(0, fluid::Fractions);

@@ -83,7 +83,7 @@ struct Errors {
     }
 };
 
-TEST(Homogenisation, GoldenPointIsMissed) {
+TEST(Homogenisation, GoldenPointsAreFoundAndReachedFromAside) {
     Errors search;
     Errors iteration;
     int iterations = 0;
@@ -107,6 +107,17 @@ TEST(Homogenisation, GoldenPointIsMissed) {
             EXPECT_FALSE(result.metastable);
             iteration.take(result.phases, golden.phases);
             iterations = std::max(iterations, result.iterations);
+            // From other fractions it takes longer; near a critical point they may lead elsewhere.
+            const bool bubble = golden.kind == Homogenisation::IntoLiquid;
+            if (fluid::LastComponent == 0 || golden.phases.Vy < 2.0 * golden.phases.Vx) continue;
+            PhaseGuess aside = guess;
+            (bubble ? aside.y : aside.x)[0] *= 1.5;
+            const auto again = Iterate(given, value, golden.kind, aside);
+            ASSERT_EQ(again.outcome, Outcome::Converged);
+            Errors errors;
+            errors.take(again.phases, golden.phases);
+            EXPECT_LE(errors.unknown, 1e-11);
+            EXPECT_LE(errors.fraction, 1e-8);
         }
     }
     for (const Errors& errors : {search, iteration}) {
@@ -119,7 +130,7 @@ TEST(Homogenisation, GoldenPointIsMissed) {
     EXPECT_LE(iterations, 5);
 }
 
-TEST(Homogenisation, SecondPointOfAKindIsNotListedOrOutOfOrder) {
+TEST(Homogenisation, PointsOfAKindAreListedByRisingDensity) {
     const auto rows = ReadGolden("phase_equilibria.csv", 27);
     const GoldenPoint golden(rows[11]);
     const auto points = Find(Given::Temperature, golden.phases.T, Homogenisation::IntoVapour);
@@ -128,15 +139,48 @@ TEST(Homogenisation, SecondPointOfAKindIsNotListedOrOutOfOrder) {
     EXPECT_NEAR(points.points[1].P, rows[12][13], 1e-8);
 }
 
+void AcceptParts(const ComponentValues& parts) {
+    ComponentValues counts{};
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        counts[i] = std::round(parts[i] * static_cast<double>(fluid::FractionScale));
+    }
+    Accept(counts);
+}
+
+// The liquid is that of P = 0, and P/RT the sum of z·exp(b/(V - b) - 2·aRoot·aRootMix/RTV)/(V - b).
+TEST(Homogenisation, ColdLiquidsBoilIntoAnIdealGas) {
+    for (const auto& [T, parts] :
+         {std::pair{9.0, ComponentValues{0, 0, 0, 0, 0, 0, 0, 0, 0.49, 0.51}},
+          {12.5, {0, 0, 0.37, 0, 0, 0, 0, 0, 0, 0, 0.63}},
+          {16.0, {0, 0.93, 0, 0, 0.02, 0, 0.05}}}) {
+        ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
+        const auto last = fluid::LastComponent;
+        const double RT = fluid::R * T;
+        const double a = fluid::MixtureA(last, fluid::Fractions);
+        const double b = fluid::MixtureB(last, fluid::Fractions);
+        const double V = 2.0 * b / (1.0 + std::sqrt(1.0 - 4.0 * RT * b / a));
+        double P = 0.0;
+        for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+            const double pull = 2.0 * std::sqrt(fluid::a[k][k] * a) / (RT * V);
+            P += RT * fluid::Fractions[k] / (V - b) * std::exp(fluid::b[k] / (V - b) - pull);
+        }
+        const auto points = Find(Given::Temperature, T, Homogenisation::IntoLiquid);
+        ASSERT_EQ(points.count, 1U) << T;
+        EXPECT_LE(RelativeError(points.points[0].P, P), 1e-10);
+        EXPECT_LE(RelativeError(points.points[0].Vx, V), 1e-10);
+    }
+}
+
 // From two phases of known state a bulk is mixed that must fall apart into them again.
-TEST(Equilibrium, MixedGoldenPhasesAreNotFoundAgain) {
+TEST(Equilibrium, MixedGoldenPhasesAreFoundAgain) {
     double worstP = 0.0;
     double worstFraction = 0.0;
     for (const auto& row : ReadGolden("phase_equilibria.csv", 27)) {
-        for (const double amount : {0.0, 0.2, 0.7, 1.0}) {
-            const GoldenPoint golden(row);
-            const PhasePair& phases = golden.phases;
-            const bool bubble = golden.kind == Homogenisation::IntoLiquid;
+        const GoldenPoint golden(row);
+        const PhasePair& phases = golden.phases;
+        const bool bubble = golden.kind == Homogenisation::IntoLiquid;
+        const double halfOfTheVolume = phases.Vx / (phases.Vx + phases.Vy);
+        for (const double amount : {0.0, halfOfTheVolume, 0.2, 0.7, 1.0}) {
             if ((amount == 0.0 && !bubble) || (amount == 1.0 && bubble)) continue;
             const double V = phases.Vx + amount * (phases.Vy - phases.Vx);
             ComponentValues z{};
@@ -148,6 +192,7 @@ TEST(Equilibrium, MixedGoldenPhasesAreNotFoundAgain) {
             SCOPED_TRACE(testing::Message()
                          << "T " << phases.T << " P " << phases.P << " amount " << amount);
             EXPECT_EQ(start.kind, Kind::TwoPhases);
+            worstP = std::max(worstP, RelativeError(start.guess.unknown, phases.P));
             const auto result =
                 fluid::IterateEquilibrium(last, z, phases.T, V, start.volumeFraction, start.guess);
             ASSERT_EQ(result.outcome, Outcome::Converged);
@@ -220,7 +265,18 @@ std::vector<PhasePair> Confirmed(Given given, double value, Homogenisation kind,
     return confirmed;
 }
 
-TEST(Homogenisation, ExistingPointIsMissedOrAnotherMadeUp) {
+// A second liquid that has a vapour root too is none of the points.
+TEST(Homogenisation, ListedPointsAreReachedByTheIteration) {
+    for (const auto& [T, parts] : {std::pair{168.0, ComponentValues{0.16, 0.84}},
+                                   {288.0, {0.87, 0, 0, 0.04, 0.05, 0, 0, 0, 0, 0, 0.04}}}) {
+        ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
+        for (const Homogenisation kind : Kinds) {
+            Confirmed(Given::Temperature, T, kind, PhaseReference());
+        }
+    }
+}
+
+TEST(Homogenisation, EveryExistingPointIsFoundAndNoOther) {
     constexpr int Mixtures = 40;
     std::mt19937_64 random(11);
     std::uniform_real_distribution<double> share(0.0, 1.0);
@@ -278,7 +334,7 @@ ComponentValues WildFractions(std::mt19937_64& random) {
     return x;
 }
 
-TEST(PhaseIteration, WildStartShowsAFalseResult) {
+TEST(PhaseIteration, ResultsOfWildStartsAreTrue) {
     constexpr int Mixtures = 400;
     std::mt19937_64 random(12);
     std::uniform_real_distribution<double> share(0.0, 1.0);
@@ -318,7 +374,7 @@ TEST(PhaseIteration, WildStartShowsAFalseResult) {
     for (const int count : outcomes) EXPECT_GT(count, Mixtures / 10);
 }
 
-TEST(PhaseIteration, GarbageHangsOrIsShown) {
+TEST(PhaseIteration, GarbageEndsInATrueResultOrNone) {
     ASSERT_NO_FATAL_FAILURE(Accept(ReadGolden("phase_equilibria.csv", 27).front()));
     const double inf = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -356,24 +412,20 @@ TEST(PhaseIteration, GarbageHangsOrIsShown) {
     }
 }
 
-void AcceptParts(const ComponentValues& parts) {
-    ComponentValues counts{};
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        counts[i] = std::round(parts[i] * static_cast<double>(fluid::FractionScale));
+// Two liquids and a vapour could coexist, of which one pair may have a negative pressure.
+TEST(Equilibrium, ThirdPhasesAndHomogeneityAreTold) {
+    for (const auto& [T, V, parts] :
+         {std::tuple{171.0, 94.71, ComponentValues{0.42, 0, 0, 0, 0, 0, 0, 0, 0.13, 0, 0.45}},
+          {194.31066, 43.395, {0.89, 0, 0, 0, 0, 0, 0, 0, 0, 0.11, 0}}}) {
+        ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
+        const auto last = fluid::LastComponent;
+        const auto start = fluid::FindEquilibriumApproach(last, fluid::Fractions, T, V);
+        EXPECT_EQ(start.kind, Kind::Metastable);
+        const auto result = fluid::IterateEquilibrium(last, fluid::Fractions, T, V,
+                                                      start.volumeFraction, start.guess);
+        EXPECT_EQ(result.outcome, Outcome::Converged);
+        EXPECT_TRUE(result.metastable);
     }
-    Accept(counts);
-}
-
-// H2O with CH4 at 194 K, where two liquids and a vapour could coexist.
-TEST(Equilibrium, ThirdPhaseOrHomogeneityIsConcealed) {
-    ASSERT_NO_FATAL_FAILURE(AcceptParts({0.89, 0, 0, 0, 0, 0, 0, 0, 0, 0.11, 0}));
-    const double V = 1.3408 * fluid::MixtureB(1, fluid::Fractions);
-    const auto start = fluid::FindEquilibriumApproach(1, fluid::Fractions, 194.31066, V);
-    EXPECT_EQ(start.kind, Kind::Metastable);
-    const auto result = fluid::IterateEquilibrium(1, fluid::Fractions, 194.31066, V,
-                                                  start.volumeFraction, start.guess);
-    EXPECT_EQ(result.outcome, Outcome::Converged);
-    EXPECT_TRUE(result.metastable);
     for (const auto& [T, volume] : {std::pair{1200.0, 100.0}, {400.0, 1e5}, {194.0, 30.0}}) {
         const auto seed = fluid::FindEquilibriumApproach(1, fluid::Fractions, T, volume);
         EXPECT_EQ(seed.kind, Kind::Homogeneous) << T;
@@ -381,7 +433,7 @@ TEST(Equilibrium, ThirdPhaseOrHomogeneityIsConcealed) {
     }
 }
 
-TEST(PhaseIteration, OnePhaseIsShownAsTwo) {
+TEST(PhaseIteration, OnePhaseIsNeverShownAsTwo) {
     ASSERT_NO_FATAL_FAILURE(AcceptParts({0, 0.1, 0, 0, 0, 0, 0, 0, 0, 0.9, 0}));
     for (const double T : {230.0, 300.0}) {
         for (const Homogenisation kind : Kinds) {
@@ -392,7 +444,7 @@ TEST(PhaseIteration, OnePhaseIsShownAsTwo) {
     }
 }
 
-TEST(FirstApproach, SeedDoesNotGoThereAndBack) {
+TEST(FirstApproach, SeedsGoThereAndBackWithTheRatiosOfWilson) {
     std::mt19937_64 random(13);
     for (int i = 0; i < 50; ++i) {
         AcceptRandomMixture(random, 11);
@@ -405,6 +457,21 @@ TEST(FirstApproach, SeedDoesNotGoThereAndBack) {
             EXPECT_LE(RelativeError(back.unknown, P), 1e-6) << seed.unknown;
             EXPECT_LE(LargestDifference(seed.x, fluid::Fractions), 1e-12);
             EXPECT_LE(LargestDifference(back.y, fluid::Fractions), 1e-12);
+            // ln(y/x) of a gas over that of the first one, from Wilson's equation; in the deep cold
+            // there is no room for it.
+            constexpr double DeepCold = 20.0;
+            const double T = seed.unknown;
+            if (T < DeepCold) continue;
+            const auto wilson = [T](std::size_t k) {
+                return std::log(fluid::Pc[k]) +
+                       5.373 * (1.0 + fluid::omega[k]) * (1.0 - fluid::Tc[k] / T);
+            };
+            for (std::size_t k = 1; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
+                const double ratio = wilson(k) - wilson(0);
+                for (const auto& [x, y] : {std::pair(seed.x, seed.y), std::pair(back.x, back.y)}) {
+                    EXPECT_NEAR(std::log(y[k] / x[k] * x[0] / y[0]), ratio, 1e-9) << T;
+                }
+            }
         }
     }
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(Saturation, CoefficientIsMistyped) {
+TEST(Saturation, CoefficientsAreThePublishedOnes) {
     for (const auto& row : ReadGolden("saturation_curves.csv", 4)) {
         const auto component = static_cast<std::size_t>(row[0]);
         const double error = RelativeError(fluid::SaturationPressure(component, row[1]), row[2]);
@@ -17,7 +17,7 @@ TEST(Saturation, CoefficientIsMistyped) {
     }
 }
 
-TEST(Saturation, ContinuationFallsBendsOrJumps) {
+TEST(Saturation, ContinuationRisesSmoothly) {
     constexpr double Ratio = 1.0002;
     for (std::size_t component = 0; component < fluid::ComponentCount; ++component) {
         double lastSlope = 0.0;

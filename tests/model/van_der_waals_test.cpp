@@ -13,7 +13,7 @@
 
 namespace {
 
-TEST(ComponentTable, ConstantIsMistyped) {
+TEST(ComponentTable, ConstantsAreThePublishedOnes) {
     const auto rows = ReadGolden("components.csv", 9);
     for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
         AcceptPure(i);
@@ -28,7 +28,7 @@ TEST(ComponentTable, ConstantIsMistyped) {
     }
 }
 
-TEST(VanDerWaals, GoldenValueIsMissed) {
+TEST(VanDerWaals, ValuesAreTheGoldenOnes) {
     constexpr std::size_t Columns = 20;
     double worst = 0.0;
     for (const auto& row : ReadGolden("van_der_waals.csv", Columns)) {
@@ -48,7 +48,7 @@ TEST(VanDerWaals, GoldenValueIsMissed) {
     EXPECT_LE(worst, 1e-14);
 }
 
-TEST(VanDerWaals, PureComponentOrPairDiffersFromTheTable) {
+TEST(VanDerWaals, PureComponentsAndPairsAreThoseOfTheTable) {
     Accept(ReadGolden("van_der_waals.csv", 20).back());
     for (std::size_t k = 0; k < fluid::ComponentCount; ++k) {
         fluid::ComponentValues x{};
@@ -64,7 +64,7 @@ TEST(VanDerWaals, PureComponentOrPairDiffersFromTheTable) {
     EXPECT_EQ(fluid::MixtureB(-1, {}), 0.0);
 }
 
-TEST(VanDerWaals, GuardIsMissingOrTooWide) {
+TEST(VanDerWaals, GuardsAreAsWideAsTheyMustBe) {
     AcceptPure(0);
     const double aMix = fluid::a[0][0];
     const double bMix = fluid::b[0];
@@ -78,7 +78,7 @@ TEST(VanDerWaals, GuardIsMissingOrTooWide) {
 }
 
 // The rounding of P comes back multiplied by a·(V - b)/(R·T·V²), at most 27/32·Tc/T, so 11 here.
-TEST(VanDerWaals, TemperatureIsNotTheInverseOfPressure) {
+TEST(VanDerWaals, TemperatureIsTheInverseOfPressure) {
     std::mt19937_64 random(20);
     std::uniform_real_distribution<double> temperatures(50.0, 3000.0);
     std::uniform_real_distribution<double> logDistances(-3.0, 5.0);

@@ -62,7 +62,7 @@ class CriticalScreensTest : public tests::ScreenTest {
 };
 
 // The numbers are those of critical_points.csv, in 60 digits.
-TEST_F(CriticalScreensTest, PointsOrTheirNamesAreOthersOrTheBoundaryHasAGapThere) {
+TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPassesThere) {
     openCriticalPoint({{"CO2", "0.7"}, {"CH4", "0.3"}});
     EXPECT_EQ(text("Count"), "This fluid has one critical point");
     EXPECT_EQ(rows().at(0), (toolkit::List::Row{"273.287292", "7.099362", "123.281493", "0.288930",
@@ -94,7 +94,7 @@ TEST_F(CriticalScreensTest, PointsOrTheirNamesAreOthersOrTheBoundaryHasAGapThere
     robot.use("ExplainCritical");
 }
 
-TEST_F(CriticalScreensTest, LimitsAreOthersOrHaveTheWrongSides) {
+TEST_F(CriticalScreensTest, LimitsAreTheGoldenOnesOnTheirSides) {
     openSpinodal({{"CO2", "0.7"}, {"CH4", "0.3"}});
     calculate("GivenT", {{"dataEntryT", "220"}});
     EXPECT_EQ(column(2), "80.643940|241.567843|83.878231|235.193807|");
@@ -127,7 +127,7 @@ TEST_F(CriticalScreensTest, LimitsAreOthersOrHaveTheWrongSides) {
     robot.use("ExplainSpinodal");
 }
 
-TEST_F(CriticalScreensTest, ExportedTableDiffersFromTheShownOne) {
+TEST_F(CriticalScreensTest, ExportedTableIsTheShownOneInCelsius) {
     openSpinodal({{"H2O", "0.741"}, {"O2", "0.011"}, {"C2H6", "0.248"}});
     calculate("GivenRange",
               {{"dataEntryT1", "450.1"}, {"dataEntryT2", "400.2"}, {"dataEntryStep", "10"}});

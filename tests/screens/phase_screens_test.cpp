@@ -39,7 +39,7 @@ class PhaseScreensTest : public tests::ScreenTest {
 };
 
 // The golden bubble point is of 60 digits, as in tests/data/phase_equilibria.csv.
-TEST_F(PhaseScreensTest, BubblePointIsNotThatOfTheMixtureInEitherDirectionAndUnit) {
+TEST_F(PhaseScreensTest, BubblePointIsTheGoldenOneInBothDirectionsAndUnits) {
     openBubbleDewPoint();
     robot.click("RadioButtonTh");
     EXPECT_EQ(text("dataEntryPh"), "---");
@@ -72,7 +72,7 @@ TEST_F(PhaseScreensTest, BubblePointIsNotThatOfTheMixtureInEitherDirectionAndUni
     EXPECT_EQ(text("Answer"), "-53.150000");
 }
 
-TEST_F(PhaseScreensTest, FirstApproachIsWipedWhileItIsEditedOrGarbageIsTaken) {
+TEST_F(PhaseScreensTest, FirstApproachSurvivesItsEditingAndGarbageIsRefused) {
     openBubbleDewPoint();
     robot.click("RadioButtonTh");
     robot.click("FirstApproach");
@@ -110,7 +110,7 @@ TEST_F(PhaseScreensTest, FirstApproachIsWipedWhileItIsEditedOrGarbageIsTaken) {
     EXPECT_FALSE(isOn("VapourMode"));
 }
 
-TEST_F(PhaseScreensTest, LiquidAndVapourAreNotThoseOfTheBulk) {
+TEST_F(PhaseScreensTest, LiquidAndVapourMakeTheBulk) {
     openLiquidVapour();
     robot.click("CalFirstApproach");
     EXPECT_EQ(text("warning"), "put a correct number for temperature and density");
@@ -138,7 +138,7 @@ TEST_F(PhaseScreensTest, LiquidAndVapourAreNotThoseOfTheBulk) {
     }
 }
 
-TEST_F(PhaseScreensTest, ResultsOfAnOlderCompositionStayOrItsGasesAreCalculatedWith) {
+TEST_F(PhaseScreensTest, ResultsOfAnOlderCompositionAreEmptied) {
     openLiquidVapour();
     robot.enter("dataEntryT", "220");
     robot.enter("dataEntryV", "150");
@@ -168,7 +168,7 @@ TEST_F(PhaseScreensTest, ResultsOfAnOlderCompositionStayOrItsGasesAreCalculatedW
 }
 
 // Above the critical temperature, 273.287 K, there are two dew points and no bubble point.
-TEST_F(PhaseScreensTest, SecondDewPointOfARetrogradeFluidIsNeverReached) {
+TEST_F(PhaseScreensTest, BothDewPointsOfARetrogradeFluidAreReached) {
     openBubbleDewPoint();
     robot.click("RadioButtonTh");
     robot.enter("dataEntryTh", "273.5");
@@ -193,7 +193,7 @@ TEST_F(PhaseScreensTest, SecondDewPointOfARetrogradeFluidIsNeverReached) {
     EXPECT_EQ(text("Answer"), "");
 }
 
-TEST_F(PhaseScreensTest, FourGasesHaveAnotherBubblePointOrAFractionCannotBeEditedByMouse) {
+TEST_F(PhaseScreensTest, FourGasesHaveTheirBubblePointAndFractionsAreEditedByMouse) {
     openProcedure({{"CO2", "0.5"}, {"CH4", "0.2"}, {"N2", "0.1"}, {"H2S", "0.2"}}, "Homogenisation",
                   "BubbleDewPoint");
     robot.click("RadioButtonTh");

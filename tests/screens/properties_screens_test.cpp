@@ -32,7 +32,7 @@ class PropertiesScreensTest : public tests::RootScreenTest {
     }
 };
 
-TEST_F(PropertiesScreensTest, TablesDifferFromTheGoldenProperties) {
+TEST_F(PropertiesScreensTest, TablesShowTheGoldenProperties) {
     int compared = 0;
     auto golden = ReadGolden("properties.csv", 86);
     golden.resize(14);  // the others are no different for the screens
@@ -84,7 +84,7 @@ TEST_F(PropertiesScreensTest, TablesDifferFromTheGoldenProperties) {
     EXPECT_TRUE(text("ListBox1").starts_with("gas\tchemical potential (J/mol)\tstandard part"));
 }
 
-TEST_F(PropertiesScreensTest, MissingValuesHaveNoReason) {
+TEST_F(PropertiesScreensTest, MissingValuesHaveTheirReason) {
     for (const auto& [button, screen] : {std::pair("Thermodynamics", "ThermodynamicWindow"),
                                          std::pair("ChemicalPotentials", "ChemPotWindow")}) {
         openProcedure({{"CO2", "1"}}, button, screen);

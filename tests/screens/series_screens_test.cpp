@@ -49,7 +49,7 @@ class SeriesScreensTest : public tests::ScreenTest {
     toolkit::Plot& plot() { return dynamic_cast<toolkit::Plot&>(robot.control("Plot")); }
 };
 
-TEST_F(SeriesScreensTest, RangesMissTheirLastValueOrShowBinaryFractions) {
+TEST_F(SeriesScreensTest, RangesReachTheirLastValueInDecimalSteps) {
     struct Case {
         double first, last, step, count, value;
         std::size_t at;
@@ -70,7 +70,7 @@ TEST_F(SeriesScreensTest, RangesMissTheirLastValueOrShowBinaryFractions) {
 }
 
 // The boundary is that of phase_equilibria.csv, in 60 digits.
-TEST_F(SeriesScreensTest, IsochoreHomogenisesElsewhereThanItsRowsSay) {
+TEST_F(SeriesScreensTest, IsochoresHomogeniseWhereTheirRowsSay) {
     open("Isochore");
     for (const bool isCelsius : {false, true}) {
         robot.click(isCelsius ? "Celsius" : "Kelvin");
@@ -109,7 +109,7 @@ TEST_F(SeriesScreensTest, IsochoreHomogenisesElsewhereThanItsRowsSay) {
         "The fluid of this density is homogeneous at every temperature above -23.15 ˚Celsius");
 }
 
-TEST_F(SeriesScreensTest, RangesThatCannotBeListedAreListed) {
+TEST_F(SeriesScreensTest, RangesThatCannotBeListedAreRefused) {
     constexpr auto missing =
         "warning: put a number for molar volume, for both temperatures and for the step";
     open("Isochore");
@@ -141,7 +141,7 @@ TEST_F(SeriesScreensTest, RangesThatCannotBeListedAreListed) {
     EXPECT_TRUE(text("warning").starts_with("warning: put a number for temperature, for both"));
 }
 
-TEST_F(SeriesScreensTest, IsothermCallsItsStatesByOtherNamesInEitherUnit) {
+TEST_F(SeriesScreensTest, IsothermsNameTheStatesInEitherUnit) {
     open("Isotherm");
     calculate({{"dataEntryT", "220"},
                {"dataEntryV1", "60"},
@@ -162,7 +162,7 @@ TEST_F(SeriesScreensTest, IsothermCallsItsStatesByOtherNamesInEitherUnit) {
     EXPECT_NEAR(toolkit::numberOrZero(list().rows()[2][0]), 35.619688 / 0.3, 1e-9);
 }
 
-TEST_F(SeriesScreensTest, ExportDiffersFromAHandMadeFileOrLosesTheOldOne) {
+TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
     open("Isochore");
     robot.click("Celsius");
     calculate({{"dataEntryV", "1000"},
@@ -211,7 +211,7 @@ TEST_F(SeriesScreensTest, ExportDiffersFromAHandMadeFileOrLosesTheOldOne) {
         << text("warning");
 }
 
-TEST_F(SeriesScreensTest, PlotReadsOutAnotherPointOrSavesNoPicture) {
+TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
     open("Isochore");
     calculate({{"dataEntryV", "80"},
                {"dataEntryT1", "200"},
@@ -237,7 +237,7 @@ TEST_F(SeriesScreensTest, PlotReadsOutAnotherPointOrSavesNoPicture) {
     }
 }
 
-TEST_F(SeriesScreensTest, CoarseIsothermHasCornersOrReadsOutWhatIsNoRow) {
+TEST_F(SeriesScreensTest, CoarseIsothermsBendSmoothlyAndReadOutTheirRows) {
     open("Isotherm");
     calculate({{"dataEntryT", "220"},
                {"dataEntryV1", "60"},
@@ -265,7 +265,7 @@ TEST_F(SeriesScreensTest, CoarseIsothermHasCornersOrReadsOutWhatIsNoRow) {
 
 // The plots themselves are looked at in pictures; what the library does not like, it writes to
 // stderr, which fails the suite.
-TEST_F(SeriesScreensTest, PlotComplainsOfNumbersThatAreHugeOrMissing) {
+TEST_F(SeriesScreensTest, PlotsTakeNumbersThatAreHugeOrMissing) {
     open("Isotherm");
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double inf = std::numeric_limits<double>::infinity();
@@ -290,7 +290,7 @@ TEST_F(SeriesScreensTest, PlotComplainsOfNumbersThatAreHugeOrMissing) {
     }
 }
 
-TEST_F(SeriesScreensTest, LongTableTakesLongerThanASecond) {
+TEST_F(SeriesScreensTest, LongTablesAreListedToTheEnd) {
     open("Isochore");
     for (const auto& [entry, characters] : Entries{{"dataEntryV", "80"},
                                                    {"dataEntryT1", "200"},

@@ -59,7 +59,7 @@ bool isAllowedToMount() {
     return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-TEST_F(FileWritingTest, FailureLosesTheOldFileOrLeavesAnUnfinishedOne) {
+TEST_F(FileWritingTest, FailuresKeepTheOldFileAndLeaveNoOther) {
     struct Case {
         std::string error;
         std::function<void()> hinder;  // in a process of its own
@@ -116,7 +116,7 @@ TEST_F(FileWritingTest, FailureLosesTheOldFileOrLeavesAnUnfinishedOne) {
     EXPECT_TRUE(files::is_symlink(folder / "loop"));
 }
 
-TEST_F(FileWritingTest, ReplacedFileLosesItsRightsOrItsLink) {
+TEST_F(FileWritingTest, ReplacedFilesKeepTheirRightsAndLinks) {
     const mode_t mask = umask(027);
     EXPECT_FALSE(toolkit::writeFile(table, "first\n"));
     umask(mask);

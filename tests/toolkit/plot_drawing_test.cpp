@@ -74,7 +74,7 @@ PlotSeries seriesOf(const Points& points, Style style = Style::line) {
 }
 
 // What the library does not like it writes to stderr, which fails the test as well.
-TEST(PlotDrawingTest, PointsAreDrawnElsewhereThanTheyAreReadOut) {
+TEST(PlotDrawingTest, PointsAreDrawnWhereTheyAreReadOut) {
     for (const Points& points :
          {Points{}, Points{{300.0, 2.5}}, Points{{0.0, 0.0}}, Points{{nan, 1.0}, {2.0, nan}},
           Points{{1.0, 1e299}, {2.0, -9e299}}, Points{{-9e299, -9e299}, {9e299, 9e299}},
@@ -102,7 +102,7 @@ TEST(PlotDrawingTest, PointsAreDrawnElsewhereThanTheyAreReadOut) {
     }
 }
 
-TEST(PlotDrawingTest, LegendLeavesThePictureOrMarksLieBesideTheirPoints) {
+TEST(PlotDrawingTest, LegendStaysInThePictureAndMarksLieOnTheirPoints) {
     const Picture picture(seriesOf({{1.0, 1.0}, {2.0, 2.0}, {3.0, 3.0}}, Style::markers));
     for (const double side : {-5.0, 5.0}) {
         const toolkit::PlotPlace place = *picture.frame->placeOf(2.0, 2.0);
@@ -133,7 +133,7 @@ TEST(PlotDrawingTest, LegendLeavesThePictureOrMarksLieBesideTheirPoints) {
     }
 }
 
-TEST(PlotDrawingTest, LongSeriesIsSlowOrLosesItsPeakOrItsGap) {
+TEST(PlotDrawingTest, LongSeriesKeepTheirPeaksAndGaps) {
     constexpr int count = 100'000;
     for (const Style style : {Style::line, Style::dashed, Style::markers}) {
         for (const bool isFullOfGaps : {false, true}) {
@@ -156,7 +156,7 @@ TEST(PlotDrawingTest, LongSeriesIsSlowOrLosesItsPeakOrItsGap) {
     }
 }
 
-TEST(PlotDrawingTest, MissingDriverEndsTheProgramOrAsksAtTheTerminal) {
+TEST(PlotDrawingTest, MissingDriverIsToldWithoutAQuestion) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto drawsNothing = [](const char* information) {
         const auto drivers =
