@@ -78,6 +78,8 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
     EXPECT_EQ(column(5), "meta-stable, at negative pressure|stable|");
     robot.click("Celsius");
     EXPECT_EQ(column(0), "-12.899524|190.445424|");
+    EXPECT_TRUE(text("ListBox1").starts_with("Temperature (˚Celsius)")) << text("ListBox1");
+    EXPECT_EQ(text("Label1"), "˚Celsius");
     EXPECT_TRUE(passes("meta-stable critical point", -12.8995239023532, -14.84603207632093));
     robot.click("PlotLow");
     EXPECT_EQ(series("critical point").x.size(), 1U);
@@ -128,26 +130,51 @@ TEST_F(CriticalScreensTest, LimitsAreTheGoldenOnesOnTheirSides) {
 }
 
 TEST_F(CriticalScreensTest, ExportedTableIsTheShownOneInCelsius) {
+    struct Case {
+        std::string unit, choice;
+        std::vector<std::pair<std::string, std::string>> entries;
+        std::size_t count;
+        std::string celsius;  // of the first line
+    };
     openSpinodal({{"H2O", "0.741"}, {"O2", "0.011"}, {"C2H6", "0.248"}});
-    calculate("GivenRange",
-              {{"dataEntryT1", "450.1"}, {"dataEntryT2", "400.2"}, {"dataEntryStep", "10"}});
-    ASSERT_EQ(rows().size(), 6U * 5U);  // three volumes of one kind, two of the other
+    toolkit::Screen& screen = robot.screen();
+    for (const Case& c : std::vector<Case>{
+             {"Kelvin", "GivenT", {{"dataEntryT", "450.1"}}, 5, "176.95"},
+             {"Kelvin", "GivenV", {{"dataEntryV", "80"}}, 2, ""},
+             {"Celsius", "GivenT", {{"dataEntryT", "176.95"}}, 5, "176.95"},
+             {"Celsius", "GivenV", {{"dataEntryV", "80"}}, 2, ""},
+             {"Kelvin",  // three volumes of one kind, two of the other, at six temperatures
+              "GivenRange",
+              {{"dataEntryT1", "450.1"}, {"dataEntryT2", "400.2"}, {"dataEntryStep", "10"}},
+              6 * 5,
+              "176.95"}}) {
+        robot.click(c.unit);
+        calculate(c.choice, c.entries);
+        ASSERT_EQ(rows().size(), c.count);
+        const auto path = folder / (c.unit + c.choice + ".txt");
+        save("Export", path);
+        ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+        std::ifstream file(path);
+        std::string line;
+        std::getline(file, line);
+        EXPECT_EQ(line, "Temperature, Pressure, Molar Volume, Density, Limit");
+        std::getline(file, line);
+        EXPECT_EQ(line, "(Celsius), (MPa), (cm3/mol), (g/cm3)");
+        std::getline(file, line);
+        const std::string first = line.substr(0, line.find(','));
+        const double zero = c.unit == "Kelvin" ? 273.15 : 0.0;
+        EXPECT_TRUE(c.celsius.empty() || first == c.celsius) << first;
+        EXPECT_NEAR(toolkit::numberOrZero(first), toolkit::numberOrZero(rows()[0][0]) - zero, 1e-6);
+        EXPECT_NE(line.find(rows()[0][1].substr(0, 8)), std::string::npos) << line;
+        EXPECT_TRUE(line.ends_with(", " + rows()[0][4])) << line;
+    }
     EXPECT_EQ(column(4).substr(0, 75),
               "diffusional, vapour side|diffusional, liquid side|diffusional, vapour side|");
-    const auto path = folder / "spinodal.txt";
-    toolkit::Screen& screen = robot.screen();
-    save("Export", path);
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
-    std::ifstream file(path);
-    std::string line;
-    std::getline(file, line);
-    EXPECT_EQ(line, "Temperature, Pressure, Molar Volume, Density, Limit");
-    std::getline(file, line);
-    EXPECT_EQ(line, "(Celsius), (MPa), (cm3/mol), (g/cm3)");
-    std::getline(file, line);
-    EXPECT_EQ(line.substr(0, 8), "176.95, ");
-    EXPECT_NE(line.find(rows()[0][2]), std::string::npos) << line;
-    EXPECT_TRUE(line.ends_with(", diffusional, vapour side")) << line;
+    robot.click("Celsius");
+    robot.click("kgm3");
+    EXPECT_EQ(texts({"dataEntryT", "dataEntryV", "dataEntryT1", "dataEntryT2", "warning"}),
+              "|||||");
+    EXPECT_TRUE(rows().empty());
 }
 
 }  // namespace

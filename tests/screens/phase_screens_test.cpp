@@ -62,10 +62,15 @@ TEST_F(PhaseScreensTest, BubblePointIsTheGoldenOneInBothDirectionsAndUnits) {
     EXPECT_EQ(clipboard(), "67.958173");
 
     robot.click("Celsius");
-    EXPECT_EQ(text("dataEntryTh"), "");
+    EXPECT_EQ(texts({"dataEntryTh", "StaticText3", "Dimension2"}), "|\u00B0Celsius|MPa|");
     robot.click("RadioButtonPh");
     EXPECT_EQ(text("dataEntryTh"), "---");
-    EXPECT_EQ(text("Dimension2"), "\u00B0Celsius");
+    for (const std::string unit : {"Kelvin", "Celsius"}) {
+        robot.click(unit);
+        for (const char* const label : {"StaticText3", "Dimension", "Dimension2"}) {
+            EXPECT_TRUE(text(label).ends_with(unit)) << label;
+        }
+    }
     robot.enter("dataEntryPh", "3.386660699009193");
     robot.click("FirstApproach");
     robot.click("calculate");
@@ -115,8 +120,9 @@ TEST_F(PhaseScreensTest, LiquidAndVapourMakeTheBulk) {
     robot.click("CalFirstApproach");
     EXPECT_EQ(text("warning"), "put a correct number for temperature and density");
     robot.click("calculate");
-    EXPECT_EQ(text("iterations"),
-              "put a correct number for temperature, pressure, density and volume fraction");
+    constexpr auto sentence =
+        "put a correct number for temperature, pressure, density and volume fraction";
+    EXPECT_EQ(text("iterations"), sentence);
     robot.enter("dataEntryT", "220");
     robot.enter("dataEntryV", "150");
     robot.click("CalFirstApproach");
@@ -130,12 +136,32 @@ TEST_F(PhaseScreensTest, LiquidAndVapourMakeTheBulk) {
     const double bulk = amountY * toolkit::numberOrZero(cell("ListBoxPhaseY2", 0, 0)) +
                         (1.0 - amountY) * toolkit::numberOrZero(cell("ListBoxPhaseX2", 0, 0));
     EXPECT_NEAR(bulk, 0.7, 1e-6);
+    for (const char* const fraction : {"7", "1.01", "-0.01", "half"}) {
+        robot.enter("dataEntryF", fraction);
+        robot.click("calculate");
+        EXPECT_EQ(text("iterations"), sentence);
+        EXPECT_EQ(text("Answer"), "") << fraction;
+    }
     robot.enter("dataEntryV", "20000");
     EXPECT_EQ(text("Answer") + text("dataEntryP"), "");
     for (const char* const button : {"CalFirstApproach", "calculate"}) {
         robot.click(button);
         EXPECT_EQ(text("warning"), "the fluid is homogeneous at this temperature and density");
     }
+    EXPECT_EQ(cell("ListBoxFracX", 0, 0) + cell("ListBoxFracY", 0, 0), "errorerror");
+    EXPECT_EQ(text("PhaseX1"), "Phase X");
+    robot.enter("dataEntryT", "260");
+    robot.enter("dataEntryV", "150");
+    robot.click("CalFirstApproach");
+    robot.click("calculate");
+    const std::string pressure = text("Answer");
+    // The fractions of the vapour into phase X, and the other way round.
+    editFirstFraction("ListBoxPhaseX", "0.47");
+    editFirstFraction("ListBoxPhaseY", "1");
+    robot.enter("dataEntryF", "0.27");
+    robot.click("calculate");
+    EXPECT_EQ(texts({"Answer", "PhaseX1", "PhaseY1"}),
+              pressure + "|Phase X (vapour)|Phase Y (liquid)|");
 }
 
 TEST_F(PhaseScreensTest, ResultsOfAnOlderCompositionAreEmptied) {

@@ -9,6 +9,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -64,10 +65,20 @@ TEST_F(NumberTextTest, TextsAreTheShortestThatReadBackAsTheSameDouble) {
     }
 }
 
-TEST_F(NumberTextTest, FixedDecimalsAreKeptWhateverTheSize) {
+TEST_F(NumberTextTest, FixedDecimalsAreKeptWhileFourDigitsAreSeen) {
     EXPECT_EQ(toolkit::fixedText(2.0 / 3.0, 4), "0.6667");
     EXPECT_EQ(toolkit::fixedText(1234.5, 0), "1234");
     EXPECT_EQ(toolkit::fixedText(-1e-9, 3), "-0.000");
+    for (const auto& [value, decimals, text] :
+         std::vector<std::tuple<double, int, std::string>>{{0.0, 6, "0.000000"},
+                                                           {0.001, 6, "0.001000"},
+                                                           {-0.0009999, 6, "-9.999000e-04"},
+                                                           {0.00001, 8, "0.00001000"},
+                                                           {0.00000999, 8, "9.99000000e-06"},
+                                                           {9.87e14, 2, "987000000000000.00"},
+                                                           {1e15, 2, "1.00e+15"}}) {
+        EXPECT_EQ(toolkit::resultText(value, decimals), text);
+    }
     const std::string longest = toolkit::fixedText(-std::numeric_limits<double>::max(), 9);
     EXPECT_EQ(longest.size(), 1U + 309U + 1U + 9U);
 }
