@@ -9,8 +9,6 @@
 #include <span>
 
 #include "model/composition.h"
-#include "model/first_approach.h"
-#include "model/phase_equilibrium.h"
 #include "model/van_der_waals.h"
 #include "tests/model/golden.h"
 #include "tests/model/phase_reference.h"
@@ -18,7 +16,6 @@
 namespace {
 
 using fluid::BoundaryPoint;
-using fluid::Given;
 using fluid::Stability;
 
 std::optional<BoundaryPoint> BoundaryAt(double V) {
@@ -82,34 +79,6 @@ TEST(PhaseBoundaryTest, StatesAreCalledStableThatDoNotSplit) {
     EXPECT_GT(split, 200);
     EXPECT_GT(metastable, 40);
     EXPECT_GT(closest, 0.0);
-}
-
-TEST(PhaseBoundaryTest, IsochoresHomogeniseWhereTheIterationSays) {
-    std::mt19937_64 random(6);
-    int compared = 0;
-    for (int mixture = 0; mixture < 200; ++mixture) {
-        AcceptRandomMixture(random, 4);
-        const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
-        const double V = b * (1.1 + std::exp(std::uniform_real_distribution(-1.0, 5.0)(random)));
-        const auto point = BoundaryAt(V);
-        // Beside a critical point the iteration ends before its digits do.
-        if (!point || RelativeError(point->otherV, V) < 0.01) continue;
-        const auto points = fluid::FindHomogenisationPoints(
-            fluid::LastComponent, fluid::Fractions, Given::Temperature, point->T, point->kind());
-        const bool bubble = point->kind() == fluid::Homogenisation::IntoLiquid;
-        for (const fluid::PhasePair& pair : points) {
-            const double bulkV = bubble ? pair.Vx : pair.Vy;
-            if (RelativeError(bulkV, V) > 1e-3) continue;
-            const auto result = fluid::IterateHomogenisation(
-                fluid::LastComponent, fluid::Fractions, Given::Temperature, point->T, point->kind(),
-                fluid::HomogenisationApproach(Given::Temperature, pair));
-            ASSERT_EQ(result.outcome, fluid::Outcome::Converged);
-            EXPECT_LT(RelativeError(result.phases.P, point->P), 1e-8);
-            EXPECT_LT(RelativeError(bubble ? result.phases.Vx : result.phases.Vy, V), 1e-8);
-            ++compared;
-        }
-    }
-    EXPECT_GT(compared, 100);
 }
 
 // The vapour beside cold water is of 1e-30 mol/cm3 and less; the pressure of the liquid is 0 to

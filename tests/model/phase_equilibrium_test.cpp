@@ -130,15 +130,6 @@ TEST(Homogenisation, GoldenPointsAreFoundAndReachedFromAside) {
     EXPECT_LE(iterations, 5);
 }
 
-TEST(Homogenisation, PointsOfAKindAreListedByRisingDensity) {
-    const auto rows = ReadGolden("phase_equilibria.csv", 27);
-    const GoldenPoint golden(rows[11]);
-    const auto points = Find(Given::Temperature, golden.phases.T, Homogenisation::IntoVapour);
-    ASSERT_EQ(points.count, 2U);
-    EXPECT_NEAR(points.points[0].P, rows[11][13], 1e-9);
-    EXPECT_NEAR(points.points[1].P, rows[12][13], 1e-8);
-}
-
 void AcceptParts(const ComponentValues& parts) {
     ComponentValues counts{};
     for (std::size_t i = 0; i < counts.size(); ++i) {

@@ -1,4 +1,4 @@
-// Gives the number texts and every solver of the model random input, from ordinary to absurd. Each
+// Gives every solver of the model random input, from ordinary to absurd. Each
 // call has to end in time with finite numbers, or the none of its header, and to keep its promises.
 // Ends with 1 after a finding; `fuzz 1 SEED CASE` repeats it. usage: fuzz CASES SEED [FIRST]
 
@@ -8,14 +8,12 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cerrno>
 #include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "model/first_approach.h"
@@ -27,7 +25,6 @@
 #include "model/properties.h"
 #include "model/saturation.h"
 #include "model/spinodal.h"
-#include "toolkit/number_text.h"
 
 namespace {
 
@@ -105,39 +102,6 @@ void MakeInput() {
     V = Near(std::array{bMix, 3.0 * bMix, R * T / point.P}[draw() % 3]);
     const double belonging = PressureVdW(aMix, bMix, T, V);
     P = draw() % 2 == 0 && belonging > 0.0 && belonging < 1e300 ? belonging : Near(point.P);
-}
-
-void Texts() {
-    const auto same = [](std::optional<double> x, double y) {
-        return x && std::bit_cast<std::uint64_t>(*x) == std::bit_cast<std::uint64_t>(y);
-    };
-    const double value = AnyDouble();
-    const int digits = static_cast<int>(draw() % 20);
-    if (std::abs(value) < 1e308) {
-        const std::array texts = {toolkit::numberText(value), toolkit::significantText(value, 17),
-                                  toolkit::fixedText(value, digits),
-                                  toolkit::resultText(value, digits)};
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            const std::optional<double> read = toolkit::parseNumber(texts[i]);
-            Demand(i < 2 ? same(read, value) : read.has_value(), texts[i].c_str());
-        }
-    }
-    // Most of them nearly a number. The C library tells which are.
-    constexpr std::string_view likely = "00112233456789+-.eE ,xinf";
-    const bool isLikely = draw() % 8 != 0;
-    std::string text;
-    for (std::size_t size = draw() % 24; text.size() < size;) {
-        text += isLikely ? likely[draw() % likely.size()] : static_cast<char>(draw());
-    }
-    char* end = nullptr;
-    errno = 0;
-    const double expected = std::strtod(text.c_str(), &end);
-    const auto read = static_cast<std::size_t>(end - text.c_str());
-    const bool isNumber = read > 0 &&
-                          text.find_first_not_of(" \t\n\v\f\r", read) == std::string::npos &&
-                          text.find_first_of("xXnN") == std::string::npos;
-    const std::optional<double> parsed = toolkit::parseNumber(text);
-    Demand(isNumber ? same(parsed, expected) || errno == ERANGE : !parsed, text.c_str());
 }
 
 void Cubics() {
@@ -270,8 +234,7 @@ struct Solver {
     unsigned long every;  // cases
     void (*run)();
 };
-constexpr std::array solvers = {Solver{"number text", 1, Texts},
-                                Solver{"cubic", 1, Cubics},
+constexpr std::array solvers = {Solver{"cubic", 1, Cubics},
                                 Solver{"operation", 1, Operations},
                                 Solver{"spinodal", 1, Spinodals},
                                 Solver{"homogenisation", 8, Homogenisations},

@@ -11,24 +11,17 @@ class FugacityWindowTest : public tests::RootScreenTest {
   protected:
     /// Compares the list with the eleven logarithms of the coefficients from row[16] on.
     void expectFugacities(const std::vector<double>& row) {
-        std::size_t line = 0;
-        for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
-            if (row[i] == 0.0) {
-                continue;
-            }
+        expectGases(row, [&](std::size_t line, std::size_t i) {
             const double logarithm = row[16 + i];
             const bool isGuarded = std::abs(logarithm) >= 227.0;
             const double coefficient = isGuarded ? 1.0 : std::exp(logarithm);
             const double fugacity = row[i] / 1e12 * coefficient * row[12];
             guarded += isGuarded ? 1 : 0;
-            EXPECT_EQ(rows().at(line).at(0), fluid::ComponentFormulas[i]);
             // An error of the volume comes in times b/(V - b).
             const double tolerance = 1e-13 * (1.0 + std::abs(logarithm) * std::abs(logarithm));
             EXPECT_LT(RelativeError(cell(line, 1), fugacity), tolerance);
             EXPECT_LT(RelativeError(cell(line, 2), coefficient), tolerance);
-            ++line;
-        }
-        EXPECT_EQ(rows().size(), line);
+        });
     }
 
     int guarded = 0;

@@ -1,5 +1,6 @@
 #include "tests/screens/root_screen_test.h"
 
+#include "model/fluid_model.h"
 #include "tests/model/golden.h"
 #include "toolkit/number_text.h"
 
@@ -32,6 +33,20 @@ void RootScreenTest::expectSlope(double expected, double tolerance) const {
 
 std::vector<toolkit::List::Row> RootScreenTest::rows() const {
     return dynamic_cast<const toolkit::List&>(robot.control("ListBox1")).rows();
+}
+
+void RootScreenTest::expectGases(
+    const std::vector<double>& row,
+    const std::function<void(std::size_t, std::size_t)>& compare) const {
+    std::size_t line = 0;
+    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+        if (row[i] > 0.0) {
+            SCOPED_TRACE(fluid::ComponentFormulas[i]);
+            EXPECT_TRUE(rows().at(line).at(0).ends_with(fluid::ComponentFormulas[i]));
+            compare(line++, i);
+        }
+    }
+    EXPECT_EQ(rows().size(), line);
 }
 
 double RootScreenTest::cell(std::size_t row, std::size_t column) const {

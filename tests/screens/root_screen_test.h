@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,10 @@ class RootScreenTest : public ScreenTest {
     /// Expects the verdict on the stability that belongs to this slope in MPa·mol/cm3.
     void expectSlope(double expected, double tolerance) const;
     std::vector<toolkit::List::Row> rows() const;
+    /// Expects a line of the list for each gas of a golden row, and gives the line and the gas to
+    /// `compare`.
+    void expectGases(const std::vector<double>& row,
+                     const std::function<void(std::size_t, std::size_t)>& compare) const;
     /// The number in a cell of the list; fails the test where there is none.
     double cell(std::size_t row, std::size_t column) const;
 };

@@ -68,6 +68,7 @@ void ScreenTest::visitEveryScreen(const std::function<void()>& look) {
     openComposition();
     look();
     compose({{"H2O", "1"}});
+    ASSERT_EQ(procedures().size(), 13U);
     for (const std::string& button : procedures()) {
         const std::size_t before = owner.screens().size();
         robot.use("Start2Window");

