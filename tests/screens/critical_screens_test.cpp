@@ -146,7 +146,7 @@ TEST_F(CriticalScreensTest, ExportedTableIsTheShownOneInCelsius) {
              {"Kelvin",  // three volumes of one kind, two of the other, at six temperatures
               "GivenRange",
               {{"dataEntryT1", "450.1"}, {"dataEntryT2", "400.2"}, {"dataEntryStep", "10"}},
-              6 * 5,
+              30,
               "176.95"}}) {
         robot.click(c.unit);
         calculate(c.choice, c.entries);
