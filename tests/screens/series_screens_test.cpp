@@ -1,10 +1,13 @@
 #include <gtk/gtk.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -15,6 +18,18 @@
 #include "toolkit/list.h"
 #include "toolkit/number_text.h"
 #include "toolkit/plot.h"
+
+namespace {
+
+bool isDiskSlow = false;
+
+}  // namespace
+
+/// In place of the system's, for all that is written.
+extern "C" int fsync(int file) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(isDiskSlow ? 2500 : 0));
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
 
 namespace {
 
@@ -209,6 +224,26 @@ TEST_F(SeriesScreensTest, ExportDiffersFromAHandMadeFileOrLosesTheOldOne) {
     ASSERT_TRUE(robot.waitFor([&isotherm] { return isotherm.isActive(); }));
     EXPECT_TRUE(text("warning").starts_with("warning: isotherm.txt was not written: "))
         << text("warning");
+}
+
+TEST_F(SeriesScreensTest, SaveToASlowDiskEmptiesTheTableOrTakesTheMessageAway) {
+    open("Isochore");
+    calculate({{"dataEntryV", "80"},
+               {"dataEntryT1", "200"},
+               {"dataEntryT2", "400"},
+               {"dataEntryStep", "25"}});
+    toolkit::Screen& screen = robot.screen();
+    for (const bool isSlow : {true, false}) {
+        isDiskSlow = isSlow;
+        save("Export", folder / (isSlow ? "slow" : "fast"));
+        ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+        robot.settle();
+        EXPECT_EQ(text("warning"), isSlow ? "slow.txt was written" : "fast.txt was written");
+        EXPECT_FALSE(list().rows().empty());
+    }
+    robot.use("Start2Window");
+    robot.use(screen);
+    EXPECT_TRUE(list().rows().empty());
 }
 
 TEST_F(SeriesScreensTest, PlotReadsOutAnotherPointOrSavesNoPicture) {
