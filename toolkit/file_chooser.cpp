@@ -1,5 +1,6 @@
 #include "toolkit/file_chooser.h"
 
+#include <gdk/gdkkeysyms.h>
 #include <gtk/gtk.h>
 
 #include <algorithm>
@@ -69,6 +70,30 @@ void onDestroy(GtkWidget* /*dialog*/, gpointer data) {
     chooser->screen.dialogCloses();
 }
 
+/// While a folder is being read its list has no rows to sort, and GTK+ complains of a click on a
+/// head: all lists in `widget` get heads that can be clicked only when there is something to sort.
+void guardHeads(GtkWidget* widget, gpointer /*data*/) {
+    if (GTK_IS_TREE_VIEW(widget)) {
+        const auto onModel = +[](GtkTreeView* list) {
+            gtk_tree_view_set_headers_clickable(
+                list, static_cast<gboolean>(gtk_tree_view_get_model(list) != nullptr));
+        };
+        onModel(GTK_TREE_VIEW(widget));
+        g_signal_connect(widget, "notify::model", G_CALLBACK(onModel), nullptr);
+    } else if (GTK_IS_CONTAINER(widget)) {
+        gtk_container_forall(GTK_CONTAINER(widget), &guardHeads, nullptr);
+    }
+}
+
+/// Without this, the list of files asks for what Ctrl+V would paste and takes no notice of its own
+/// end until that comes.
+void refusePasteIntoList() {
+    GtkBindingSet* const keys = gtk_binding_set_find("GtkFileChooserDefault");
+    if (keys != nullptr) {
+        gtk_binding_entry_remove(keys, GDK_KEY_v, GDK_CONTROL_MASK);
+    }
+}
+
 void Chooser::accept() {
     const std::string typed = pathIn(dialog);
     if (typed.empty()) {
@@ -129,6 +154,8 @@ void chooseFileToSave(Screen& screen, const std::string& title, const std::strin
     // GTK+ notes the file among the recent ones, and complains where it has no folder for that.
     constexpr int ownerOnly = 0700;
     g_mkdir_with_parents(g_get_user_data_dir(), ownerOnly);
+    guardHeads(dialog, nullptr);
+    refusePasteIntoList();
     screen.dialogOpens();
     auto chooser = std::make_unique<Chooser>(
         Chooser{screen, dialog, std::move(extensions), std::move(chosen), {}});

@@ -1,5 +1,7 @@
 #include <functional>
+#include <sstream>
 
+#include "tests/reliability/late_owner.h"
 #include "tests/screens/screen_test.h"
 #include "toolkit/clipboard.h"
 
@@ -137,6 +139,29 @@ TEST_F(MenuBarTest, WhatOnlyBorrowsTheKeyboardLeavesTheResult) {
     robot.use("Start2Window");
     robot.use("PressureWindow");
     EXPECT_EQ(texts({"dataEntryV", "dataEntryT", "Result"}), "80|700||");
+}
+
+TEST_F(MenuBarTest, MenuWaitsForTheOwnerOfTheClipboardOrOutlivesItsWindow) {
+    const tests::LateOwner silent(tests::LateOwner::Habit::silent, 1);
+    for (const std::string keys :
+         {"Alt_L+e", "Alt_L+e Escape", "F10 Right Escape", "Control_L+v", "Alt_L+e p"}) {
+        openProcedure({{"H2O", "1"}}, "Pressures", "PressureWindow");
+        robot.click("dataEntryT");
+        robot.setHasty(true);
+        std::istringstream each(keys);
+        for (std::string key; each >> key;) {
+            robot.press(key);
+        }
+        robot.closeWindow(*owner.screens().back());
+        robot.setHasty(false);
+        robot.settle();
+        if (keys == "Alt_L+e") {
+            EXPECT_GT(robot.control("EditPaste").area().width, 0);
+        }
+        while (owner.screens().size() > 1) {  // an open menu keeps its window
+            owner.close(*owner.screens().back());
+        }
+    }
 }
 
 }  // namespace
