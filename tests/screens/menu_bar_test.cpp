@@ -4,6 +4,7 @@
 #include "tests/reliability/late_owner.h"
 #include "tests/screens/screen_test.h"
 #include "toolkit/clipboard.h"
+#include "toolkit/entry.h"
 
 namespace {
 
@@ -48,6 +49,21 @@ TEST_F(MenuBarTest, EditItemsAndTheirKeysActOnTheFocusedEntry) {
     robot.press("Alt_L+f");
     robot.press("q");
     EXPECT_TRUE(owner.screens().empty());
+}
+
+TEST_F(MenuBarTest, LongPasteFillsTheEntryWithoutEndOrMakesAnotherNumber) {
+    const std::string longest = std::string(999, '0') + "7";
+    for (const std::string& pasted : {longest, longest + "5", std::string(65'535, '8')}) {
+        toolkit::setClipboardText(pasted);
+        robot.enter("dataEntryT", "");
+        robot.press("Control_L+v");
+        const auto& entry = dynamic_cast<const toolkit::Entry&>(robot.control("dataEntryT"));
+        EXPECT_EQ(entry.number(), pasted == longest ? 7.0 : 0.0);
+        EXPECT_LE(entry.text().size(), 1002U);
+        EXPECT_EQ(entry.text().ends_with("…"), pasted != longest);
+        robot.type("3");
+        EXPECT_FALSE(entry.text().ends_with("3"));
+    }
 }
 
 TEST_F(MenuBarTest, UndoGoesBackThroughEveryKindOfChange) {
