@@ -34,11 +34,12 @@ int writeAll(int file, std::string_view contents) {
     return fsync(file) == 0 ? 0 : errno;
 }
 
-/// The rights of the file that stands there, or those that a new one gets.
+/// The rights of the file that stands there, or those that a new one gets; never those to become
+/// another user or group, which were given to other contents.
 mode_t rightsFor(const std::string& path) {
     struct stat old {};
     if (stat(path.c_str(), &old) == 0) {
-        return old.st_mode & static_cast<mode_t>(07777);
+        return old.st_mode & static_cast<mode_t>(0777);
     }
     const mode_t mask = umask(0);
     umask(mask);

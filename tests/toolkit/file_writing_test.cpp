@@ -121,7 +121,7 @@ TEST_F(FileWritingTest, ReplacedFileLosesItsRightsOrItsLink) {
     EXPECT_FALSE(toolkit::writeFile(table, "first\n"));
     umask(mask);
     EXPECT_EQ(files::status(table).permissions(), files::perms(0640));
-    files::permissions(table, files::perms(0604));
+    files::permissions(table, files::perms(06604));
     files::create_directory(folder / "links");
     files::create_symlink("../table.txt", folder / "links" / "second");
     files::create_symlink("links/second", folder / "first");
