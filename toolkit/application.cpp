@@ -2,6 +2,7 @@
 
 #include <gtk/gtk.h>
 
+#include <csignal>
 #include <initializer_list>
 
 namespace toolkit {
@@ -36,6 +37,8 @@ void giveIcon(const char* name) {
 }  // namespace
 
 bool openDisplay() {
+    // A file that grows over its limit shall fail to be written, and not end the process.
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     if (gtk_init_check(nullptr, nullptr) == FALSE) {
         return false;
     }

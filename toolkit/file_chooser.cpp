@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "toolkit/event.h"
+#include "toolkit/file_writing.h"
 #include "toolkit/screen.h"
 
 namespace toolkit {
@@ -109,13 +110,11 @@ void Chooser::accept() {
 }
 
 void Chooser::askToReplace() {
-    const std::unique_ptr<char, decltype(&g_free)> name(g_filename_display_basename(path.c_str()),
-                                                        &g_free);
     GtkWidget* const question = gtk_message_dialog_new(
         GTK_WINDOW(dialog),
         static_cast<GtkDialogFlags>(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT),
         GTK_MESSAGE_QUESTION, GTK_BUTTONS_NONE,
-        "A file named \"%s\" exists already. Do you want to replace it?", name.get());
+        "A file named \"%s\" exists already. Do you want to replace it?", shownName(path).c_str());
     gtk_window_set_title(GTK_WINDOW(question), "Replace file");
     gtk_dialog_add_buttons(GTK_DIALOG(question), "_Cancel", GTK_RESPONSE_CANCEL, "_Replace",
                            GTK_RESPONSE_ACCEPT, nullptr);

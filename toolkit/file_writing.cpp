@@ -1,6 +1,7 @@
 #include "toolkit/file_writing.h"
 
 #include <fcntl.h>
+#include <glib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 
 namespace toolkit {
@@ -15,7 +17,7 @@ namespace toolkit {
 namespace {
 
 std::string sentence(const std::string& path, int error) {
-    return "warning: " + std::filesystem::path(path).filename().string() +
+    return "warning: " + shownName(path) +
            " was not written: " + std::generic_category().message(error);
 }
 
@@ -104,6 +106,12 @@ std::optional<std::string> writeFile(const std::string& path, std::string_view c
         return sentence(path, error);
     }
     return std::nullopt;
+}
+
+std::string shownName(const std::string& path) {
+    const std::unique_ptr<char, decltype(&g_free)> name(g_filename_display_basename(path.c_str()),
+                                                        &g_free);
+    return name.get();
 }
 
 }  // namespace toolkit

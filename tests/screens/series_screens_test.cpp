@@ -1,4 +1,5 @@
 #include <gtk/gtk.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -226,21 +227,28 @@ TEST_F(SeriesScreensTest, ExportDiffersFromAHandMadeFileOrLosesTheOldOne) {
         << text("warning");
 }
 
-TEST_F(SeriesScreensTest, SaveToASlowDiskEmptiesTheTableOrTakesTheMessageAway) {
+TEST_F(SeriesScreensTest, SaveToAPoorDiskLosesTheTableOrTheWordOnIt) {
     open("Isochore");
     calculate({{"dataEntryV", "80"},
                {"dataEntryT1", "200"},
                {"dataEntryT2", "400"},
-               {"dataEntryStep", "25"}});
+               {"dataEntryStep", "0.1"}});
     toolkit::Screen& screen = robot.screen();
-    for (const bool isSlow : {true, false}) {
-        isDiskSlow = isSlow;
-        save("Export", folder / (isSlow ? "slow" : "fast"));
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    for (const std::string file : {"slow.txt", "full.txt"}) {
+        const bool isFull = file == "full.txt";
+        isDiskSlow = !isFull;
+        const rlimit limit{isFull ? 9999 : unlimited.rlim_cur, unlimited.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        save("Export", folder / file);
         ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
         robot.settle();
-        EXPECT_EQ(text("warning"), isSlow ? "slow.txt was written" : "fast.txt was written");
-        EXPECT_FALSE(list().rows().empty());
+        EXPECT_EQ(text("warning"), isFull ? "warning: full.txt was not written: File too large"
+                                          : "slow.txt was written");
+        EXPECT_EQ(list().rows().size(), 2001U);
     }
+    setrlimit(RLIMIT_FSIZE, &unlimited);
     robot.use("Start2Window");
     robot.use(screen);
     EXPECT_TRUE(list().rows().empty());
