@@ -33,6 +33,12 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
     SavePicture.onClick(this, &PlotPanel::SavePicture_Action);
     Copy.onClick(this, &PlotPanel::Copy_Action);
     plot.onPoint([this](std::optional<toolkit::PlotPosition> position) { showPoint(position); });
+    plot.onFailure([this] {
+        const std::string before = message_.text();
+        message_.setText(
+            before + (before.empty() ? "" : "\n") +
+            "warning: the plot cannot be drawn; PLplot or its cairo driver is missing");
+    });
     SavePicture.setTooltip("Saves the plot as an SVG, PDF or PNG file");
     Copy.setTooltip("Copies the table, to be pasted into a spreadsheet");
 }

@@ -47,7 +47,13 @@ constexpr std::array hastyKeys = {
 
 class Walk {
   public:
-    explicit Walk(std::mt19937& random) : random_(random) {}
+    explicit Walk(std::mt19937& random) : random_(random) {
+        constexpr unsigned nowAndThen = 200;  // ms
+        answers_ = g_timeout_add(nowAndThen, &answer, this);
+    }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
+    ~Walk() { g_source_remove(answers_); }
 
     void step() {
         leaveDialogs();
@@ -177,6 +183,18 @@ class Walk {
         return found;
     }
 
+    /// The file dialog of GTK+ waits for the answers to its own complaints, and keeps the walk from
+    /// its next step until then.
+    static gboolean answer(gpointer self) {
+        if (g_main_depth() > 1) {
+            tour::Robot& robot = static_cast<Walk*>(self)->robot_;
+            robot.setHasty(true);
+            robot.press("Escape");
+            robot.setHasty(false);
+        }
+        return G_SOURCE_CONTINUE;
+    }
+
     /// Saves or gives up, whatever the dialogs ask.
     void leaveDialogs() {
         constexpr int attempts = 20;
@@ -188,6 +206,7 @@ class Walk {
     std::mt19937& random_;
     app::WindowOwner owner_;
     tour::Robot robot_{owner_};
+    unsigned answers_;
 };
 
 /// Memory in use in kB after each round of events, all windows closed.

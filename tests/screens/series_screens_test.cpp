@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -278,6 +279,24 @@ TEST_F(SeriesScreensTest, PlotReadsOutAnotherPointOrSavesNoPicture) {
         EXPECT_TRUE(picture.starts_with(start)) << name;
         EXPECT_GT(picture.size(), 2000U) << name;
     }
+}
+
+TEST_F(SeriesScreensTest, PlotWithoutADriverIsLeftWhiteWithoutAWord) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto calculateAndTell = [this] {
+        setenv("PLPLOT_DRV_DIR", folder.c_str(), 1);
+        open("Isochore");
+        calculate({{"dataEntryV", "80"},
+                   {"dataEntryT1", "200"},
+                   {"dataEntryT2", "400"},
+                   {"dataEntryStep", "25"}});
+        robot.waitFor([this] { return !text("warning").empty(); });
+        std::cerr << text("warning") << list().rows().size();
+        files::remove_all(folder);
+        _exit(EXIT_SUCCESS);
+    };
+    EXPECT_EXIT(calculateAndTell(), testing::ExitedWithCode(EXIT_SUCCESS),
+                "^warning: the plot cannot be drawn; [^\n]* is missing9$");
 }
 
 TEST_F(SeriesScreensTest, CoarseIsothermHasCornersOrReadsOutWhatIsNoRow) {
