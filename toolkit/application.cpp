@@ -1,7 +1,9 @@
 #include "toolkit/application.h"
 
 #include <gtk/gtk.h>
+#include <sys/resource.h>
 
+#include <algorithm>
 #include <csignal>
 #include <initializer_list>
 
@@ -34,11 +36,22 @@ void giveIcon(const char* name) {
     g_list_free_full(icons, &g_object_unref);
 }
 
+/// What hands a table to screen readers goes down it by recursion, with some 128 bytes for a row.
+void makeRoomForReaders() {
+    constexpr rlim_t room = rlim_t{64} << 20;  // four times what the longest table takes
+    rlimit stack{};
+    if (getrlimit(RLIMIT_STACK, &stack) == 0 && stack.rlim_cur < room) {
+        stack.rlim_cur = std::min(room, stack.rlim_max);
+        setrlimit(RLIMIT_STACK, &stack);
+    }
+}
+
 }  // namespace
 
 bool openDisplay() {
     // A file that grows over its limit shall fail to be written, and not end the process.
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    makeRoomForReaders();
     if (gtk_init_check(nullptr, nullptr) == FALSE) {
         return false;
     }
