@@ -95,7 +95,7 @@ TEST_F(PhaseScreensTest, FirstApproachIsWipedWhileItIsEditedOrGarbageIsTaken) {
     EXPECT_EQ(text("dataEntry2"), "2.5");
     robot.click("calculate");
     EXPECT_EQ(text("Answer"), "2.422317");
-    const std::string tooLong = std::string(1000, '0') + "1";
+    const std::string tooLong = std::string(1000, '0') + "0.8";
     for (const std::string& garbage : {std::string("much"), std::string("1.5"), tooLong}) {
         editFirstFraction("ListBoxPhaseX", garbage);
         robot.click("calculate");
