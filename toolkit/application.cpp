@@ -46,6 +46,29 @@ void makeRoomForReaders() {
     }
 }
 
+/// The context menu of a text comes when the clipboard has answered. Asked for by keys and come too
+/// late to be shown, it would take all input all the same.
+gboolean onContextMenu(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
+                       gpointer /*data*/) {
+    const auto leave = +[](gpointer menu) -> gboolean {
+        if (gtk_widget_get_visible(GTK_WIDGET(menu)) == FALSE) {
+            gtk_menu_shell_deactivate(GTK_MENU_SHELL(menu));
+        }
+        return G_SOURCE_REMOVE;
+    };
+    // Before the next event.
+    gdk_threads_add_idle_full(G_PRIORITY_HIGH, leave, g_value_dup_object(values + 1),
+                              &g_object_unref);
+    return TRUE;
+}
+
+/// Looks after the context menus of all texts of this type.
+void watchContextMenus(GType type) {
+    g_type_class_unref(g_type_class_ref(type));
+    g_signal_add_emission_hook(g_signal_lookup("populate-popup", type), 0, &onContextMenu, nullptr,
+                               nullptr);
+}
+
 }  // namespace
 
 bool openDisplay() {
@@ -55,6 +78,8 @@ bool openDisplay() {
     if (gtk_init_check(nullptr, nullptr) == FALSE) {
         return false;
     }
+    watchContextMenus(GTK_TYPE_ENTRY);
+    watchContextMenus(GTK_TYPE_LABEL);
     // A result that Tab has passed would stay selected, and look like the one that is meant.
     g_object_set(gtk_settings_get_default(), "gtk-label-select-on-focus", FALSE, nullptr);
     return true;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -71,9 +72,9 @@ void onDestroy(GtkWidget* /*dialog*/, gpointer data) {
     chooser->screen.dialogCloses();
 }
 
-/// While a folder is being read its list has no rows to sort, and GTK+ complains of a click on a
-/// head: all lists in `widget` get heads that can be clicked only when there is something to sort.
-void guardHeads(GtkWidget* widget, gpointer /*data*/) {
+/// While a folder is being read, what shows it is empty, and GTK+ does not bear that it is clicked:
+/// in `widget` the heads of lists and the path bar are to be clicked only when they are filled.
+void guardEmpty(GtkWidget* widget, gpointer /*data*/) {
     if (GTK_IS_TREE_VIEW(widget)) {
         const auto onModel = +[](GtkTreeView* list) {
             gtk_tree_view_set_headers_clickable(
@@ -81,8 +82,12 @@ void guardHeads(GtkWidget* widget, gpointer /*data*/) {
         };
         onModel(GTK_TREE_VIEW(widget));
         g_signal_connect(widget, "notify::model", G_CALLBACK(onModel), nullptr);
+    } else if (std::string_view(G_OBJECT_TYPE_NAME(widget)) == "GtkPathBar") {
+        const auto onAdd = +[](GtkWidget* bar) { gtk_widget_set_sensitive(bar, TRUE); };
+        gtk_widget_set_sensitive(widget, FALSE);
+        g_signal_connect(widget, "add", G_CALLBACK(onAdd), nullptr);
     } else if (GTK_IS_CONTAINER(widget)) {
-        gtk_container_forall(GTK_CONTAINER(widget), &guardHeads, nullptr);
+        gtk_container_forall(GTK_CONTAINER(widget), &guardEmpty, nullptr);
     }
 }
 
@@ -153,7 +158,7 @@ void chooseFileToSave(Screen& screen, const std::string& title, const std::strin
     // GTK+ notes the file among the recent ones, and complains where it has no folder for that.
     constexpr int ownerOnly = 0700;
     g_mkdir_with_parents(g_get_user_data_dir(), ownerOnly);
-    guardHeads(dialog, nullptr);
+    guardEmpty(dialog, nullptr);
     refusePasteIntoList();
     screen.dialogOpens();
     auto chooser = std::make_unique<Chooser>(
