@@ -180,18 +180,4 @@ TEST_F(MenuBarTest, MenuWaitsForTheOwnerOfTheClipboardOrOutlivesItsWindow) {
     }
 }
 
-TEST_F(MenuBarTest, ContextMenuThatComesTooLateTakesAllKeys) {
-    const tests::LateOwner late(tests::LateOwner::Habit::late, 1);
-    robot.click("dataEntryT");
-    robot.setHasty(true);
-    robot.press("Shift_L+F10");
-    const toolkit::Area place = robot.control("dataEntryT").area();
-    robot.drag(place.x + 9, place.y + 9, place.x + 9, place.y + 9);
-    robot.setHasty(false);
-    clipboard();  // comes after what the menu has asked for
-    robot.settle();
-    robot.type("7");
-    EXPECT_EQ(text("dataEntryT"), "7");
-}
-
 }  // namespace
