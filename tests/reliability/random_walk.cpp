@@ -60,6 +60,9 @@ class Walk {
         if (owner_.screens().empty()) {
             start();
         }
+        if (owner_.screens().empty()) {
+            return;  // closed by what was still under way
+        }
         constexpr std::size_t mostWindows = 6;
         if (chance(0.1)) {
             robot_.use(*one(owner_.screens()));
@@ -77,6 +80,9 @@ class Walk {
     void sendSomething() {
         if (owner_.screens().empty()) {
             start();
+        }
+        if (owner_.screens().empty()) {
+            return;  // closed by what was still under way
         }
         robot_.setHasty(true);
         const std::vector<toolkit::Screen*> screens = owner_.screens();
