@@ -1,11 +1,11 @@
 #include "procedures/plot_panel.h"
 
-#include <filesystem>
 #include <optional>
 #include <utility>
 
 #include "toolkit/clipboard.h"
 #include "toolkit/file_chooser.h"
+#include "toolkit/file_writing.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
@@ -13,13 +13,13 @@ namespace procedures {
 void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
                 const std::string& fileName, const std::vector<std::string>& extensions,
                 std::function<std::optional<std::string>(const std::string& path)> write) {
-    toolkit::chooseFileToSave(
-        screen, title, fileName + extensions.front(), extensions,
-        [&message, write = std::move(write)](const std::string& path) {
-            const std::optional<std::string> failure = write(path);
-            const std::string name = std::filesystem::path(path).filename().string();
-            failure ? message.setText(*failure) : message.inform(name + " was written");
-        });
+    toolkit::chooseFileToSave(screen, title, fileName + extensions.front(), extensions,
+                              [&message, write = std::move(write)](const std::string& path) {
+                                  const std::optional<std::string> failure = write(path);
+                                  failure
+                                      ? message.setText(*failure)
+                                      : message.inform(toolkit::shownName(path) + " was written");
+                              });
 }
 
 PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const toolkit::List& table,
@@ -33,6 +33,12 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
     SavePicture.onClick(this, &PlotPanel::SavePicture_Action);
     Copy.onClick(this, &PlotPanel::Copy_Action);
     plot.onPoint([this](std::optional<toolkit::PlotPosition> position) { showPoint(position); });
+    plot.onFailure([this] {
+        const std::string before = message_.text();
+        message_.setText(
+            before + (before.empty() ? "" : "\n") +
+            "warning: the plot cannot be drawn; PLplot or its cairo driver is missing");
+    });
     SavePicture.setTooltip("Saves the plot as an SVG, PDF or PNG file");
     Copy.setTooltip("Copies the table, to be pasted into a spreadsheet");
 }

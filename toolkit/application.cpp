@@ -1,7 +1,10 @@
 #include "toolkit/application.h"
 
 #include <gtk/gtk.h>
+#include <sys/resource.h>
 
+#include <algorithm>
+#include <csignal>
 #include <initializer_list>
 
 namespace toolkit {
@@ -33,12 +36,50 @@ void giveIcon(const char* name) {
     g_list_free_full(icons, &g_object_unref);
 }
 
+/// What hands a table to screen readers goes down it by recursion, with some 128 bytes for a row.
+void makeRoomForReaders() {
+    constexpr rlim_t room = rlim_t{64} << 20;  // four times what the longest table takes
+    rlimit stack{};
+    if (getrlimit(RLIMIT_STACK, &stack) == 0 && stack.rlim_cur < room) {
+        stack.rlim_cur = std::min(room, stack.rlim_max);
+        setrlimit(RLIMIT_STACK, &stack);
+    }
+}
+
+/// The context menu of a text comes when the clipboard has answered. Asked for by keys and come too
+/// late to be shown, it would take all input all the same.
+gboolean onContextMenu(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
+                       gpointer /*data*/) {
+    const auto leave = +[](gpointer menu) -> gboolean {
+        if (gtk_widget_get_visible(GTK_WIDGET(menu)) == FALSE) {
+            gtk_menu_shell_deactivate(GTK_MENU_SHELL(menu));
+        }
+        return G_SOURCE_REMOVE;
+    };
+    // Before the next event.
+    gdk_threads_add_idle_full(G_PRIORITY_HIGH, leave, g_value_dup_object(values + 1),
+                              &g_object_unref);
+    return TRUE;
+}
+
+/// Looks after the context menus of all texts of this type.
+void watchContextMenus(GType type) {
+    g_type_class_unref(g_type_class_ref(type));
+    g_signal_add_emission_hook(g_signal_lookup("populate-popup", type), 0, &onContextMenu, nullptr,
+                               nullptr);
+}
+
 }  // namespace
 
 bool openDisplay() {
+    // A file that grows over its limit shall fail to be written, and not end the process.
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    makeRoomForReaders();
     if (gtk_init_check(nullptr, nullptr) == FALSE) {
         return false;
     }
+    watchContextMenus(GTK_TYPE_ENTRY);
+    watchContextMenus(GTK_TYPE_LABEL);
     // A result that Tab has passed would stay selected, and look like the one that is meant.
     g_object_set(gtk_settings_get_default(), "gtk-label-select-on-focus", FALSE, nullptr);
     return true;

@@ -2,7 +2,7 @@
 
 namespace toolkit {
 
-/// Connects to the display; false when there is none.
+/// Prepares the process and connects to the display; false when there is none.
 bool openDisplay();
 
 /// Gives all windows the icon of this name in the desktop's icon theme, if it is there. It is

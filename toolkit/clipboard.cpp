@@ -9,11 +9,4 @@ void setClipboardText(const std::string& text) {
                            static_cast<gint>(text.size()));
 }
 
-std::string clipboardText() {
-    gchar* const text = gtk_clipboard_wait_for_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD));
-    std::string result = text == nullptr ? "" : text;
-    g_free(text);
-    return result;
-}
-
 }  // namespace toolkit

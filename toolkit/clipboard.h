@@ -4,8 +4,7 @@
 
 namespace toolkit {
 
-/// Puts a text on the clipboard, and what is there now; empty where there is no text.
+/// Puts a text on the clipboard.
 void setClipboardText(const std::string& text);
-std::string clipboardText();
 
 }  // namespace toolkit

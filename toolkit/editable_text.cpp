@@ -2,9 +2,32 @@
 
 #include <gtk/gtk.h>
 
+#include <cstring>
 #include <memory>
+#include <string>
 
 namespace toolkit {
+
+namespace {
+
+void onInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* position,
+              gpointer /*data*/) {
+    const auto length = static_cast<std::size_t>(bytes < 0 ? std::strlen(text) : bytes);
+    const glong inserted = g_utf8_strlen(text, static_cast<gssize>(length));
+    const glong room = mostCharacters - gtk_entry_get_text_length(GTK_ENTRY(editable));
+    if (inserted <= room) {
+        return;
+    }
+    g_signal_stop_emission_by_name(editable, "insert-text");
+    gtk_widget_error_bell(GTK_WIDGET(editable));
+    if (room > 0) {
+        const gchar* const end = g_utf8_offset_to_pointer(text, room - 1);
+        const std::string start(text, end);
+        gtk_editable_insert_text(editable, (start + "…").c_str(), -1, position);
+    }
+}
+
+}  // namespace
 
 bool canEdit(GtkWidget* widget, EditCommand command) {
     if (!GTK_IS_EDITABLE(widget)) {
@@ -24,14 +47,17 @@ bool canEdit(GtkWidget* widget, EditCommand command) {
             return *text != '\0';
         }
         case EditCommand::paste:
-            return gtk_clipboard_wait_is_text_available(
-                       gtk_widget_get_clipboard(widget, GDK_SELECTION_CLIPBOARD)) != FALSE;
+            // Whether there is a text only its owner knows, who may be slow to say so.
+            return true;
     }
     return false;
 }
 
 void edit(GtkWidget* widget, EditCommand command) {
-    GtkEditable* const editable = GTK_EDITABLE(widget);
+    // A handler of the change may take the widget away, as a list does with its cell editor.
+    const std::unique_ptr<GtkEditable, decltype(&g_object_unref)> kept(
+        GTK_EDITABLE(g_object_ref(widget)), &g_object_unref);
+    GtkEditable* const editable = kept.get();
     switch (command) {
         case EditCommand::undo:
             break;
@@ -51,6 +77,10 @@ void edit(GtkWidget* widget, EditCommand command) {
             gtk_editable_select_region(editable, 0, -1);
             break;
     }
+}
+
+void limitCharacters(GtkWidget* widget) {
+    g_signal_connect(widget, "insert-text", G_CALLBACK(&onInsert), nullptr);
 }
 
 }  // namespace toolkit

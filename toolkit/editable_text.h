@@ -11,4 +11,10 @@ bool canEdit(GtkWidget* widget, EditCommand command);
 /// Performs a command that canEdit allows.
 void edit(GtkWidget* widget, EditCommand command);
 
+/// The most characters of a text field: many more, and each key is slow to be shown.
+constexpr int mostCharacters = 1000;
+/// Keeps the entry `widget` to them. Of a longer text only the start is inserted, with "…" behind
+/// it, so that what is left is never another number.
+void limitCharacters(GtkWidget* widget);
+
 }  // namespace toolkit

@@ -29,6 +29,7 @@ bool continuesWord(const std::string& before, const std::string& after) {
 
 Entry::Entry(std::string name, int widthChars) : Control(std::move(name), gtk_entry_new()) {
     gtk_entry_set_width_chars(GTK_ENTRY(widget()), widthChars);
+    limitCharacters(widget());
     gtk_entry_set_activates_default(GTK_ENTRY(widget()), TRUE);
     const auto onChanged =
         +[](GtkEditable* /*editable*/, gpointer self) { static_cast<Entry*>(self)->changed(); };

@@ -1,14 +1,17 @@
 #include "toolkit/file_chooser.h"
 
+#include <gdk/gdkkeysyms.h>
 #include <gtk/gtk.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "toolkit/event.h"
+#include "toolkit/file_writing.h"
 #include "toolkit/screen.h"
 
 namespace toolkit {
@@ -69,6 +72,34 @@ void onDestroy(GtkWidget* /*dialog*/, gpointer data) {
     chooser->screen.dialogCloses();
 }
 
+/// While a folder is being read, what shows it is empty, and GTK+ does not bear that it is clicked:
+/// in `widget` the heads of lists and the path bar are to be clicked only when they are filled.
+void guardEmpty(GtkWidget* widget, gpointer /*data*/) {
+    if (GTK_IS_TREE_VIEW(widget)) {
+        const auto onModel = +[](GtkTreeView* list) {
+            gtk_tree_view_set_headers_clickable(
+                list, static_cast<gboolean>(gtk_tree_view_get_model(list) != nullptr));
+        };
+        onModel(GTK_TREE_VIEW(widget));
+        g_signal_connect(widget, "notify::model", G_CALLBACK(onModel), nullptr);
+    } else if (std::string_view(G_OBJECT_TYPE_NAME(widget)) == "GtkPathBar") {
+        const auto onAdd = +[](GtkWidget* bar) { gtk_widget_set_sensitive(bar, TRUE); };
+        gtk_widget_set_sensitive(widget, FALSE);
+        g_signal_connect(widget, "add", G_CALLBACK(onAdd), nullptr);
+    } else if (GTK_IS_CONTAINER(widget)) {
+        gtk_container_forall(GTK_CONTAINER(widget), &guardEmpty, nullptr);
+    }
+}
+
+/// Without this, the list of files asks for what Ctrl+V would paste and takes no notice of its own
+/// end until that comes.
+void refusePasteIntoList() {
+    GtkBindingSet* const keys = gtk_binding_set_find("GtkFileChooserDefault");
+    if (keys != nullptr) {
+        gtk_binding_entry_remove(keys, GDK_KEY_v, GDK_CONTROL_MASK);
+    }
+}
+
 void Chooser::accept() {
     const std::string typed = pathIn(dialog);
     if (typed.empty()) {
@@ -84,13 +115,11 @@ void Chooser::accept() {
 }
 
 void Chooser::askToReplace() {
-    const std::unique_ptr<char, decltype(&g_free)> name(g_filename_display_basename(path.c_str()),
-                                                        &g_free);
     GtkWidget* const question = gtk_message_dialog_new(
         GTK_WINDOW(dialog),
         static_cast<GtkDialogFlags>(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT),
         GTK_MESSAGE_QUESTION, GTK_BUTTONS_NONE,
-        "A file named \"%s\" exists already. Do you want to replace it?", name.get());
+        "A file named \"%s\" exists already. Do you want to replace it?", shownName(path).c_str());
     gtk_window_set_title(GTK_WINDOW(question), "Replace file");
     gtk_dialog_add_buttons(GTK_DIALOG(question), "_Cancel", GTK_RESPONSE_CANCEL, "_Replace",
                            GTK_RESPONSE_ACCEPT, nullptr);
@@ -129,6 +158,8 @@ void chooseFileToSave(Screen& screen, const std::string& title, const std::strin
     // GTK+ notes the file among the recent ones, and complains where it has no folder for that.
     constexpr int ownerOnly = 0700;
     g_mkdir_with_parents(g_get_user_data_dir(), ownerOnly);
+    guardEmpty(dialog, nullptr);
+    refusePasteIntoList();
     screen.dialogOpens();
     auto chooser = std::make_unique<Chooser>(
         Chooser{screen, dialog, std::move(extensions), std::move(chosen), {}});

@@ -1,6 +1,7 @@
 #include "toolkit/file_writing.h"
 
 #include <fcntl.h>
+#include <glib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 
 namespace toolkit {
@@ -15,7 +17,7 @@ namespace toolkit {
 namespace {
 
 std::string sentence(const std::string& path, int error) {
-    return "warning: " + std::filesystem::path(path).filename().string() +
+    return "warning: " + shownName(path) +
            " was not written: " + std::generic_category().message(error);
 }
 
@@ -34,11 +36,12 @@ int writeAll(int file, std::string_view contents) {
     return fsync(file) == 0 ? 0 : errno;
 }
 
-/// The rights of the file that stands there, or those that a new one gets.
+/// The rights of the file that stands there, or those that a new one gets; never those to become
+/// another user or group, which were given to other contents.
 mode_t rightsFor(const std::string& path) {
     struct stat old {};
     if (stat(path.c_str(), &old) == 0) {
-        return old.st_mode & static_cast<mode_t>(07777);
+        return old.st_mode & static_cast<mode_t>(0777);
     }
     const mode_t mask = umask(0);
     umask(mask);
@@ -103,6 +106,12 @@ std::optional<std::string> writeFile(const std::string& path, std::string_view c
         return sentence(path, error);
     }
     return std::nullopt;
+}
+
+std::string shownName(const std::string& path) {
+    const std::unique_ptr<char, decltype(&g_free)> name(g_filename_display_basename(path.c_str()),
+                                                        &g_free);
+    return name.get();
 }
 
 }  // namespace toolkit

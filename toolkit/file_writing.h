@@ -11,4 +11,7 @@ namespace toolkit {
 /// Returns nothing, or the sentence that says what went wrong; the old file is whole then.
 std::optional<std::string> writeFile(const std::string& path, std::string_view contents);
 
+/// The name of a file, without its folder, as it can be shown: what is no UTF-8 in it is replaced.
+std::string shownName(const std::string& path);
+
 }  // namespace toolkit

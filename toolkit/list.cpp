@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "toolkit/clipboard.h"
+#include "toolkit/editable_text.h"
 #include "toolkit/event.h"
 #include "toolkit/text_size.h"
 
@@ -52,6 +53,11 @@ void appendLine(std::string& text, const List::Row& cells) {
 }  // namespace
 
 struct List::Callbacks {
+    static void onEditingStarted(GtkCellRenderer* /*cell*/, GtkCellEditable* editor,
+                                 const gchar* /*path*/, gpointer /*data*/) {
+        limitCharacters(GTK_WIDGET(editor));
+    }
+
     static void onEdited(GtkCellRendererText* /*cell*/, const gchar* path, const gchar* text,
                          gpointer data) {
         auto* const self = static_cast<List*>(data);
@@ -222,6 +228,8 @@ void List::setEditable(std::size_t column) {
     g_list_free(cells);
     g_object_ref(editableCell_);
     g_object_set(editableCell_, "editable", TRUE, nullptr);
+    g_signal_connect(editableCell_, "editing-started", G_CALLBACK(&Callbacks::onEditingStarted),
+                     this);
     g_signal_connect(editableCell_, "edited", G_CALLBACK(&Callbacks::onEdited), this);
     g_signal_connect(widget(), "row-activated", G_CALLBACK(&Callbacks::onRowActivated), this);
 }

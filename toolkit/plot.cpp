@@ -10,10 +10,12 @@
 #include <string_view>
 #include <utility>
 
+#include "toolkit/event.h"
 #include "toolkit/exposure.h"
 #include "toolkit/file_chooser.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/plot_drawing.h"
+#include "toolkit/plot_library.h"
 
 namespace toolkit {
 
@@ -148,6 +150,7 @@ void Plot::show(std::vector<PlotSeries> series) {
     }
     canvas_->surface.reset();
     canvas_->frame.reset();
+    isFailureTold_ = false;
     gtk_widget_queue_draw(widget());
 }
 
@@ -158,6 +161,9 @@ void Plot::draw() {
     canvas_->frame =
         drawPlot(cairo.get(), canvas_->width, canvas_->height, textSizeOf(widget()).font,
                  {xTitle_, yTitle_, isLogarithmicX_, series_});
+    if (plotLibrary() == nullptr && !series_.empty() && !std::exchange(isFailureTold_, true)) {
+        runHandler(failed_, name().c_str());
+    }
 }
 
 std::optional<Area> Plot::place(const PlotPosition& position) const {

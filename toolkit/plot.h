@@ -66,6 +66,8 @@ class Plot : public Control {
     void clear() { show({}); }
     const std::vector<PlotSeries>& series() const { return series_; }
     void onPoint(PointHandler handler) { point_ = std::move(handler); }
+    /// `failed` runs when series that are shown turn out not to be drawn, once for each `show`.
+    void onFailure(Handler failed) { failed_ = std::move(failed); }
     /// Where a point is drawn, relative to the plot's upper left corner; nothing before it was.
     std::optional<Area> place(const PlotPosition& position) const;
 
@@ -86,6 +88,8 @@ class Plot : public Control {
     bool isLogarithmicX_ = false;
     std::vector<PlotSeries> series_;
     PointHandler point_;
+    Handler failed_;
+    bool isFailureTold_ = false;
     std::optional<PlotPosition> pointed_;
     std::unique_ptr<Canvas> canvas_;
 };

@@ -108,19 +108,19 @@ void Robot::moveTo(int x, int y) {
     settle();
 }
 
-void Robot::button(bool down) {
-    XTestFakeButtonEvent(connection_->display, Button1, down ? True : False, CurrentTime);
+void Robot::button(unsigned number, bool down) {
+    XTestFakeButtonEvent(connection_->display, number, down ? True : False, CurrentTime);
     settle();
 }
 
-void Robot::drag(int fromX, int fromY, int toX, int toY) {
+void Robot::drag(int fromX, int fromY, int toX, int toY, unsigned mouseButton) {
     moveTo(fromX, fromY);
-    button(true);
+    button(mouseButton, true);
     if (toX != fromX || toY != fromY) {
         moveTo((fromX + toX) / 2, (fromY + toY) / 2);
         moveTo(toX, toY);
     }
-    button(false);
+    button(mouseButton, false);
 }
 
 void Robot::pressKey(unsigned long keysym, bool down) {
@@ -178,19 +178,27 @@ void Robot::enter(std::string_view name, std::string_view characters) {
 }
 
 void Robot::closeWindow() {
+    closeWindow(screen());
+    screen_ = nullptr;
+}
+
+void Robot::closeWindow(const toolkit::Screen& screen) {
     Display* const display = connection_->display;
     XEvent event{};
     event.xclient.type = ClientMessage;
-    event.xclient.window = screen().xWindow();
+    event.xclient.window = screen.xWindow();
     event.xclient.message_type = XInternAtom(display, "_NET_CLOSE_WINDOW", False);
     event.xclient.format = 32;
     XSendEvent(display, DefaultRootWindow(display), False,
                SubstructureNotifyMask | SubstructureRedirectMask, &event);
-    screen_ = nullptr;
     settle();
 }
 
 void Robot::settle() {
+    if (isHasty_) {
+        XFlush(connection_->display);
+        return;
+    }
     XSync(connection_->display, False);
     const auto end = Clock::now() + patience;
     auto quietUntil = Clock::now() + quietTime;

@@ -30,8 +30,8 @@ class Robot {
     std::string text(std::string_view name) const;
 
     void click(std::string_view name);
-    /// Presses button 1 at one place of the display and releases it at another.
-    void drag(int fromX, int fromY, int toX, int toY);
+    /// Presses a button of the mouse at one place of the display and releases it at another.
+    void drag(int fromX, int fromY, int toX, int toY, unsigned mouseButton = 1);
     void moveTo(int x, int y);
     /// Types the characters into whatever has the focus.
     void type(std::string_view characters);
@@ -41,7 +41,10 @@ class Robot {
     void enter(std::string_view name, std::string_view characters);
     /// Has the window manager close the window in use, as the button in its title bar does.
     void closeWindow();
+    void closeWindow(const toolkit::Screen& screen);
 
+    /// While this holds, what the robot does is only sent: nothing waits for the program.
+    void setHasty(bool isHasty) { isHasty_ = isHasty; }
     /// Runs the events until nothing more happens.
     void settle();
     /// As settle, until `condition` holds; returns whether it did within ten seconds.
@@ -50,10 +53,11 @@ class Robot {
   private:
     struct Connection;
     void pressKey(unsigned long keysym, bool down);
-    void button(bool down);
+    void button(unsigned number, bool down);
 
     app::WindowOwner& owner_;
     toolkit::Screen* screen_ = nullptr;
+    bool isHasty_ = false;
     std::unique_ptr<Connection> connection_;
 };
 

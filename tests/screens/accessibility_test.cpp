@@ -252,6 +252,26 @@ TEST_F(AccessibilityTest, MessagesAndResultsAreSpokenAlsoTwice) {
     expectTwice("Pressure 14.260677628779192 MPa");
 }
 
+TEST_F(AccessibilityTest, LastRowOfALongTableIsReached) {
+    openProcedure({{"H2O", "1"}}, "Isochores", "IsochoreWindow");
+    for (const auto& [entry, characters] : tests::Composition{{"dataEntryV", "80"},
+                                                              {"dataEntryT1", "200"},
+                                                              {"dataEntryT2", "299.999"},
+                                                              {"dataEntryStep", "0.001"}}) {
+        robot.enter(entry, characters);
+    }
+    robot.press("Return");
+    robot.control("ListBox1").takeFocus();
+    robot.press("Control_L+a");
+    AtkTable* const table =
+        ATK_TABLE(gtk_widget_get_accessible(robot.control("ListBox1").widget()));
+    AtkObject* const cell = atk_table_ref_at(table, 99'999, 0);
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(nameOf(cell), "299.999");
+    EXPECT_TRUE(atk_table_is_row_selected(table, 99'999));
+    g_object_unref(cell);
+}
+
 TEST_F(AccessibilityTest, EnterCalculatesAndCtrlQEndsInEveryWindow) {
     for (int i = 0; i < 3; ++i) {
         openProcedure({{"H2O", "1"}}, "Pressures", "PressureWindow");

@@ -1,7 +1,10 @@
 #include <functional>
+#include <sstream>
 
+#include "tests/reliability/late_owner.h"
 #include "tests/screens/screen_test.h"
 #include "toolkit/clipboard.h"
+#include "toolkit/entry.h"
 
 namespace {
 
@@ -46,6 +49,21 @@ TEST_F(MenuBarTest, EditItemsAndTheirKeysActOnTheFocusedEntry) {
     robot.press("Alt_L+f");
     robot.press("q");
     EXPECT_TRUE(owner.screens().empty());
+}
+
+TEST_F(MenuBarTest, LongPasteEndsAfterAThousandCharactersAndIsNoNumber) {
+    const std::string longest = std::string(999, '0') + "7";
+    for (const std::string& pasted : {longest, longest + "5", std::string(65'535, '8')}) {
+        toolkit::setClipboardText(pasted);
+        robot.enter("dataEntryT", "");
+        robot.press("Control_L+v");
+        const auto& entry = dynamic_cast<const toolkit::Entry&>(robot.control("dataEntryT"));
+        EXPECT_EQ(entry.number(), pasted == longest ? 7.0 : 0.0);
+        EXPECT_LE(entry.text().size(), 1002U);
+        EXPECT_EQ(entry.text().ends_with("…"), pasted != longest);
+        robot.type("3");
+        EXPECT_FALSE(entry.text().ends_with("3"));
+    }
 }
 
 TEST_F(MenuBarTest, UndoGoesBackThroughEveryKindOfChange) {
@@ -137,6 +155,29 @@ TEST_F(MenuBarTest, WhatOnlyBorrowsTheKeyboardLeavesTheResult) {
     robot.use("Start2Window");
     robot.use("PressureWindow");
     EXPECT_EQ(texts({"dataEntryV", "dataEntryT", "Result"}), "80|700||");
+}
+
+TEST_F(MenuBarTest, MenuWaitsForNoOwnerOfTheClipboardAndEndsWithItsWindow) {
+    const tests::LateOwner silent(tests::LateOwner::Habit::silent, 1);
+    for (const std::string keys :
+         {"Alt_L+e", "Alt_L+e Escape", "F10 Right Escape", "Control_L+v", "Alt_L+e p"}) {
+        openProcedure({{"H2O", "1"}}, "Pressures", "PressureWindow");
+        robot.click("dataEntryT");
+        robot.setHasty(true);
+        std::istringstream each(keys);
+        for (std::string key; each >> key;) {
+            robot.press(key);
+        }
+        robot.closeWindow(*owner.screens().back());
+        robot.setHasty(false);
+        robot.settle();
+        if (keys == "Alt_L+e") {
+            EXPECT_GT(robot.control("EditPaste").area().width, 0);
+        }
+        while (owner.screens().size() > 1) {  // an open menu keeps its window
+            owner.close(*owner.screens().back());
+        }
+    }
 }
 
 }  // namespace

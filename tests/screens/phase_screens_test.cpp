@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/screens/screen_test.h"
+#include "toolkit/clipboard.h"
 #include "toolkit/list.h"
 #include "toolkit/number_text.h"
 
@@ -27,13 +28,14 @@ class PhaseScreensTest : public tests::ScreenTest {
         const auto all = rows(list);
         return row < all.size() ? all[row][column] : "";
     }
-    /// Types a fraction into the first row of a list by keyboard alone.
+    /// Pastes a fraction into the first row of a list by keyboard alone.
     void editFirstFraction(const std::string& list, const std::string& fraction) {
         robot.control(list).takeFocus();
         robot.press("Home");
         robot.press("Return");
+        toolkit::setClipboardText(fraction);
         robot.press("Control_L+a");
-        robot.type(fraction);
+        robot.press("Control_L+v");
         robot.press("Return");
     }
 };
@@ -98,7 +100,8 @@ TEST_F(PhaseScreensTest, FirstApproachSurvivesItsEditingAndGarbageIsRefused) {
     EXPECT_EQ(text("dataEntry2"), "2.5");
     robot.click("calculate");
     EXPECT_EQ(text("Answer"), "2.422317");
-    for (const char* const garbage : {"much", "1.5", "-0.1"}) {
+    const std::string tooLong = std::string(1000, '0') + "0.8";
+    for (const std::string& garbage : {std::string("much"), std::string("1.5"), tooLong}) {
         editFirstFraction("ListBoxPhaseX", garbage);
         robot.click("calculate");
         EXPECT_EQ(text("warning"), "put a correct number, or select a mode") << garbage;

@@ -10,7 +10,6 @@
 #include "app/start2_window.h"
 #include "model/fluid_model.h"
 #include "toolkit/button.h"
-#include "toolkit/clipboard.h"
 #include "toolkit/number_text.h"
 
 namespace tests {
@@ -143,7 +142,10 @@ bool ScreenTest::isOn(const std::string& radioButton) const {
 }
 
 std::string ScreenTest::clipboard() const {
-    return toolkit::clipboardText();
+    gchar* const text = gtk_clipboard_wait_for_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD));
+    std::string result = text == nullptr ? "" : text;
+    g_free(text);
+    return result;
 }
 
 }  // namespace tests

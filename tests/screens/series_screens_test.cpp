@@ -1,10 +1,15 @@
 #include <gtk/gtk.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -15,6 +20,18 @@
 #include "toolkit/list.h"
 #include "toolkit/number_text.h"
 #include "toolkit/plot.h"
+
+namespace {
+
+bool isDiskSlow = false;
+
+}  // namespace
+
+/// In place of the system's, for all that is written.
+extern "C" int fsync(int file) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(isDiskSlow ? 2500 : 0));
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
 
 namespace {
 
@@ -222,6 +239,33 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
         << text("warning");
 }
 
+TEST_F(SeriesScreensTest, SaveToAPoorDiskKeepsTheTableAndTheWordOnIt) {
+    open("Isochore");
+    calculate({{"dataEntryV", "80"},
+               {"dataEntryT1", "200"},
+               {"dataEntryT2", "400"},
+               {"dataEntryStep", "0.1"}});
+    toolkit::Screen& screen = robot.screen();
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    for (const std::string file : {"slow.txt", "full.txt"}) {
+        const bool isFull = file == "full.txt";
+        isDiskSlow = !isFull;
+        const rlimit limit{isFull ? 9999 : unlimited.rlim_cur, unlimited.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        save("Export", folder / file);
+        ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+        robot.settle();
+        EXPECT_EQ(text("warning"), isFull ? "warning: full.txt was not written: File too large"
+                                          : "slow.txt was written");
+        EXPECT_EQ(list().rows().size(), 2001U);
+    }
+    setrlimit(RLIMIT_FSIZE, &unlimited);
+    robot.use("Start2Window");
+    robot.use(screen);
+    EXPECT_TRUE(list().rows().empty());
+}
+
 TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
     open("Isochore");
     calculate({{"dataEntryV", "80"},
@@ -246,6 +290,24 @@ TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
         EXPECT_TRUE(picture.starts_with(start)) << name;
         EXPECT_GT(picture.size(), 2000U) << name;
     }
+}
+
+TEST_F(SeriesScreensTest, PlotWithoutADriverSaysSo) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto calculateAndTell = [this] {
+        setenv("PLPLOT_DRV_DIR", folder.c_str(), 1);
+        open("Isochore");
+        calculate({{"dataEntryV", "80"},
+                   {"dataEntryT1", "200"},
+                   {"dataEntryT2", "400"},
+                   {"dataEntryStep", "25"}});
+        robot.waitFor([this] { return !text("warning").empty(); });
+        std::cerr << text("warning") << list().rows().size();
+        files::remove_all(folder);
+        _exit(EXIT_SUCCESS);
+    };
+    EXPECT_EXIT(calculateAndTell(), testing::ExitedWithCode(EXIT_SUCCESS),
+                "^warning: the plot cannot be drawn; [^\n]* is missing9$");
 }
 
 TEST_F(SeriesScreensTest, CoarseIsothermsBendSmoothlyAndReadOutTheirRows) {

@@ -39,7 +39,7 @@ TEST_F(StartScreensTest, TitleGivesWayToTheCompositionByKeyAndByClick) {
     }
 }
 
-TEST_F(StartScreensTest, LoopIsLeftWithTheCompositionScreenOrTheLastOne) {
+TEST_F(StartScreensTest, LoopIsLeftWithTheLastScreenOnly) {
     openProcedure({{"H2O", "1"}}, "Pressures", "PressureWindow");
     openProcedure({{"H2O", "1"}}, "Pressures", "PressureWindow");
     robot.closeWindow();

@@ -3,11 +3,9 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -72,11 +70,6 @@ TEST_F(FileWritingTest, FailuresKeepTheOldFileAndLeaveNoOther) {
         }
         std::ofstream(table) << "old";
     };
-    const auto limitFiles = [] {
-        constexpr rlimit limit{1000, 1000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-    };
     const auto closeFolder = [this] {
         chmod(folder.c_str(), 0555);
         becomeNobody();
@@ -88,7 +81,6 @@ TEST_F(FileWritingTest, FailuresKeepTheOldFileAndLeaveNoOther) {
     };
     std::ofstream(table) << "old";
     for (const Case& c : std::vector<Case>{{"No space left on device", fillDisk},
-                                           {"File too large", limitFiles},
                                            {"Permission denied", closeFolder},
                                            {"Permission denied", closeFile}}) {
         const auto failsAsItShould = [&] {
@@ -104,8 +96,9 @@ TEST_F(FileWritingTest, FailuresKeepTheOldFileAndLeaveNoOther) {
         EXPECT_EXIT(failsAsItShould(), testing::ExitedWithCode(EXIT_SUCCESS), "") << c.error;
         chmod(folder.c_str(), 0755);
     }
-    EXPECT_EQ(toolkit::writeFile(folder, ""),
-              "warning: " + folder.filename().string() + " was not written: Is a directory");
+    files::create_directory(folder / "caf\xe9");  // shown in UTF-8 all the same
+    EXPECT_EQ(toolkit::writeFile(folder / "caf\xe9", ""),
+              "warning: caf\uFFFD was not written: Is a directory");
     EXPECT_EQ(toolkit::writeFile(folder / "gone" / "a.txt", "").value_or("").substr(0, 32),
               "warning: a.txt was not written: ");
     mkfifo((folder / "pipe").c_str(), 0600);
@@ -121,7 +114,7 @@ TEST_F(FileWritingTest, ReplacedFilesKeepTheirRightsAndLinks) {
     EXPECT_FALSE(toolkit::writeFile(table, "first\n"));
     umask(mask);
     EXPECT_EQ(files::status(table).permissions(), files::perms(0640));
-    files::permissions(table, files::perms(0604));
+    files::permissions(table, files::perms(06604));
     files::create_directory(folder / "links");
     files::create_symlink("../table.txt", folder / "links" / "second");
     files::create_symlink("links/second", folder / "first");
