@@ -52,9 +52,8 @@ struct Screen::Callbacks {
         if ((event->type == FocusIn || event->type == FocusOut) && movesFocus(event->xfocus)) {
             const bool wasActive = std::exchange(self->isActive_, event->type == FocusIn);
             if (self->isActive_ && !wasActive) {
-                const bool isReturn = self->hasDialog_ || g_get_monotonic_time() < self->returnsBy_;
-                self->returnsBy_ = 0;
-                if (!isReturn) {
+                const bool isReturn = std::exchange(self->awaitsReturn_, false);
+                if (!isReturn && !self->hasDialog_) {
                     self->Event_Activate();
                 }
             }
@@ -276,8 +275,7 @@ void Screen::dialogOpens() {
 void Screen::dialogCloses() {
     hasDialog_ = false;
     if (!isActive_ && gtk_widget_get_visible(window_) != FALSE) {
-        constexpr gint64 twoSeconds = 2000000;
-        returnsBy_ = g_get_monotonic_time() + twoSeconds;
+        awaitsReturn_ = true;
         present();  // the window manager may have another one in mind
     }
 }

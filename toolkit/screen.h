@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -102,7 +101,7 @@ class Screen {
     bool isActive_ = false;
     bool isPainted_ = false;
     bool hasDialog_ = false;
-    std::int64_t returnsBy_ = 0;  // monotonic time in µs until which a dialog gives the focus back
+    bool awaitsReturn_ = false;  // the focus comes back from a dialog, whenever it does
 };
 
 }  // namespace toolkit
