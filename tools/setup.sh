@@ -87,11 +87,10 @@ missing_packages() {
 
 # Prints the first of some packages that the release has.
 first_available() {
-    local package
+    local package found
     for package in "$@"; do
-        if LC_ALL=C apt-cache policy "$package" | grep -q 'Candidate: [^(]'; then
-            break
-        fi
+        found=$(LC_ALL=C apt-cache policy "$package")
+        [[ $found != *"Candidate: "[^\(]* ]] || break
     done
     echo "$package"
 }

@@ -19,7 +19,7 @@ namespace tour {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr auto patience = std::chrono::seconds(6);  // for a machine under load
+constexpr auto patience = std::chrono::seconds(60);  // for a machine under load
 
 std::runtime_error failure(const std::string& what, std::string_view name) {
     return std::runtime_error(what + " " + std::string(name));
@@ -215,7 +215,7 @@ void Robot::closeWindow() {
 
 void Robot::settle() {
     // What the window manager asks of the server comes back to it, and to the program, as events.
-    constexpr int enough = 3;
+    constexpr int enough = 2;
     const auto end = Clock::now() + patience;
     for (int quietRounds = 0; quietRounds < enough && Clock::now() < end;) {
         connection_->waitForOthers();

@@ -1,6 +1,5 @@
 #include <gtk/gtk.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -20,12 +19,6 @@ namespace {
 
 namespace files = std::filesystem;
 using Entries = std::vector<std::pair<std::string, std::string>>;
-
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool isSanitized = true;  // and slow
-#else
-constexpr bool isSanitized = false;
-#endif
 
 std::string contentsOf(const files::path& path) {
     std::ifstream file(path);
@@ -291,21 +284,23 @@ TEST_F(SeriesScreensTest, PlotComplainsOfNumbersThatAreHugeOrMissing) {
     }
 }
 
-TEST_F(SeriesScreensTest, LongTableTakesLongerThanASecond) {
+TEST_F(SeriesScreensTest, LongTableIsWholeAndMakesOnlyTheTextsThatAreLookedAt) {
     open("Isochore");
-    for (const auto& [entry, characters] : Entries{{"dataEntryV", "80"},
-                                                   {"dataEntryT1", "200"},
-                                                   {"dataEntryT2", "299.999"},
-                                                   {"dataEntryStep", "0.001"}}) {
-        robot.enter(entry, characters);
-    }
-    const auto start = std::chrono::steady_clock::now();
-    robot.press("Return");
-    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-    RecordProperty("milliseconds", std::to_string(time.count() * 1000.0));
-    EXPECT_LT(time.count(), isSanitized ? 20.0 : 1.0);
+    calculate({{"dataEntryV", "80"},
+               {"dataEntryT1", "200"},
+               {"dataEntryT2", "299.999"},
+               {"dataEntryStep", "0.001"}});
     EXPECT_EQ(list().rows().size(), 100000U);
     EXPECT_EQ(list().rows()[99999][0], "299.999");
+    std::size_t made = 0;
+    list().setTable(100000, [&made](std::size_t) {
+        ++made;
+        return toolkit::List::Row{"1", "2", "3"};
+    });
+    robot.settle();
+    EXPECT_GT(made, 0U);
+    EXPECT_LT(made, 1000U);
+    list().clear();
 }
 
 }  // namespace
