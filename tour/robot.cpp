@@ -50,8 +50,7 @@ struct Robot::Connection {
                    SubstructureNotifyMask | SubstructureRedirectMask, &event);
     }
 
-    /// Comes back when the server and the window manager have done all that they were asked for
-    /// before.
+    /// Comes back when server and window manager have done all that they were asked for before.
     void waitForOthers() const {
         sendToWindowManager(probe, "_NET_REQUEST_FRAME_EXTENTS");
         const Atom answer = XInternAtom(display, "_NET_FRAME_EXTENTS", False);

@@ -42,8 +42,7 @@ class Robot {
     /// Has the window manager close the window in use, as the button in its title bar does.
     void closeWindow();
 
-    /// Runs the events until the display, the window manager and the program have nothing more to
-    /// do.
+    /// Runs the events until display, window manager and program have nothing more to do.
     void settle();
     /// As settle, until `condition` holds; returns whether it did in the end.
     bool waitFor(const std::function<bool()>& condition);

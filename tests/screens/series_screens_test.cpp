@@ -293,13 +293,9 @@ TEST_F(SeriesScreensTest, LongTableIsWholeAndMakesOnlyTheTextsThatAreLookedAt) {
     EXPECT_EQ(list().rows().size(), 100000U);
     EXPECT_EQ(list().rows()[99999][0], "299.999");
     std::size_t made = 0;
-    list().setTable(100000, [&made](std::size_t) {
-        ++made;
-        return toolkit::List::Row{"1", "2", "3"};
-    });
+    list().setTable(100000, [&made](std::size_t) { return ++made, toolkit::List::Row(3, "1"); });
     robot.settle();
-    EXPECT_GT(made, 0U);
-    EXPECT_LT(made, 1000U);
+    EXPECT_TRUE(made > 0 && made < 1000) << made;
     list().clear();
 }
 

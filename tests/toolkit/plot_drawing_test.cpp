@@ -25,7 +25,10 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 /// A plot of one series as a picture.
 struct Picture {
-    explicit Picture(const PlotSeries& series, bool isLogarithmic = false) {
+    explicit Picture(const PlotSeries& series, bool isLogarithmic = false,
+                     cairo_surface_t* onto = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width,
+                                                                        height))
+        : surface(onto, &cairo_surface_destroy) {
         const std::string title = "V (cm³/mol), #1 <&>";
         const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(cairo_create(surface.get()),
                                                                        &cairo_destroy);
@@ -54,8 +57,7 @@ struct Picture {
 
     static constexpr int width = 520;
     static constexpr int height = 400;
-    std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface{
-        cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height), &cairo_surface_destroy};
+    std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface;
     std::optional<toolkit::PlotFrame> frame;
 };
 
@@ -134,11 +136,10 @@ std::size_t sizeOfDrawing(const PlotSeries& series) {
         *static_cast<std::size_t*>(sum) += length;
         return CAIRO_STATUS_SUCCESS;
     };
-    cairo_surface_t* const surface = cairo_svg_surface_create_for_stream(count, &size, 600, 400);
-    cairo_t* const cairo = cairo_create(surface);
-    toolkit::drawPlot(cairo, 600, 400, 10.0, {"", "", false, {&series, 1}});
-    cairo_destroy(cairo);
-    cairo_surface_destroy(surface);
+    const Picture picture(
+        series, false,
+        cairo_svg_surface_create_for_stream(count, &size, Picture::width, Picture::height));
+    cairo_surface_finish(picture.surface.get());
     return size;
 }
 
