@@ -117,7 +117,7 @@ void IterationStep(benchmark::State& run) {
         fluid::HomogenisationSeed(LastComponent, Fractions, Given::Pressure, P, Kind);
     double steps = 0.0;
     while (run.KeepRunning()) {
-        const auto result =
+        auto result =
             fluid::IterateHomogenisation(LastComponent, Fractions, Given::Pressure, P, Kind, guess);
         steps += result.iterations;
         benchmark::DoNotOptimize(result);

@@ -111,6 +111,7 @@ bool handlePendingEvents() {
         gtk_main_iteration();
         hasHandled = true;
     }
+    gdk_display_flush(gdk_display_get_default());
     return hasHandled;
 }
 

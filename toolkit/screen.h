@@ -101,7 +101,7 @@ class Screen {
     bool isActive_ = false;
     bool isPainted_ = false;
     bool hasDialog_ = false;
-    bool awaitsReturn_ = false;  // of the focus, from a dialog that has closed
+    bool awaitsReturn_ = false;  // the focus comes back from a dialog, whenever it does
 };
 
 }  // namespace toolkit

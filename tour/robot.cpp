@@ -4,6 +4,7 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
+#include <poll.h>
 
 #include <algorithm>
 #include <chrono>
@@ -18,8 +19,7 @@ namespace tour {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr auto quietTime = std::chrono::milliseconds(12);
-constexpr auto patience = std::chrono::seconds(10);
+constexpr auto patience = std::chrono::seconds(60);  // for a machine under load
 
 std::runtime_error failure(const std::string& what, std::string_view name) {
     return std::runtime_error(what + " " + std::string(name));
@@ -33,12 +33,41 @@ struct Robot::Connection {
         if (display == nullptr) {
             throw std::runtime_error("no X display");
         }
+        probe = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+        XSelectInput(display, probe, PropertyChangeMask);
     }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
     ~Connection() { XCloseDisplay(display); }
 
+    void sendToWindowManager(Window window, const char* message) const {
+        XEvent event{};
+        event.xclient.type = ClientMessage;
+        event.xclient.window = window;
+        event.xclient.message_type = XInternAtom(display, message, False);
+        event.xclient.format = 32;
+        XSendEvent(display, DefaultRootWindow(display), False,
+                   SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    }
+
+    /// Comes back when server and window manager have done all that they were asked for before.
+    void waitForOthers() const {
+        sendToWindowManager(probe, "_NET_REQUEST_FRAME_EXTENTS");
+        const Atom answer = XInternAtom(display, "_NET_FRAME_EXTENTS", False);
+        const auto end = Clock::now() + patience;
+        for (XEvent event{}; event.type != PropertyNotify || event.xproperty.atom != answer;) {
+            constexpr int aSecond = 1000;
+            pollfd socket{ConnectionNumber(display), POLLIN, 0};
+            if (XPending(display) > 0) {
+                XNextEvent(display, &event);
+            } else if (poll(&socket, 1, aSecond) == 0 && Clock::now() > end) {
+                throw std::runtime_error("no answer of the window manager");
+            }
+        }
+    }
+
     Display* display;
+    Window probe = None;  // never shown
 };
 
 Robot::Robot(app::WindowOwner& owner)
@@ -183,14 +212,7 @@ void Robot::closeWindow() {
 }
 
 void Robot::closeWindow(const toolkit::Screen& screen) {
-    Display* const display = connection_->display;
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = screen.xWindow();
-    event.xclient.message_type = XInternAtom(display, "_NET_CLOSE_WINDOW", False);
-    event.xclient.format = 32;
-    XSendEvent(display, DefaultRootWindow(display), False,
-               SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    connection_->sendToWindowManager(screen.xWindow(), "_NET_CLOSE_WINDOW");
     settle();
 }
 
@@ -199,14 +221,12 @@ void Robot::settle() {
         XFlush(connection_->display);
         return;
     }
-    XSync(connection_->display, False);
+    // What the window manager asks of the server comes back to it, and to the program, as events.
+    constexpr int enough = 2;
     const auto end = Clock::now() + patience;
-    auto quietUntil = Clock::now() + quietTime;
-    while (Clock::now() < quietUntil && Clock::now() < end) {
-        if (toolkit::handlePendingEvents()) {
-            quietUntil = Clock::now() + quietTime;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    for (int quietRounds = 0; quietRounds < enough && Clock::now() < end;) {
+        connection_->waitForOthers();
+        quietRounds = toolkit::handlePendingEvents() ? 0 : quietRounds + 1;
     }
 }
 

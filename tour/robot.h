@@ -45,9 +45,9 @@ class Robot {
 
     /// While this holds, what the robot does is only sent: nothing waits for the program.
     void setHasty(bool isHasty) { isHasty_ = isHasty; }
-    /// Runs the events until nothing more happens.
+    /// Runs the events until display, window manager and program have nothing more to do.
     void settle();
-    /// As settle, until `condition` holds; returns whether it did within ten seconds.
+    /// As settle, until `condition` holds; returns whether it did in the end.
     bool waitFor(const std::function<bool()>& condition);
 
   private:

@@ -115,7 +115,7 @@ TEST_F(AppearanceTest, EveryMnemonicStandsOnce) {
 }
 
 TEST_F(AppearanceTest, NothingIsClippedAtTheDefaultSizeAndAtTwiceTheFont) {
-    for (const char* const font : {"Sans 20", "Sans 10"}) {
+    for (const char* const font : {"Sans 10", "Sans 20"}) {
         g_object_set(gtk_settings_get_default(), "gtk-font-name", font, nullptr);
         SCOPED_TRACE(font);
         visitEveryScreen([&] {

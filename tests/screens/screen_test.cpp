@@ -97,7 +97,6 @@ void ScreenTest::save(const std::string& button, const std::filesystem::path& pa
     robot.press("Control_L+a");
     robot.type(path.string());
     robot.press("Alt_L+s");
-    robot.settle();
 }
 
 void ScreenTest::waitForDialog(const std::string& title) {

@@ -3,7 +3,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -37,12 +36,6 @@ namespace {
 
 namespace files = std::filesystem;
 using Entries = std::vector<std::pair<std::string, std::string>>;
-
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool isSanitized = true;  // and slow
-#else
-constexpr bool isSanitized = false;
-#endif
 
 std::string contentsOf(const files::path& path) {
     std::ifstream file(path);
@@ -202,9 +195,10 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
     waitForDialog("Replace file");
     robot.press("Escape");
     waitForDialog("Export");
-    robot.press("Escape");  // closes the list of completions first
-    robot.press("Escape");
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&] {
+        robot.press("Escape");  // closes the list of completions first, if it is there
+        return screen.isActive();
+    }));
     EXPECT_EQ(contentsOf(folder / "old.txt"), "old");
     save("Export", "old");  // in the folder of the last file
     waitForDialog("Replace file");
@@ -336,21 +330,19 @@ TEST_F(SeriesScreensTest, CoarseIsothermsBendSmoothlyAndReadOutTheirRows) {
     EXPECT_TRUE(text("ReadOut").starts_with("Molar Volume 760 ")) << text("ReadOut");
 }
 
-TEST_F(SeriesScreensTest, LongTablesAreListedToTheEnd) {
+TEST_F(SeriesScreensTest, LongTablesAreWholeAndMakeOnlyTheTextsThatAreLookedAt) {
     open("Isochore");
-    for (const auto& [entry, characters] : Entries{{"dataEntryV", "80"},
-                                                   {"dataEntryT1", "200"},
-                                                   {"dataEntryT2", "299.999"},
-                                                   {"dataEntryStep", "0.001"}}) {
-        robot.enter(entry, characters);
-    }
-    const auto start = std::chrono::steady_clock::now();
-    robot.press("Return");
-    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-    RecordProperty("milliseconds", std::to_string(time.count() * 1000.0));
-    EXPECT_LT(time.count(), isSanitized ? 20.0 : 1.0);
+    calculate({{"dataEntryV", "80"},
+               {"dataEntryT1", "200"},
+               {"dataEntryT2", "299.999"},
+               {"dataEntryStep", "0.001"}});
     EXPECT_EQ(list().rows().size(), 100000U);
     EXPECT_EQ(list().rows()[99999][0], "299.999");
+    std::size_t made = 0;
+    list().setTable(100000, [&made](std::size_t) { return ++made, toolkit::List::Row(3, "1"); });
+    robot.settle();
+    EXPECT_TRUE(made > 0 && made < 1000) << made;
+    list().clear();
 }
 
 }  // namespace
