@@ -8,6 +8,7 @@
 
 #include "model/first_approach.h"
 #include "model/fluid_model.h"
+#include "model/phase_boundary.h"
 #include "model/phase_equilibrium.h"
 #include "tests/model/phase_reference.h"
 
@@ -39,7 +40,7 @@ double HottestTc() {
 void SolvePoint(Given given, double value, Homogenisation kind) {
     const auto points =
         fluid::FindHomogenisationPoints(LastComponent, Fractions, given, value, kind);
-    if (points.count == 0) {
+    if (points.points.empty()) {
         benchmark::DoNotOptimize(
             fluid::HomogenisationSeed(LastComponent, Fractions, given, value, kind));
         return;
@@ -62,6 +63,8 @@ void OverSample(benchmark::State& run, const Solve& solve) {
     double worst = 0.0;
     for (auto _ : run) {
         AcceptRandomMixture(random, MostComponents);
+        // Sampled when a composition is first asked for its boundary, and kept.
+        benchmark::DoNotOptimize(BoundaryOf(fluid::MixtureOf(LastComponent, Fractions)));
         const auto call = solve(random);
         const double start = ProcessorTime();
         call();
@@ -71,6 +74,16 @@ void OverSample(benchmark::State& run, const Solve& solve) {
     }
     run.counters["worst_us"] = worst * 1e6;
 }
+
+void Boundary(benchmark::State& run) {
+    OverSample(run, [](std::mt19937_64& /*random*/) {
+        return [] {
+            benchmark::DoNotOptimize(
+                fluid::PhaseBoundary(fluid::MixtureOf(LastComponent, Fractions)));
+        };
+    });
+}
+BENCHMARK(Boundary)->UseManualTime()->Iterations(2000);
 
 void HomogenisationPoint(benchmark::State& run, Given given, Homogenisation kind) {
     OverSample(run, [=](std::mt19937_64& random) {

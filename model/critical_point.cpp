@@ -1,8 +1,6 @@
 #include "model/critical_point.h"
 
 #include "model/polynomial.h"
-#include "model/spinodal.h"
-#include "model/stability_walk.h"
 #include "model/trial_phase.h"
 #include "model/van_der_waals.h"
 
@@ -25,13 +23,12 @@ Reduced ReducedOf(const Mixture& mixture) {
     Reduced reduced;
     reduced.count = mixture.count;
     reduced.x = mixture.z;
-    const ComponentValues differences = ComponentDifferences(mixture);
     const double perB = 1.0 / mixture.bMix;
     const double perRoot = 1.0 / mixture.aRootMix;
     for (std::size_t i = 0; i < mixture.count; ++i) {
         reduced.s[i] = mixture.aRoot[i] * perRoot;
         reduced.b[i] = mixture.b[i] * perB;
-        reduced.d[i] = differences[i] * perB * perRoot;
+        reduced.d[i] = mixture.difference[i] * perB * perRoot;
     }
     return reduced;
 }
@@ -106,15 +103,12 @@ Stability CriticalStability(std::int32_t lastComponent, std::span<const double> 
     if (!point.isLocallyStable) return Stability::Unstable;
     const Mixture mixture = MixtureOf(lastComponent, fractions);
     if (point.T <= ColdestT(mixture)) return Stability::Unknown;
-    Stop stop;
-    stop.bulk = BulkAt(mixture, point.T, point.freeVolume);
-    const Maxima maxima = FindMaxima(mixture, stop.bulk);
-    const TrialPhase* const best = maxima.best(stop.bulk);
-    if (best != nullptr) {
-        stop.best = *best;
-        stop.drive = Drive(stop.bulk, *best);
+    const double RT = R * point.T;
+    for (const TrialPhase& phase : TrialCurve(mixture, point.freeVolume).maxima(RT)) {
+        constexpr double Rounding = 1e-12;
+        if (phase.levelRT() > RT * (1.0 + Rounding)) return Stability::Metastable;
     }
-    return stop.unstable() ? Stability::Metastable : Stability::Stable;
+    return Stability::Stable;
 }
 
 PseudoCriticalPoint FindPseudoCriticalPoint(std::int32_t lastComponent,

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "model/composition.h"
+#include "model/phase_roots.h"
 #include "model/phase_split.h"
 #include "model/saturation.h"
 
@@ -106,12 +107,16 @@ EquilibriumApproach FindEquilibriumApproach(std::int32_t lastComponent,
                                             std::span<const double> fractions, double T, double V) {
     using Kind = EquilibriumApproach::Kind;
     EquilibriumApproach approach;
-    if (const auto split = SplitAtVolume(MixtureOf(lastComponent, fractions), T, V)) {
-        approach.kind = split->metastable ? Kind::Metastable : Kind::TwoPhases;
+    const auto split = SplitAtVolume(MixtureOf(lastComponent, fractions), T, V);
+    if (split && split->found) {
+        approach.kind = !TakesItsRoots(split->phases) ? Kind::TwoLiquids
+                        : split->metastable           ? Kind::Metastable
+                                                      : Kind::TwoPhases;
         approach.guess = {split->phases.P, split->phases.x, split->phases.y};
         approach.volumeFraction = split->volumeFraction;
         return approach;
     }
+    if (split) approach.kind = Kind::NotFound;
     constexpr double Half = 0.5;
     approach.volumeFraction = Half;
     approach.guess.unknown = SeedPressure(lastComponent, fractions, T);

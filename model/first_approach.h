@@ -22,7 +22,9 @@ struct EquilibriumApproach {
     enum class Kind {
         TwoPhases,
         Homogeneous,  // stable as one phase: the guess is only a seed
-        Metastable    // three phases would be more stable; the guess is the best pair
+        Metastable,   // three phases would be more stable; the guess is the best pair
+        TwoLiquids,   // the guess is right, but one of its phases has another root by rule
+        NotFound  // more than one phase, but no two of them were found: the guess is only a seed
     };
     Kind kind = Kind::Homogeneous;
     PhaseGuess guess;

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "model/component_table.h"
 
@@ -27,18 +26,21 @@ enum class Given { Temperature, Pressure };
 enum class Homogenisation { IntoLiquid, IntoVapour };
 
 struct HomogenisationPoints {
-    static constexpr std::size_t Capacity = 8;
-    std::array<PhasePair, Capacity> points{};
-    std::size_t count = 0;
+    std::vector<PhasePair> points;
+    // Points of two liquids beside which one of the two compositions has a vapour root too, so that
+    // the rule of the smallest root for phase X and the largest for phase Y cannot hold them.
+    std::vector<PhasePair> liquids;
+    // Whether all there may be was searched for: not below ColdestT or above 10000 MPa.
+    bool isExamined = true;
 
-    const PhasePair* begin() const { return points.data(); }
-    const PhasePair* end() const { return points.data() + count; }
+    auto begin() const { return points.begin(); }
+    auto end() const { return points.end(); }
 };
 
 // All states at which the mixture, stable as one phase, coexists with a trace of a second phase: at
 // a given T from low to high density, at a given P from high to low temperature.
 // lastComponent, fractions: the bulk, as for MixtureA; value: T in K or P in MPa. Nothing is found
-// for values not above 0 or where fugacity coefficients leave e^±227.
+// for values not above 0.
 HomogenisationPoints FindHomogenisationPoints(std::int32_t lastComponent,
                                               std::span<const double> fractions, Given given,
                                               double value, Homogenisation kind);

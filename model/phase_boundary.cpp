@@ -1,45 +1,381 @@
 #include "model/phase_boundary.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <limits>
-
-#include "model/phase_path.h"
-#include "model/stability_walk.h"
 
 namespace fluid {
 
 namespace {
 
-// The pressure stands in both phases; the more dilute one has its digits.
-BoundaryPoint PointOf(const Transition& transition) {
-    const BulkState& bulk = transition.bulk;
-    const TrialPhase& trial = transition.trial;
-    const bool dilute = trial.concentration * bulk.V < 1.0;
-    const double P = dilute ? bulk.RT * trial.u - trial.A * trial.A : bulk.P;
-    return {bulk.T, P, bulk.V, trial.volume()};
+using Sample = BoundarySample;
+using Run = PhaseBoundary::Run;
+
+// Below ColdestT nothing is shown; curves go on a little, so that they reach it.
+constexpr double BelowColdest = 0.9;
+
+TrialCurve CurveAt(const Mixture& mixture, double x) {
+    return {mixture, mixture.bMix * std::exp(x)};
 }
 
-// The temperature in K below which the mixture splits by itself at the volume of this state.
-double SpinodalTemperature(const Mixture& mixture, const BulkState& bulk) {
-    return bulk.T * BulkSlope(mixture, bulk);
-}
-
-// The temperature in K at which the pressure is 0 at the volume of this state.
-double UnpressedTemperature(const BulkState& bulk) {
-    return bulk.A * bulk.A / (R * bulk.u);
-}
-
-// The boundary of a cold liquid, which at the temperature T of pressure 0 coexists with a vapour so
-// dilute that it is an ideal gas: P/RT = sum of z_i·u·exp(b_i·u - k·s_i·A).
-BoundaryPoint BesideDiluteVapour(const Mixture& mixture, double T, double V) {
-    const BulkState bulk = BulkAt(mixture, T, V - mixture.bMix);
-    double concentration = 0.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        const double exponent = mixture.b[i] * bulk.u - bulk.k * mixture.aRoot[i] * bulk.A;
-        concentration += mixture.z[i] * bulk.u * std::exp(exponent);
+// The pressure stands in both phases, and is taken from the one in which it cancels less. Its slope
+// follows from d(P/RT) = sum of c_i·dln f_i + A²/2·dk over the phase.
+Sample SampleOf(const TrialCurve& curve, double x, const TrialPhase& other) {
+    const bool critical = other.lambda == 0.0;
+    const double RT = critical ? curve.spinodalRT() : other.levelRT();
+    const double free = 1.0 / curve.u();
+    const double change = free * (critical ? curve.spinodalSlope() : curve.levelSlope(other));
+    const double k = 2.0 / RT;
+    const double C = other.concentration;
+    Sample sample;
+    sample.x = x;
+    sample.other = other;
+    sample.lnT = std::log(RT / R);
+    sample.slopeT = change / RT;
+    const double A = curve.A();
+    // Two liquids beside a thin vapour have no digits of its pressure.
+    constexpr double Rounding = 1e-16;
+    if (other.u < curve.u()) {
+        const double reduced = std::max(other.u - 0.5 * k * other.H * other.H, Rounding * other.u);
+        const double dk = -k * sample.slopeT;
+        const double slope = -C - other.packing * curve.u() + k * other.H * A * free / curve.V() +
+                             other.H * (0.5 * other.H - A) * dk;
+        sample.lnP = std::log(RT * reduced);
+        sample.slopeP = sample.slopeT + slope / reduced;
+    } else {
+        const double P = std::max(RT * curve.u() - A * A, Rounding * A * A);
+        sample.lnP = std::log(P);
+        sample.slopeP = (curve.u() * change - RT * curve.u() + 2.0 * A * A * free / curve.V()) / P;
     }
-    return {T * (1.0 + concentration / bulk.u), bulk.RT * concentration, V, 1.0 / concentration};
+    return sample;
+}
+
+// The highest of the second phases over a bulk, and what makes it so: climbed to from several
+// sides, then proved by a search for a phase that would be higher still.
+class Lead {
+  public:
+    explicit Lead(const TrialCurve& curve)
+        : curve_(curve), coldestRT_(BelowColdest * R * ColdestT(curve.mixture())) {}
+
+    // Takes the summit next to a phase if it is the highest so far.
+    void consider(const TrialPhase& phase) {
+        const auto summit = curve_.climbLevel(phase);
+        constexpr double Rounding = 1e-15;
+        if (!summit || !(summit->levelRT() > RT() * (1.0 + Rounding))) return;
+        phase_ = *summit;
+    }
+    void considerOwn();
+    void prove();
+    double RT() const { return phase_.lambda == 0.0 ? curve_.spinodalRT() : phase_.levelRT(); }
+    bool exists() const { return RT() > coldestRT_; }
+    const TrialPhase& phase() const { return phase_.lambda == 0.0 ? curve_.bulk() : phase_; }
+
+  private:
+    const TrialCurve& curve_;
+    double coldestRT_;
+    TrialPhase phase_;
+};
+
+// What the bulk itself foretells: a phase beside a critical point, and a vapour of no pressure.
+void Lead::considerOwn() {
+    const double near = curve_.nearCrest();
+    if (near != 0.0 && std::abs(near) * curve_.mixture().largestARoot < 1.0) {
+        consider(curve_.at(near, curve_.bulk(), TrialCurve::Accuracy::Fine));
+    }
+    const double unpressed = curve_.A() * curve_.A() / curve_.u();
+    if (unpressed > RT()) {
+        const double lambda = -2.0 * curve_.u() / curve_.A();
+        consider(curve_.at(lambda, curve_.bulk(), TrialCurve::Accuracy::Fine));
+    }
+}
+
+void Lead::prove() {
+    constexpr int RoundLimit = 20;
+    for (int i = 0; i < RoundLimit; ++i) {
+        const double before = std::max(RT(), coldestRT_);
+        for (const TrialPhase& phase : curve_.maxima(before)) {
+            constexpr double Rounding = 1e-14;
+            if (phase.levelRT() > before * (1.0 + Rounding)) consider(phase);
+        }
+        if (!(RT() > before)) return;
+    }
+}
+
+TrialPhase Moved(const TrialCurve& curve, const TrialPhase& seed) {
+    return curve.at(seed.lambda, seed.u);
+}
+
+std::optional<Sample> Look(const Mixture& mixture, double x, std::span<const TrialPhase> seeds) {
+    const TrialCurve curve = CurveAt(mixture, x);
+    Lead lead(curve);
+    for (const TrialPhase& seed : seeds) {
+        if (seed.lambda != 0.0) lead.consider(Moved(curve, seed));
+    }
+    lead.considerOwn();
+    lead.prove();
+    if (!lead.exists()) return {};
+    return SampleOf(curve, x, lead.phase());
+}
+
+// The sample to which one second phase leads, whether or not it is the highest.
+std::optional<Sample> Follow(const Mixture& mixture, double x, const TrialPhase& seed) {
+    const TrialCurve curve = CurveAt(mixture, x);
+    if (seed.lambda == 0.0) return {};
+    const auto summit = curve.climbLevel(Moved(curve, seed));
+    if (!summit) return {};
+    return SampleOf(curve, x, *summit);
+}
+
+// T or P of samples.
+struct Quantity {
+    double Sample::*value;
+    double Sample::*slope;
+};
+constexpr Quantity Temperature = {&Sample::lnT, &Sample::slopeT};
+constexpr Quantity Pressure = {&Sample::lnP, &Sample::slopeP};
+
+// How far the middle of a cubic through the values and slopes at two places is from the value
+// there.
+double Misfit(double width, double value0, double slope0, double middle, double value1,
+              double slope1) {
+    return std::abs(middle - 0.5 * (value0 + value1) - 0.125 * width * (slope0 - slope1));
+}
+
+// Whether cubics between samples follow T and P. Cold bubble points are smooth in ln P; beside a
+// second liquid it is P itself that falls smoothly nearly to 0.
+bool IsSmooth(const Sample& from, const Sample& middle, const Sample& to) {
+    constexpr double Enough = 1e-5;
+    const double width = to.x - from.x;
+    if (!(Misfit(width, from.lnT, from.slopeT, middle.lnT, to.lnT, to.slopeT) < Enough))
+        return false;
+    if (Misfit(width, from.lnP, from.slopeP, middle.lnP, to.lnP, to.slopeP) < Enough) return true;
+    const double P0 = std::exp(from.lnP - middle.lnP);
+    const double P1 = std::exp(to.lnP - middle.lnP);
+    return Misfit(width, P0, P0 * from.slopeP, 1.0, P1, P1 * to.slopeP) < Enough * std::max(P0, P1);
+}
+
+class Sampler {
+  public:
+    explicit Sampler(const Mixture& mixture) : mixture_(mixture) {}
+
+    std::vector<Run> runs();
+
+  private:
+    std::optional<Sample> look(double x, const Sample* from, const Sample* to) const;
+    void end(const Sample& sample, double beyond, Run& run) const;
+    void refine(const Sample& from, const Sample& to, int depth, Run& run) const;
+    void corner(const Sample& from, const Sample& to, Run& run) const;
+    void extremum(const Sample& from, const Sample& to, const Quantity& of, Run& run) const;
+    Run withExtrema(const Run& run, const Quantity& of) const;
+
+    const Mixture& mixture_;
+};
+
+std::optional<Sample> Sampler::look(double x, const Sample* from, const Sample* to) const {
+    std::array<TrialPhase, 2> seeds{};
+    std::size_t count = 0;
+    for (const Sample* sample : {from, to}) {
+        if (sample != nullptr) seeds[count++] = sample->other;
+    }
+    return Look(mixture_, x, std::span(seeds).first(count));
+}
+
+// Samples from the last one of a run towards a place where there is none, down to ColdestT.
+void Sampler::end(const Sample& sample, double beyond, Run& run) const {
+    const double coldest = std::log(ColdestT(mixture_));
+    Sample last = sample;
+    constexpr int Halvings = 50;
+    for (int i = 0; i < Halvings && last.lnT > coldest; ++i) {
+        const double x = 0.5 * (last.x + beyond);
+        if (const auto next = look(x, &last, nullptr)) {
+            refine(last, *next, 0, run);
+            run.push_back(*next);
+            last = *next;
+        } else {
+            beyond = x;
+        }
+    }
+}
+
+// Samples between two, as many as a cubic through neighbours needs to be right.
+void Sampler::refine(const Sample& from, const Sample& to, int depth, Run& run) const {
+    constexpr int DepthLimit = 12;
+    if (depth == DepthLimit) {
+        corner(from, to, run);
+        return;
+    }
+    const auto middle = look(0.5 * (from.x + to.x), &from, &to);
+    if (!middle) return;
+    if (IsSmooth(from, *middle, to)) {
+        run.push_back(*middle);
+        return;
+    }
+    refine(from, *middle, depth + 1, run);
+    run.push_back(*middle);
+    refine(*middle, to, depth + 1, run);
+}
+
+// The place between two samples at which the second phase of one gives way to that of the other.
+void Sampler::corner(const Sample& from, const Sample& to, Run& run) const {
+    double low = from.x;
+    double high = to.x;
+    std::optional<Sample> left = Follow(mixture_, high, from.other);
+    std::optional<Sample> right = Follow(mixture_, low, to.other);
+    if (!left || !right || !(left->lnT < to.lnT && right->lnT < from.lnT)) return;
+    double excessLow = from.lnT - right->lnT;
+    double excessHigh = left->lnT - to.lnT;
+    constexpr int StepLimit = 30;
+    for (int i = 0; i < StepLimit; ++i) {
+        const double x = low + (high - low) * excessLow / (excessLow - excessHigh);
+        left = Follow(mixture_, x, from.other);
+        right = Follow(mixture_, x, to.other);
+        if (!left || !right) return;
+        const double excess = left->lnT - right->lnT;
+        if (std::abs(excess) < 1e-15) break;
+        (excess > 0.0 ? low : high) = x;
+        (excess > 0.0 ? excessLow : excessHigh) = excess;
+    }
+    // They are three phases of one pressure, of which the thinnest has the digits.
+    const Sample& thin = left->other.concentration < right->other.concentration ? *left : *right;
+    left->lnP = right->lnP = thin.lnP;
+    run.push_back(*left);
+    run.push_back(*right);
+}
+
+// The extremum between two samples whose slopes differ in sign.
+void Sampler::extremum(const Sample& from, const Sample& to, const Quantity& of, Run& run) const {
+    Sample low = from;
+    Sample high = to;
+    constexpr int StepLimit = 40;
+    constexpr double Enough = 1e-9;
+    Sample found = from;
+    for (int i = 0; i < StepLimit; ++i) {
+        const double share = low.*of.slope / (low.*of.slope - high.*of.slope);
+        // Towards the middle now and then, as one end may stand still.
+        const double x =
+            low.x + (high.x - low.x) * (i % 3 == 2 ? 0.5 : std::clamp(share, 1e-3, 1.0 - 1e-3));
+        const auto next = look(x, &low, &high);
+        if (!next) return;
+        const bool isEnd = std::abs(next->x - found.x) < Enough;
+        found = *next;
+        if (isEnd || found.*of.slope == 0.0) break;
+        (found.*of.slope * (low.*of.slope) > 0.0 ? low : high) = found;
+    }
+    run.push_back(found);
+}
+
+Run Sampler::withExtrema(const Run& run, const Quantity& of) const {
+    Run result;
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        if (i > 0 && run[i - 1].*of.slope * (run[i].*of.slope) < 0.0 && run[i - 1].x < run[i].x) {
+            extremum(run[i - 1], run[i], of, result);
+        }
+        result.push_back(run[i]);
+    }
+    return result;
+}
+
+// Places at which it is looked for a boundary first: evenly where liquids and gases are, wider
+// apart in the dense and the dilute limit, where the curve is straight.
+std::vector<double> Places() {
+    std::vector<double> places = {-36.0, -28.0, -22.0, -16.0, -12.0, -10.0, -8.5, -7.5};
+    for (int i = -14; i <= 16; ++i) places.push_back(0.5 * i);
+    while (places.back() < 260.0) places.push_back(1.12 * places.back());
+    return places;
+}
+
+std::vector<Run> Sampler::runs() {
+    std::vector<Run> runs;
+    std::optional<Sample> last;
+    double before = 0.0;
+    for (const double x : Places()) {
+        const auto next = look(x, last ? &*last : nullptr, nullptr);
+        if (next && last) {
+            refine(*last, *next, 0, runs.back());
+            runs.back().push_back(*next);
+        } else if (next) {
+            runs.emplace_back();
+            if (before != 0.0) {
+                end(*next, before, runs.back());
+                std::reverse(runs.back().begin(), runs.back().end());
+            }
+            runs.back().push_back(*next);
+        } else if (last) {
+            end(*last, x, runs.back());
+        }
+        last = next;
+        before = x;
+    }
+    for (Run& run : runs) {
+        run = withExtrema(withExtrema(run, Temperature), Pressure);
+    }
+    return runs;
+}
+
+// The place between two samples at which a quantity has a value, for one second phase. Newton's
+// method between bounds.
+std::optional<Sample> Between(const Mixture& mixture, const Sample& from, const Sample& to,
+                              const Quantity& of, double target) {
+    double low = from.x;
+    double high = to.x;
+    const bool rises = to.*of.value > from.*of.value;
+    double x = low + (high - low) * (target - from.*of.value) / (to.*of.value - from.*of.value);
+    std::optional<Sample> sample;
+    constexpr int StepLimit = 60;
+    for (int i = 0; i < StepLimit; ++i) {
+        sample = BoundaryBetween(mixture, from, to, x);
+        if (!sample) return {};
+        const double excess = (*sample).*of.value - target;
+        if (excess == 0.0) break;
+        ((excess > 0.0) == rises ? high : low) = x;
+        double next = x - excess / ((*sample).*of.slope);
+        if (!(next > low && next < high)) next = 0.5 * (low + high);
+        constexpr double Rounding = 4e-16;
+        if (std::abs(next - x) <= Rounding * std::max(1.0, std::abs(x))) break;
+        x = next;
+    }
+    return sample;
+}
+
+// Whether no other second phase is higher at a sample.
+bool IsHighest(const Mixture& mixture, const Sample& sample) {
+    const TrialCurve curve = CurveAt(mixture, sample.x);
+    const double RT = R * std::exp(sample.lnT);
+    constexpr double Rounding = 1e-12;
+    for (const TrialPhase& phase : curve.maxima(RT)) {
+        if (phase.levelRT() > RT * (1.0 + Rounding)) return false;
+    }
+    return true;
+}
+
+// The points between two samples at which a quantity has a value. Where another second phase turns
+// out to be higher, its sample parts the range.
+void Find(const Mixture& mixture, const Sample& from, const Sample& to, const Quantity& of,
+          double target, int depth, std::vector<Sample>& found) {
+    constexpr int DepthLimit = 40;
+    if ((from.*of.value > target) == (to.*of.value > target) || depth == DepthLimit) return;
+    const auto sample = Between(mixture, from, to, of, target);
+    if (!sample) return;
+    if (IsHighest(mixture, *sample)) {
+        found.push_back(*sample);
+        return;
+    }
+    const std::array seeds = {from.other, to.other};
+    const auto higher = Look(mixture, sample->x, seeds);
+    if (!higher) return;
+    Find(mixture, from, *higher, of, target, depth + 1, found);
+    Find(mixture, *higher, to, of, target, depth + 1, found);
+}
+
+std::vector<Sample> Level(const Mixture& mixture, const std::vector<Run>& runs, const Quantity& of,
+                          double target) {
+    std::vector<Sample> found;
+    for (const Run& run : runs) {
+        for (std::size_t i = 1; i < run.size(); ++i) {
+            Find(mixture, run[i - 1], run[i], of, target, 0, found);
+        }
+    }
+    return found;
 }
 
 }  // namespace
@@ -49,53 +385,108 @@ bool BoundaryPoint::isCritical() const {
     return std::abs(otherV / V - 1.0) < Alike;
 }
 
+std::optional<BoundarySample> BoundaryAt(const Mixture& mixture, double x) {
+    const auto sample = Look(mixture, x, {});
+    return sample && std::exp(sample->lnT) >= ColdestT(mixture) ? sample : std::nullopt;
+}
+
+std::optional<BoundarySample> BoundaryBetween(const Mixture& mixture, const BoundarySample& from,
+                                              const BoundarySample& to, double x) {
+    const double share = (x - from.x) / (to.x - from.x);
+    TrialPhase seed;
+    seed.lambda = from.other.lambda + share * (to.other.lambda - from.other.lambda);
+    seed.u = from.other.u + share * (to.other.u - from.other.u);
+    const auto sample = Follow(mixture, x, seed);
+    return sample ? sample : Look(mixture, x, {});
+}
+
+PhaseBoundary::PhaseBoundary(const Mixture& mixture)
+    : mixture_(mixture), runs_(Sampler(mixture_).runs()) {}
+
+std::vector<BoundarySample> PhaseBoundary::atTemperature(double T) const {
+    if (!(T > ColdestT(mixture_))) return {};
+    auto found = Level(mixture_, runs_, Temperature, std::log(T));
+    std::reverse(found.begin(), found.end());
+    return found;
+}
+
+std::vector<BoundarySample> PhaseBoundary::atPressure(double P) const {
+    if (!(P > 0.0)) return {};
+    auto found = Level(mixture_, runs_, Pressure, std::log(P));
+    std::erase_if(found, [coldest = std::log(ColdestT(mixture_))](const Sample& sample) {
+        return sample.lnT < coldest;
+    });
+    std::sort(found.begin(), found.end(),
+              [](const Sample& one, const Sample& two) { return one.lnT > two.lnT; });
+    return found;
+}
+
+double PhaseBoundary::coldestP() const {
+    const double coldest = std::log(ColdestT(mixture_));
+    double highest = 0.0;
+    for (const Run& run : runs_) {
+        for (const Sample* end : {&run.front(), &run.back()}) {
+            if (end->lnT <= coldest) highest = std::max(highest, std::exp(end->lnP));
+        }
+    }
+    return highest;
+}
+
+BoundaryPoint PointOf(const Mixture& mixture, const BoundarySample& sample) {
+    const double V = mixture.bMix * (1.0 + std::exp(sample.x));
+    const double other = sample.other.lambda == 0.0 ? V : sample.other.volume();
+    return {std::exp(sample.lnT), std::exp(sample.lnP), V, other};
+}
+
+PhasePair PairOf(const Mixture& mixture, const BoundarySample& sample) {
+    const BoundaryPoint point = PointOf(mixture, sample);
+    const ComponentValues other = CurveAt(mixture, sample.x).fractions(sample.other);
+    const bool bubble = point.kind() == Homogenisation::IntoLiquid;
+    PhasePair pair;
+    pair.T = point.T;
+    pair.P = point.P;
+    pair.x = bubble ? mixture.z : other;
+    pair.y = bubble ? other : mixture.z;
+    pair.Vx = bubble ? point.V : point.otherV;
+    pair.Vy = bubble ? point.otherV : point.V;
+    return pair;
+}
+
+const PhaseBoundary& BoundaryOf(const Mixture& mixture) {
+    static std::optional<PhaseBoundary> kept;
+    if (!kept || !(kept->mixture() == mixture)) kept.emplace(mixture);
+    return *kept;
+}
+
 std::optional<BoundaryPoint> FindBoundary(std::int32_t lastComponent,
                                           std::span<const double> fractions, double V) {
     if (lastComponent < 0 || !std::isfinite(V)) return {};
     const Mixture mixture = MixtureOf(lastComponent, fractions);
     if (!(V > mixture.bMix)) return {};
-    const Isochore path(mixture, V);
-    StabilityWalk walk(mixture, path);
-    const double hottest = -std::log(HottestT(mixture));
-    const auto hot = walk.look(hottest);
-    if (!hot) return {};
-    // A little below the spinodal, and at negative pressures, the mixture is known to be unstable.
-    constexpr double Below = 1e-6;
-    const double spinodal = SpinodalTemperature(mixture, hot->bulk);
-    const double unpressed = UnpressedTemperature(hot->bulk);
-    const double coldest = ColdestT(mixture);
-    const double cold = std::max(coldest, (1.0 - Below) * std::max(spinodal, unpressed));
-    walk.startAt(*hot);
-    walk.go(-std::log(cold));
-    if (!walk.transitions().empty()) {
-        const BoundaryPoint point = PointOf(walk.transitions().front());
-        if (point.T >= spinodal) return point;
-    }
-    if (std::max(spinodal, unpressed) <= coldest) return {};
-    if (unpressed > spinodal) return BesideDiluteVapour(mixture, unpressed, V);
-    const BulkState critical = BulkAt(mixture, spinodal, V - mixture.bMix);
-    return BoundaryPoint{spinodal, critical.P, V, V};
+    const double x = std::log(V / mixture.bMix - 1.0);
+    const auto sample = BoundaryAt(mixture, x);
+    if (!sample) return {};
+    BoundaryPoint point = PointOf(mixture, *sample);
+    point.V = V;
+    return point;
 }
 
 IsothermStability::IsothermStability(std::int32_t lastComponent, std::span<const double> fractions,
                                      double T, double smallestV)
     : mixture_(MixtureOf(lastComponent, fractions)), T_(T), isKnown_(T > ColdestT(mixture_)) {
     if (!isKnown_ || T >= HottestT(mixture_) || !(smallestV > mixture_.bMix)) return;
-    const Isotherm path(mixture_, T);
-    StabilityWalk walk(mixture_, path);
-    const double densest = -std::log(smallestV / mixture_.bMix - 1.0);
-    isGasStable_ = WalkIsotherm(mixture_, densest, std::numeric_limits<double>::infinity(), walk);
-    for (const Transition& transition : walk.transitions()) {
-        boundaries_[count_++] = PointOf(transition);
+    for (const BoundarySample& sample : BoundaryOf(mixture_).atTemperature(T)) {
+        const BoundaryPoint point = PointOf(mixture_, sample);
+        if (point.V >= smallestV) boundaries_.push_back(point);
     }
 }
 
 Stability IsothermStability::at(double V) const {
-    const BulkState bulk = BulkAt(mixture_, T_, V - mixture_.bMix);
-    if (BulkSlope(mixture_, bulk) > 1.0) return Stability::Unstable;
+    const TrialCurve curve(mixture_, V - mixture_.bMix);
+    if (curve.spinodalRT() > R * T_) return Stability::Unstable;
     if (!isKnown_) return Stability::Unknown;
-    bool stable = isGasStable_;
-    for (const BoundaryPoint& point : boundaries()) {
+    bool stable = true;
+    for (const BoundaryPoint& point : boundaries_) {
         // On the boundary itself it is stable still.
         if (stable ? V < point.V : V <= point.V) stable = !stable;
     }

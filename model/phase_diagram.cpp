@@ -12,10 +12,12 @@ namespace fluid {
 
 namespace {
 
+// The part that is drawn, in ln(V/b - 1).
+constexpr double Densest = -4.6;
+constexpr double MostDilute = 7.0;
+
 // Volumes in equal steps of ln(V - b), and others that a curve goes through.
 std::vector<double> Volumes(double b, double step, std::vector<double> others) {
-    constexpr double Densest = -4.6;  // of ln(V/b - 1)
-    constexpr double MostDilute = 7.0;
     const auto count = static_cast<std::size_t>((MostDilute - Densest) / step);
     for (std::size_t i = 0; i <= count; ++i) {
         others.push_back(b * (1.0 + std::exp(Densest + static_cast<double>(i) * step)));
@@ -30,67 +32,76 @@ SpinodalVolumes VolumesAt(std::int32_t lastComponent, std::span<const double> fr
                                              : MechanicalSpinodal(lastComponent, fractions, T);
 }
 
-// The boundary as it is followed from point to point. Where it bends, or one kind of boundary gives
-// way to the other, it is followed in smaller steps.
+// The samples of a boundary as curves to be drawn: with further points between those that lie far
+// apart, and parted where one kind of boundary gives way to the other.
 class BoundaryTrace {
   public:
-    BoundaryTrace(std::int32_t lastComponent, std::span<const double> fractions)
-        : lastComponent_(lastComponent),
-          fractions_(fractions),
-          pressureScale_(FindPseudoCriticalPoint(lastComponent, fractions).P) {}
-
-    // The next point, of a larger volume; nothing where there is a gap.
-    void Take(const std::optional<BoundaryPoint>& point) {
-        if (point && last_) {
-            GoOn(*last_, *point, 0);
-        } else if (point) {
-            pieces_.push_back({point->kind(), {}});
-            Add(*point);
-        }
-        last_ = point;
+    BoundaryTrace(const Mixture& mixture, std::vector<StatePoint> critical)
+        : mixture_(mixture), critical_(std::move(critical)) {
+        const double b = mixture.bMix;
+        pressureScale_ = mixture.aRootMix * mixture.aRootMix / (27.0 * b * b);
     }
 
-    std::vector<BoundaryPiece> Pieces() { return std::move(pieces_); }
+    void take(const PhaseBoundary::Run& run) {
+        isNew_ = true;
+        const BoundarySample* last = nullptr;
+        for (const BoundarySample& sample : run) {
+            if (sample.x < Densest || sample.x > MostDilute) continue;
+            if (last != nullptr) goOn(*last, sample, 0);
+            add(sample);
+            last = &sample;
+        }
+    }
+    std::vector<BoundaryPiece> pieces() { return std::move(pieces_); }
 
   private:
-    // Adds what comes after `from`, up to `to`.
-    void GoOn(const BoundaryPoint& from, const BoundaryPoint& to, int depth) {
+    void goOn(const BoundarySample& from, const BoundarySample& to, int depth) {
         constexpr int Bends = 6;
-        constexpr int Corners = 30;
-        const bool isCorner = !from.isCritical() && !to.isCritical() && from.kind() != to.kind();
-        if (depth < (isCorner ? Corners : Bends) && (isCorner || IsLong(from, to))) {
-            const double V = 0.5 * (from.V + to.V);
-            const auto between = FindBoundary(lastComponent_, fractions_, V);
-            if (between && V > from.V && V < to.V) {
-                GoOn(from, *between, depth + 1);
-                GoOn(*between, to, depth + 1);
-                return;
-            }
-        }
-        // A critical point ends one branch and begins the next.
-        if (!to.isCritical() && to.kind() != pieces_.back().kind) {
-            pieces_.push_back({to.kind(), {pieces_.back().points.back()}});
-        }
-        Add(to);
+        if (depth == Bends || !isLong(from, to)) return;
+        const auto middle = BoundaryBetween(mixture_, from, to, 0.5 * (from.x + to.x));
+        if (!middle) return;
+        goOn(from, *middle, depth + 1);
+        add(*middle);
+        goOn(*middle, to, depth + 1);
     }
 
     // In T, and in P as far as it is low enough to be of interest.
-    bool IsLong(const BoundaryPoint& from, const BoundaryPoint& to) const {
+    bool isLong(const BoundarySample& from, const BoundarySample& to) const {
         constexpr double Share = 0.015;
         constexpr double High = 10.0;
-        return std::abs(to.T - from.T) > Share * from.T ||
-               (std::abs(to.P - from.P) > Share * (pressureScale_ + std::abs(from.P)) &&
-                std::min(from.P, to.P) < High * pressureScale_);
+        const double P0 = std::exp(from.lnP);
+        const double P1 = std::exp(to.lnP);
+        return std::abs(to.lnT - from.lnT) > Share ||
+               (std::abs(P1 - P0) > Share * (pressureScale_ + P0) &&
+                std::min(P0, P1) < High * pressureScale_);
     }
 
-    void Add(const BoundaryPoint& point) {
-        pieces_.back().points.push_back({point.T, point.P, point.V});
+    void add(const BoundarySample& sample) {
+        const BoundaryPoint point = PointOf(mixture_, sample);
+        const StatePoint state = {point.T, point.P, point.V};
+        if (isNew_) pieces_.push_back({point.kind(), {}});
+        // A critical point ends one branch and begins the next.
+        for (const StatePoint& passed : critical_) {
+            if (isNew_ || !(passed.V > pieces_.back().points.back().V && passed.V < point.V))
+                continue;
+            pieces_.back().points.push_back(passed);
+            pieces_.push_back({point.kind(), {passed}});
+            isKindKnown_ = false;
+        }
+        if (!isKindKnown_) pieces_.back().kind = point.kind();
+        if (!isNew_ && point.kind() != pieces_.back().kind && !point.isCritical()) {
+            pieces_.push_back({point.kind(), {pieces_.back().points.back()}});
+        }
+        isKindKnown_ = isKindKnown_ || !point.isCritical();
+        isNew_ = false;
+        pieces_.back().points.push_back(state);
     }
 
-    std::int32_t lastComponent_;
-    std::span<const double> fractions_;
+    const Mixture& mixture_;
+    std::vector<StatePoint> critical_;
     double pressureScale_;  // MPa
-    std::optional<BoundaryPoint> last_;
+    bool isNew_ = true;
+    bool isKindKnown_ = true;
     std::vector<BoundaryPiece> pieces_;
 };
 
@@ -100,22 +111,15 @@ std::vector<BoundaryPiece> TraceBoundary(std::int32_t lastComponent,
                                          std::span<const double> fractions,
                                          const CriticalPoints& critical) {
     if (lastComponent < 0) return {};
-    std::vector<BoundaryPoint> stable;
-    std::vector<double> others;
+    const Mixture mixture = MixtureOf(lastComponent, fractions);
+    std::vector<StatePoint> stable;
     for (const CriticalPoint& point : critical) {
         if (CriticalStability(lastComponent, fractions, point) != Stability::Stable) continue;
-        stable.push_back({point.T, point.P, point.V, point.V});
-        others.push_back(point.V);
+        stable.push_back({point.T, point.P, point.V});
     }
-    constexpr double Step = 0.075;
-    BoundaryTrace trace(lastComponent, fractions);
-    for (const double V : Volumes(MixtureB(lastComponent, fractions), Step, others)) {
-        const auto known = std::find_if(stable.begin(), stable.end(),
-                                        [V](const BoundaryPoint& point) { return point.V == V; });
-        trace.Take(known != stable.end() ? std::optional(*known)
-                                         : FindBoundary(lastComponent, fractions, V));
-    }
-    return trace.Pieces();
+    BoundaryTrace trace(mixture, std::move(stable));
+    for (const PhaseBoundary::Run& run : BoundaryOf(mixture).runs()) trace.take(run);
+    return trace.pieces();
 }
 
 std::vector<std::vector<StatePoint>> TraceSpinodal(std::int32_t lastComponent,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 
 #include "model/cubic.h"
 #include "model/phase_roots.h"
@@ -134,58 +135,83 @@ ComponentValues Bulk(std::int32_t last, std::span<const double> fractions) {
     return z;
 }
 
-BulkState StateOf(const Mixture& mixture, const PhasePair& phases, double V) {
-    BulkState state = BulkAt(mixture, phases.T, V - mixture.bMix);
-    state.P = phases.P;
-    return state;
-}
-
-double LogFugacity(const Mixture& mixture, const BulkState& state, std::size_t i) {
-    return std::log(mixture.z[i] * state.u) + mixture.b[i] * state.u -
-           state.k * mixture.aRoot[i] * state.A;
-}
-
 // The two phases of a result as mixtures of their own.
 struct Pair {
     Mixture x;
     Mixture y;
-    BulkState X;
-    BulkState Y;
+    TrialCurve X;
+    TrialCurve Y;
+    double RT;
 
-    Pair(std::int32_t last, const PhasePair& phases)
-        : x(MixtureOf(last, phases.x)),
-          y(MixtureOf(last, phases.y)),
-          X(StateOf(x, phases, phases.Vx)),
-          Y(StateOf(y, phases, phases.Vy)) {}
+    Pair(const Mixture& components, const PhasePair& phases)
+        : x(WithFractions(components, phases.x)),
+          y(WithFractions(components, phases.y)),
+          X(x, phases.Vx - x.bMix),
+          Y(y, phases.Vy - y.bMix),
+          RT(R * phases.T) {}
 };
 
-bool InEquilibrium(const Pair& pair) {
-    constexpr double FugacityTolerance = 1e-8;
+double LogFugacity(const TrialCurve& phase, double RT, std::size_t i) {
+    const Mixture& mixture = phase.mixture();
+    return std::log(mixture.z[i] * phase.u()) + mixture.b[i] * phase.u() -
+           2.0 / RT * mixture.aRoot[i] * phase.A();
+}
+
+// What rounding leaves of equal fugacities: a volume right to the last digit has a V - b that is
+// not.
+double Sharpness(const Pair& pair) {
+    constexpr double Rounding = 1e-13;
+    double largest = 1.0;
+    for (const TrialCurve* phase : {&pair.X, &pair.Y}) {
+        const Mixture& mixture = phase->mixture();
+        const double push = mixture.largestB * phase->u();
+        const double pull = 2.0 / pair.RT * mixture.largestARoot * phase->A();
+        largest = std::max({largest, push * push, pull});
+    }
+    return Rounding * largest;
+}
+
+// Whether both volumes are possible and all fugacities equal to a share.
+bool InEquilibrium(const Pair& pair, double tolerance) {
+    if (!(pair.X.u() > 0.0 && pair.Y.u() > 0.0)) return false;
+    if (!std::isfinite(pair.X.V()) || !std::isfinite(pair.Y.V())) return false;
     for (std::size_t i = 0; i < pair.x.count; ++i) {
-        const double difference = LogFugacity(pair.x, pair.X, i) - LogFugacity(pair.y, pair.Y, i);
-        if (!(std::abs(difference) <= FugacityTolerance)) return false;
+        const double difference = LogFugacity(pair.X, pair.RT, i) - LogFugacity(pair.Y, pair.RT, i);
+        if (!(std::abs(difference) <= tolerance)) return false;
     }
     return true;
 }
 
-// Whether a maximum of D over the bulk is this other phase.
-bool IsAmong(const Maxima& maxima, const BulkState& bulk, const BulkState& other) {
-    constexpr double Match = 0.01;
-    return std::any_of(maxima.begin(), maxima.end(), [&](const TrialPhase& phase) {
-        return std::abs(phase.A - other.A) < Match * std::abs(other.A - bulk.A);
-    });
+// As far as a first approach can tell.
+bool IsExact(const Pair& pair) {
+    return InEquilibrium(pair, Sharpness(pair));
 }
 
-bool SplitsOtherwise(const Maxima& maxima, const BulkState& bulk) {
+// Whether a phase much like the bulk is one that it coexists with, and no copy of the bulk that the
+// iteration creeps to: a maximum of D, and of the same pressure. Inside the spinodal there is none.
+bool CoexistsWith(const TrialCurve& bulk, const TrialCurve& other, double RT) {
+    if (!(bulk.spinodalRT() < RT)) return false;
+    const double lambda = 2.0 / RT * (other.A() - bulk.A());
+    if (lambda == 0.0) return false;
+    const auto phase = bulk.climb(bulk.at(lambda, other.u()), RT);
+    constexpr double Match = 0.01;
+    return phase && std::abs(phase->lambda - lambda) < Match * std::abs(lambda) &&
+           std::abs(phase->levelRT() - RT) < Match * (RT - bulk.spinodalRT());
+}
+
+Stability StabilityOf(const TrialCurve& bulk, double RT, double P) {
+    if (bulk.spinodalRT() > RT) return Stability::Unstable;
     constexpr double DriveTolerance = 1e-8;
-    return std::any_of(maxima.begin(), maxima.end(), [&](const TrialPhase& phase) {
-        return Drive(bulk, phase) > DriveTolerance;
+    const Maxima maxima = bulk.maxima(RT);
+    const bool splits = std::any_of(maxima.begin(), maxima.end(), [&](const TrialPhase& phase) {
+        return bulk.drive(phase, RT, P) > DriveTolerance;
     });
+    return splits ? Stability::Metastable : Stability::Stable;
 }
 
 // Two phases so alike that they may be one that the iteration creeps to.
 bool LooksTrivial(const Pair& pair) {
-    const double volumes = std::abs(pair.X.V / pair.Y.V - 1.0);
+    const double volumes = std::abs(pair.X.V() / pair.Y.V() - 1.0);
     double largest = 0.0;
     bool anyEqual = false;
     for (std::size_t i = 0; i < pair.x.count; ++i) {
@@ -198,25 +224,23 @@ bool LooksTrivial(const Pair& pair) {
 
 struct Verdict {
     Outcome outcome;
-    bool metastable;
+    Stability stability;
 };
 
 // What the phases of a converged iteration are worth. The first is the bulk whose stability counts.
-Verdict Judge(std::int32_t last, const PhasePair& phases, bool bulkIsX) {
-    const Verdict none = {Outcome::NoSolution, false};
-    const bool possible =
-        phases.Vx > MixtureB(last, phases.x) && phases.Vy > MixtureB(last, phases.y);
-    if (!possible || !std::isfinite(phases.Vx) || !std::isfinite(phases.Vy)) return none;
-    const Pair pair(last, phases);
-    const Mixture& bulk = bulkIsX ? pair.x : pair.y;
-    const BulkState& state = bulkIsX ? pair.X : pair.Y;
-    const Verdict refused = {LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution, false};
-    if (!InEquilibrium(pair)) return refused;
-    const Maxima maxima = FindMaxima(bulk, state);
+Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) {
+    constexpr double FugacityTolerance = 1e-8;
+    const Pair pair(components, phases);
+    const TrialCurve& bulk = bulkIsX ? pair.X : pair.Y;
+    const TrialCurve& other = bulkIsX ? pair.Y : pair.X;
+    if (!(pair.X.u() > 0.0 && pair.Y.u() > 0.0)) return {Outcome::NoSolution, Stability::Stable};
+    const Outcome refused = LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution;
+    if (!InEquilibrium(pair, std::max(FugacityTolerance, Sharpness(pair))))
+        return {refused, Stability::Stable};
     constexpr double Alike = 0.05;
     const bool alike = std::abs(phases.Vx / phases.Vy - 1.0) < Alike;
-    if (alike && !IsAmong(maxima, state, bulkIsX ? pair.Y : pair.X)) return refused;
-    return {Outcome::Converged, SplitsOtherwise(maxima, state)};
+    if (alike && !CoexistsWith(bulk, other, pair.RT)) return {refused, Stability::Stable};
+    return {Outcome::Converged, StabilityOf(bulk, pair.RT, phases.P)};
 }
 
 bool Usable(double number) {
@@ -224,21 +248,27 @@ bool Usable(double number) {
 }
 
 // Runs the iteration to its end; `unknown` is the one of `pair` that the secant is after, and
-// `fraction` the amount fraction of phase Y at each step. Whether it has converged.
-template <class Fraction>
+// `fraction` the amount fraction of phase Y at each step. A first approach that is a solution
+// itself `stands` after one iteration, from which the prescribed steps might lead away. Whether it
+// has converged.
+template <class Fraction, class Stands>
 bool Converge(Substitution& pair, Secant& secant, double& unknown, const Fraction& fraction,
-              int& iterations) {
+              const Stands& stands, int& iterations) {
     do {
         secant.step();
         unknown = secant.u1;
         pair.evaluatePhases();
-        secant.F1 = pair.substitute(fraction());
         ++iterations;
+        if (iterations == 1 && stands()) return true;
+        secant.F1 = pair.substitute(fraction());
     } while (!secant.failed() && !secant.converged(pair.drift) && iterations < IterationLimit);
     if (secant.failed() || !secant.converged(pair.drift)) return false;
     pair.evaluatePhases();
     return true;
 }
+
+// What a first approach may differ from a solution by.
+constexpr double Exact = 1e-11;
 
 }  // namespace
 
@@ -250,23 +280,33 @@ HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
     if (lastComponent < 0 || !Usable(value) || !Usable(guess.unknown)) return result;
     const bool findsP = given == Given::Temperature;
     const bool intoLiquid = kind == Homogenisation::IntoLiquid;
+    const Mixture bulk = MixtureOf(lastComponent, fractions);
     Substitution pair;
     pair.last = lastComponent;
     pair.z = Bulk(lastComponent, fractions);
-    if (!Take(lastComponent, guess.x, pair.phases.x)) return result;
-    if (!Take(lastComponent, guess.y, pair.phases.y)) return result;
-    (findsP ? pair.phases.T : pair.phases.P) = value;
-    double& unknown = findsP ? pair.phases.P : pair.phases.T;
+    PhasePair& phases = pair.phases;
+    if (!Take(lastComponent, guess.x, phases.x)) return result;
+    if (!Take(lastComponent, guess.y, phases.y)) return result;
+    (findsP ? phases.T : phases.P) = value;
+    double& unknown = findsP ? phases.P : phases.T;
     const double before = findsP ? 0.9 * guess.unknown : guess.unknown - 10.0;
     Secant secant{before, guess.unknown, -0.01, 0.01};
     const auto fraction = [intoLiquid] { return intoLiquid ? 0.0 : 1.0; };
-    if (!Converge(pair, secant, unknown, fraction, result.iterations)) return result;
-    const Verdict verdict = Judge(lastComponent, pair.phases, intoLiquid);
-    const bool reversed = verdict.outcome == Outcome::Converged && pair.phases.Vx > pair.phases.Vy;
+    const auto stands = [&] {
+        const ComponentValues& kept = intoLiquid ? phases.x : phases.y;
+        for (std::size_t i = 0; i < bulk.count; ++i) {
+            if (!(std::abs(kept[i] - pair.z[i]) <= Exact * pair.z[i])) return false;
+        }
+        return IsExact(Pair(bulk, phases)) &&
+               Judge(bulk, phases, intoLiquid).outcome == Outcome::Converged;
+    };
+    if (!Converge(pair, secant, unknown, fraction, stands, result.iterations)) return result;
+    const Verdict verdict = Judge(bulk, phases, intoLiquid);
+    const bool reversed = verdict.outcome == Outcome::Converged && phases.Vx > phases.Vy;
     result.outcome = reversed ? Outcome::NoSolution : verdict.outcome;
-    if (result.outcome != Outcome::Converged) return result;
-    result.metastable = verdict.metastable;
-    result.phases = pair.phases;
+    if (result.outcome == Outcome::NoSolution) return result;
+    result.stability = verdict.stability;
+    result.phases = phases;
     return result;
 }
 
@@ -287,11 +327,35 @@ double Damped(double beta, double before) {
     return std::isfinite(beta) ? beta : 0.5;
 }
 
-// Rounding makes no fraction leave its range.
-double Snapped(double fraction) {
-    constexpr double Rounding = 1e-9;
-    if (std::abs(fraction) < Rounding) return 0.0;
-    return std::abs(fraction - 1.0) < Rounding ? 1.0 : fraction;
+// The end that a fraction belongs to where the bulk has the volume of one phase but for rounding.
+double Snapped(double fraction, double V, const PhasePair& phases) {
+    constexpr double Rounding = 2e-13;
+    if (std::abs(V / phases.Vx - 1.0) < Rounding || std::abs(fraction) < Rounding) return 0.0;
+    const bool isWhole =
+        std::abs(V / phases.Vy - 1.0) < Rounding || std::abs(fraction - 1.0) < Rounding;
+    return isWhole ? 1.0 : fraction;
+}
+
+// The fraction of the volume that phase Y takes where two phases make up a bulk, by what differs
+// most between them; nothing where they do not.
+std::optional<double> ShareOf(const ComponentValues& z, std::size_t count, double V,
+                              const PhasePair& phases) {
+    double contrast = std::abs(phases.Vx - phases.Vy) / V;
+    double inX = (phases.Vy - V) / (phases.Vy - phases.Vx);
+    double inY = (V - phases.Vx) / (phases.Vy - phases.Vx);
+    for (std::size_t i = 0; i < count; ++i) {
+        const double difference = phases.x[i] - phases.y[i];
+        if (!(std::abs(difference) > contrast * z[i])) continue;
+        contrast = std::abs(difference) / z[i];
+        inX = (z[i] - phases.y[i]) / difference;
+        inY = (phases.x[i] - z[i]) / difference;
+    }
+    const auto isSame = [&](double x, double y, double whole) {
+        return std::abs(inX * x + inY * y - whole) <= Exact * whole;
+    };
+    bool same = inX >= -Exact && inY >= -Exact && isSame(phases.Vx, phases.Vy, V);
+    for (std::size_t i = 0; i < count; ++i) same = same && isSame(phases.x[i], phases.y[i], z[i]);
+    return same ? std::optional(inY * phases.Vy / V) : std::nullopt;
 }
 
 }  // namespace
@@ -302,6 +366,7 @@ EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const
     EquilibriumResult result;
     if (lastComponent < 0 || !Usable(T) || !Usable(V) || !Usable(guess.unknown)) return result;
     if (!std::isfinite(volumeFraction)) return result;
+    const Mixture bulk = MixtureOf(lastComponent, fractions);
     Substitution pair;
     pair.last = lastComponent;
     pair.z = Bulk(lastComponent, fractions);
@@ -311,24 +376,36 @@ EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const
     phases.T = T;
     phases.P = guess.unknown;
     pair.evaluatePhases();
-    const double first = pair.substitute(Damped(volumeFraction * V / phases.Vy, 1.0));
-    Secant secant{0.99 * guess.unknown, guess.unknown, -0.01, first};
-    double beta = 1.0;
-    const auto fraction = [&] {
-        beta = Damped(LeverRule(V, phases) * V / phases.Vy, beta);
-        return beta;
-    };
-    if (!Converge(pair, secant, phases.P, fraction, result.iterations)) return result;
-    const double share = LeverRule(V, phases);
-    if (!std::isfinite(share)) return result;
-    const Verdict verdict = Judge(lastComponent, phases, true);
+    double share = 0.0;
+    const auto known = ShareOf(pair.z, bulk.count, V, phases);
+    if (known && IsExact(Pair(bulk, phases)) &&
+        Judge(bulk, phases, true).outcome == Outcome::Converged) {
+        result.iterations = 1;
+        share = Snapped(*known, V, phases);
+    } else {
+        const double first = pair.substitute(Damped(volumeFraction * V / phases.Vy, 1.0));
+        Secant secant{0.99 * guess.unknown, guess.unknown, -0.01, first};
+        double beta = 1.0;
+        const auto fraction = [&] {
+            beta = Damped(LeverRule(V, phases) * V / phases.Vy, beta);
+            return beta;
+        };
+        const auto never = [] { return false; };
+        if (!Converge(pair, secant, phases.P, fraction, never, result.iterations)) return result;
+        share = Snapped(LeverRule(V, phases), V, phases);
+    }
+    const Verdict verdict = Judge(bulk, phases, true);
     result.outcome = verdict.outcome;
-    if (verdict.outcome != Outcome::Converged) return result;
-    result.metastable = verdict.metastable;
+    if (verdict.outcome == Outcome::Converged && !std::isfinite(share)) {
+        result.outcome = Outcome::NoSolution;
+    }
+    if (result.outcome == Outcome::NoSolution) return result;
+    result.stability = verdict.stability;
     result.swapped = phases.Vx > phases.Vy;
     result.phases = phases;
-    result.volumeFraction = Snapped(share);
-    result.fractionInRange = result.volumeFraction >= 0.0 && result.volumeFraction <= 1.0;
+    if (result.outcome == Outcome::Trivial) return result;
+    result.volumeFraction = share;
+    result.fractionInRange = share >= 0.0 && share <= 1.0;
     return result;
 }
 

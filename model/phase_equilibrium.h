@@ -5,6 +5,7 @@
 
 #include "model/component_table.h"
 #include "model/homogenisation.h"
+#include "model/phase_boundary.h"
 
 namespace fluid {
 
@@ -22,8 +23,8 @@ struct PhaseGuess {
 struct HomogenisationResult {
     Outcome outcome = Outcome::NoSolution;
     int iterations = 0;
-    PhasePair phases;         // all 0 unless converged; fractions add up to 1, Vx < Vy
-    bool metastable = false;  // the bulk would rather split in another way
+    PhasePair phases;  // all 0 where there is no solution; fractions add up to 1, Vx < Vy
+    Stability stability = Stability::Stable;  // of the bulk, which may rather split in another way
 };
 
 // The homogenisation state that the secant iteration with successive substitution leads to.
@@ -38,11 +39,11 @@ HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
 struct EquilibriumResult {
     Outcome outcome = Outcome::NoSolution;
     int iterations = 0;
-    PhasePair phases;              // as above, but Vx may exceed Vy
-    double volumeFraction = 0.0;   // of phase Y
-    bool fractionInRange = false;  // whether volumeFraction lies between 0 and 1
-    bool swapped = false;          // phase X is the vapour
-    bool metastable = false;       // the phases would rather split in another way
+    PhasePair phases;                         // as above, but Vx may exceed Vy
+    double volumeFraction = 0.0;              // of phase Y; of no meaning where trivial
+    bool fractionInRange = false;             // whether volumeFraction lies between 0 and 1
+    bool swapped = false;                     // phase X is the vapour
+    Stability stability = Stability::Stable;  // of the phases, which may rather split otherwise
 };
 
 // The two phases of a mixture at T in K and the bulk molar volume V in cm3/mol.

@@ -4,228 +4,326 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
-
-#include "model/van_der_waals.h"
+#include <limits>
+#include <utility>
+#include <vector>
 
 namespace fluid {
 
 namespace {
 
-constexpr std::size_t Unknowns = ComponentCount + 1;
-
-// A phase by its amounts N_i in a share of the bulk's volume; Helmholtz energy and its derivatives
-// over R·T per volume of the bulk.
-struct Share {
-    ComponentValues N{};
-    double volume = 0.0;
-
-    double C = 0.0;        // concentration, mol/cm3
-    double A = 0.0;        // MPa^½
-    double free = 0.0;     // 1 - b/V
-    double entropy = 0.0;  // sum of c_i·ln c_i
-    bool possible = false;
-
-    void evaluate(const Mixture& mixture) {
-        C = A = entropy = 0.0;
-        double packing = 0.0;
-        possible = volume > 0.0;
-        for (std::size_t i = 0; i < mixture.count; ++i) {
-            const double c = N[i] / volume;
-            possible = possible && c > 0.0;
-            C += c;
-            A += mixture.aRoot[i] * c;
-            packing += mixture.b[i] * c;
-            entropy += c * std::log(c);
-        }
-        free = 1.0 - packing;
-        possible = possible && free > 0.0;
-    }
-    double u() const { return C / free; }
-    double energy(double RT) const { return volume * (entropy - C * std::log(free) - A * A / RT); }
-    double pressure(double RT) const { return RT * u() - A * A; }
-};
-
-// A division of the bulk into two shares; X is what Y leaves.
-struct Division {
-    Share X;
-    Share Y;
-
-    bool possible() const { return X.possible && Y.possible; }
-    double energy(double RT) const { return X.energy(RT) + Y.energy(RT); }
-};
-
+// Any two phases of equal fugacities have concentrations c_i(Y)/c_i(X) = exp(C0 + C1·b_i + C2·s_i).
+// So four numbers describe a division of a bulk: these three, with those of the chief components as
+// their units, and the share of the volume that phase Y takes, as ln(share/(1 - share)).
+constexpr std::size_t Unknowns = 4;
+constexpr std::size_t Share = 3;
 using Vector = std::array<double, Unknowns>;
 using Matrix = std::array<Vector, Unknowns>;
 
-// Minimises the Helmholtz energy over the amounts and the volume of one phase.
-class Minimiser {
-  public:
-    Minimiser(const Mixture& mixture, const BulkState& bulk) : mixture_(mixture), RT_(bulk.RT) {
-        for (std::size_t i = 0; i < mixture.count; ++i) c_[i] = mixture.z[i] / bulk.V;
-    }
+// One phase of a division: concentrations in mol/cm3 and sums over them.
+struct Phase {
+    ComponentValues c{};
+    double volume = 0.0;  // share of the bulk's
+    double C = 0.0;
+    double A = 0.0;  // MPa^½
+    double free = 0.0;
+    double entropy = 0.0;  // sum of c_i·ln c_i
 
-    Division divide(const ComponentValues& N, double volume) const;
-    // The best division whose phase Y has these concentrations.
-    Division start(const ComponentValues& concentrations) const;
-    // Whether a minimum was reached.
-    bool minimise(Division& division) const;
-
-  private:
-    struct Step {
-        Vector change{};        // of the amounts and the volume of phase Y
-        double descent = 0.0;   // of the energy, to first order
-        double relative = 0.0;  // largest change relative to an amount
-    };
-
-    Vector gradient(const Division& division) const;
-    Vector scales(const Division& division) const;
-    void addHessian(const Share& share, const Vector& scale, Matrix& hessian) const;
-    Division moved(const Division& from, const Vector& step, double length) const;
-    std::optional<Step> newtonStep(const Division& division, double& shift) const;
-    double descend(const Step& step, Division& division) const;
-
-    const Mixture& mixture_;
-    double RT_;
-    ComponentValues c_{};
+    double u() const { return C / free; }
+    // Helmholtz energy over R·T per volume of the bulk.
+    double energy(double RT) const { return volume * (entropy - C * std::log(free) - A * A / RT); }
 };
 
-Division Minimiser::divide(const ComponentValues& N, double volume) const {
-    Division division{{{}, 1.0 - volume}, {N, volume}};
-    for (std::size_t i = 0; i < mixture_.count; ++i) division.X.N[i] = c_[i] - N[i];
-    division.X.evaluate(mixture_);
-    division.Y.evaluate(mixture_);
-    return division;
-}
-
-Division Minimiser::start(const ComponentValues& concentrations) const {
-    double volume = 1.0;
-    for (std::size_t i = 0; i < mixture_.count; ++i) {
-        volume = std::min(volume, c_[i] / concentrations[i]);
-    }
-    constexpr int Halvings = 40;
-    Division best;
-    for (int i = 0; i < Halvings; ++i) {
-        volume *= 0.5;
-        ComponentValues N{};
-        for (std::size_t k = 0; k < mixture_.count; ++k) N[k] = volume * concentrations[k];
-        const Division division = divide(N, volume);
-        if (!division.possible()) continue;
-        if (!best.possible() || division.energy(RT_) < best.energy(RT_)) {
-            best = division;
-        } else {
-            break;
-        }
-    }
-    return best;
-}
-
-Vector Minimiser::gradient(const Division& division) const {
-    const auto& [X, Y] = division;
-    Vector result{};
-    const double common = std::log(X.free / Y.free);
-    for (std::size_t i = 0; i < mixture_.count; ++i) {
-        result[i] = std::log(Y.N[i] / Y.volume / (X.N[i] / X.volume)) + common +
-                    mixture_.b[i] * (Y.u() - X.u()) - 2.0 * mixture_.aRoot[i] * (Y.A - X.A) / RT_;
-    }
-    result[mixture_.count] = (X.pressure(RT_) - Y.pressure(RT_)) / RT_;
-    return result;
-}
-
-// Units of the unknowns in which the ideal part of the Hessian is the unit matrix.
-Vector Minimiser::scales(const Division& division) const {
-    const auto& [X, Y] = division;
-    Vector result{};
+struct Division {
+    Vector at{};
+    Phase X;
+    Phase Y;
+    ComponentValues weights{};  // N_i(X)·N_i(Y)/c_i, the change of N_i(Y) with ln(c_i(Y)/c_i(X))
+    // Y less X, each summed up as a difference
     double C = 0.0;
-    for (std::size_t i = 0; i < mixture_.count; ++i) {
-        result[i] = std::sqrt(X.N[i] * Y.N[i] / c_[i]);
-        C += c_[i];
-    }
-    result[mixture_.count] = std::sqrt(X.volume * Y.volume / C);
-    return result;
-}
+    double A = 0.0;
+    double packing = 0.0;
+    bool possible = false;
 
-void Minimiser::addHessian(const Share& share, const Vector& scale, Matrix& hessian) const {
-    const std::size_t n = mixture_.count;
-    Vector along{};  // second derivatives times the concentrations
-    double twice = 0.0;
-    for (std::size_t i = 0; i < n; ++i) {
-        for (std::size_t j = 0; j < n; ++j) {
-            const double covolumes =
-                (mixture_.b[i] + mixture_.b[j] + mixture_.b[i] * mixture_.b[j] * share.u()) /
-                share.free;
-            const double attraction = 2.0 * mixture_.aRoot[i] * mixture_.aRoot[j] / RT_;
-            const double ideal = i == j ? share.volume / share.N[i] : 0.0;
-            const double second = ideal + covolumes - attraction;
-            hessian[i][j] += second / share.volume * scale[i] * scale[j];
-            along[i] += second * share.N[j] / share.volume;
-        }
-        twice += along[i] * share.N[i] / share.volume;
-    }
-    for (std::size_t i = 0; i < n; ++i) {
-        const double mixed = -along[i] / share.volume * scale[i] * scale[n];
-        hessian[i][n] += mixed;
-        hessian[n][i] += mixed;
-    }
-    hessian[n][n] += twice / share.volume * scale[n] * scale[n];
-}
+    double energy(double RT) const { return X.energy(RT) + Y.energy(RT); }
+};
 
 // Solves (matrix + shift) · x = -right by Cholesky's method; false where it is not positive.
-bool SolvePositive(Matrix matrix, double shift, const Vector& right, std::size_t n, Vector& x) {
-    for (std::size_t j = 0; j < n; ++j) {
+bool SolvePositive(Matrix matrix, double shift, const Vector& right, Vector& x) {
+    for (std::size_t j = 0; j < Unknowns; ++j) {
         double pivot = matrix[j][j] + shift;
         for (std::size_t k = 0; k < j; ++k) pivot -= matrix[j][k] * matrix[j][k];
         if (!(pivot > 0.0)) return false;
         matrix[j][j] = std::sqrt(pivot);
-        for (std::size_t i = j + 1; i < n; ++i) {
+        for (std::size_t i = j + 1; i < Unknowns; ++i) {
             for (std::size_t k = 0; k < j; ++k) matrix[i][j] -= matrix[i][k] * matrix[j][k];
             matrix[i][j] /= matrix[j][j];
         }
     }
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < Unknowns; ++i) {
         x[i] = -right[i];
         for (std::size_t k = 0; k < i; ++k) x[i] -= matrix[i][k] * x[k];
         x[i] /= matrix[i][i];
     }
-    for (std::size_t i = n; i-- > 0;) {
-        for (std::size_t k = i + 1; k < n; ++k) x[i] -= matrix[k][i] * x[k];
+    for (std::size_t i = Unknowns; i-- > 0;) {
+        for (std::size_t k = i + 1; k < Unknowns; ++k) x[i] -= matrix[k][i] * x[k];
         x[i] /= matrix[i][i];
     }
     return true;
 }
 
-Division Minimiser::moved(const Division& from, const Vector& step, double length) const {
-    ComponentValues N{};
-    for (std::size_t i = 0; i < mixture_.count; ++i) N[i] = from.Y.N[i] + length * step[i];
-    return divide(N, from.Y.volume + length * step[mixture_.count]);
+// Solves matrix · x = -right by Gauss's method; false where the matrix is singular.
+bool Solve(Matrix matrix, Vector right, Vector& x) {
+    for (std::size_t j = 0; j < Unknowns; ++j) {
+        std::size_t pivot = j;
+        for (std::size_t i = j + 1; i < Unknowns; ++i) {
+            if (std::abs(matrix[i][j]) > std::abs(matrix[pivot][j])) pivot = i;
+        }
+        if (!(std::abs(matrix[pivot][j]) > 0.0)) return false;
+        std::swap(matrix[j], matrix[pivot]);
+        std::swap(right[j], right[pivot]);
+        for (std::size_t i = j + 1; i < Unknowns; ++i) {
+            const double factor = matrix[i][j] / matrix[j][j];
+            for (std::size_t k = j; k < Unknowns; ++k) matrix[i][k] -= factor * matrix[j][k];
+            right[i] -= factor * right[j];
+        }
+    }
+    for (std::size_t i = Unknowns; i-- > 0;) {
+        x[i] = -right[i];
+        for (std::size_t k = i + 1; k < Unknowns; ++k) x[i] -= matrix[i][k] * x[k];
+        x[i] /= matrix[i][i];
+    }
+    return true;
+}
+
+// Minimises the Helmholtz energy of two phases of a bulk by Newton's method over the four numbers.
+class Minimiser {
+  public:
+    Minimiser(const Mixture& mixture, double T, double V)
+        : mixture_(mixture), RT_(R * T), k_(2.0 / RT_) {
+        for (std::size_t i = 0; i < mixture.count; ++i) c_[i] = mixture.z[i] / V;
+    }
+
+    // The best share for the phase ratios of a trial phase over a bulk.
+    Division start(const TrialCurve& curve, const TrialPhase& trial) const;
+    // The bulk condensed as it is to a liquid beside hardly anything.
+    Division condensed() const;
+    // Whether an equilibrium was reached.
+    bool minimise(Division& division) const;
+    double RT() const { return RT_; }
+
+  private:
+    struct Step {
+        Vector change{};
+        double descent = 0.0;  // of the energy, to first order
+        double length = 0.0;   // largest change of a logarithm
+    };
+
+    struct Changes;
+
+    Division divide(const Vector& at) const;
+    Vector residual(const Division& division) const;
+    Changes changes(const Division& division, const Phase& phase) const;
+    Matrix jacobian(const Division& division) const;
+    Vector gradient(const Division& division) const;
+    Matrix hessian(const Division& division) const;
+    std::optional<Step> newtonStep(const Division& division, double& shift) const;
+    double descend(const Step& step, Division& division) const;
+    bool polish(Division& division) const;
+
+    const Mixture& mixture_;
+    double RT_;
+    double k_;
+    ComponentValues c_{};
+};
+
+Division Minimiser::divide(const Vector& at) const {
+    Division division;
+    division.at = at;
+    auto& [place, X, Y, weights, C, A, packing, possible] = division;
+    Y.volume = 1.0 / (1.0 + std::exp(-at[Share]));
+    X.volume = 1.0 / (1.0 + std::exp(at[Share]));
+    possible = X.volume > 0.0 && Y.volume > 0.0;
+    double packingX = 0.0;
+    double packingY = 0.0;
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        const double log = at[0] + at[1] * mixture_.b[i] / mixture_.largestB +
+                           at[2] * mixture_.aRoot[i] / mixture_.largestARoot;
+        const double ratio = std::exp(log);
+        const double x = c_[i] / (X.volume + Y.volume * ratio);
+        const double y = c_[i] / (X.volume / ratio + Y.volume);
+        const double difference = std::abs(log) < 1.0 ? x * std::expm1(log) : y - x;
+        X.c[i] = x;
+        Y.c[i] = y;
+        possible = possible && x > 0.0 && y > 0.0;
+        weights[i] = X.volume * x * (Y.volume * y) / c_[i];
+        X.C += x;
+        Y.C += y;
+        C += difference;
+        X.A += mixture_.aRoot[i] * x;
+        Y.A += mixture_.aRoot[i] * y;
+        A += mixture_.aRoot[i] * difference;
+        packingX += mixture_.b[i] * x;
+        packingY += mixture_.b[i] * y;
+        packing += mixture_.b[i] * difference;
+        X.entropy += x * std::log(x);
+        Y.entropy += y * std::log(y);
+    }
+    X.free = 1.0 - packingX;
+    Y.free = 1.0 - packingY;
+    possible = possible && X.free > 0.0 && Y.free > 0.0;
+    return division;
+}
+
+Division Minimiser::start(const TrialCurve& curve, const TrialPhase& trial) const {
+    Vector at = {std::log(curve.u() * curve.V() * trial.concentration / trial.u),
+                 -(trial.lambda * curve.A() + trial.excess) * mixture_.largestB,
+                 trial.lambda * mixture_.largestARoot, 0.0};
+    const ComponentValues x = curve.fractions(trial);
+    // About the share at which the component that gathers most in Y would be used up.
+    double largest = 0.0;
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        largest = std::max(largest, trial.concentration * x[i] / c_[i]);
+    }
+    // From there down to the small shares for which D > 0 promises that the energy falls.
+    constexpr int Shares = 40;
+    constexpr double Stride = 1.2;
+    Division best;
+    at[Share] = std::min(0.0, -std::log(largest));
+    for (int i = 0; i < Shares; ++i, at[Share] -= Stride) {
+        const Division division = divide(at);
+        if (!division.possible) continue;
+        if (best.possible && !(division.energy(RT_) < best.energy(RT_))) break;
+        best = division;
+    }
+    return best;
+}
+
+Division Minimiser::condensed() const {
+    constexpr double Dense = 1.3;  // V/b
+    double C = 0.0;
+    for (std::size_t i = 0; i < mixture_.count; ++i) C += c_[i];
+    const double share = Dense * mixture_.bMix * C;
+    if (!(share < 0.5)) return {};
+    return divide({-std::log(share), 0.0, 0.0, std::log(share / (1.0 - share))});
+}
+
+// What the three numbers differ from those of the phases by, and the difference of the pressures
+// over R·T: all 0 in equilibrium.
+Vector Minimiser::residual(const Division& division) const {
+    const Phase& X = division.X;
+    const Phase& Y = division.Y;
+    const double u = division.C / Y.free + X.C * division.packing / (X.free * Y.free);
+    return {division.at[0] - std::log1p(-division.packing / X.free),
+            division.at[1] + mixture_.largestB * u,
+            division.at[2] - mixture_.largestARoot * k_ * division.A,
+            u - 0.5 * k_ * division.A * (X.A + Y.A)};
+}
+
+// Along the four numbers. That along the amounts is ln(f_i(Y)/f_i(X)), the sum of what the three
+// numbers are off by times 1, b_i and s_i.
+Vector Minimiser::gradient(const Division& division) const {
+    const Vector off = residual(division);
+    Vector result{};
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        const double b = mixture_.b[i] / mixture_.largestB;
+        const double s = mixture_.aRoot[i] / mixture_.largestARoot;
+        const double part = division.weights[i] * (off[0] + off[1] * b + off[2] * s);
+        result[0] += part;
+        result[1] += part * b;
+        result[2] += part * s;
+    }
+    result[Share] = result[0] - off[Share] * division.X.volume * division.Y.volume;
+    return result;
+}
+
+// Changes of the sums of a phase's concentrations, and of these themselves, along each number.
+struct Minimiser::Changes {
+    std::array<ComponentValues, Unknowns> c{};
+    Vector C{};
+    Vector A{};
+    Vector packing{};
+};
+
+Minimiser::Changes Minimiser::changes(const Division& division, const Phase& phase) const {
+    Changes result;
+    const double sign = &phase == &division.Y ? 1.0 : -1.0;
+    const double share = division.X.volume * division.Y.volume;
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        const double weight = sign * division.weights[i] / phase.volume;
+        result.c[0][i] = weight;
+        result.c[1][i] = weight * mixture_.b[i] / mixture_.largestB;
+        result.c[2][i] = weight * mixture_.aRoot[i] / mixture_.largestARoot;
+        result.c[Share][i] = weight - sign * phase.c[i] * share / phase.volume;
+        for (std::size_t k = 0; k < Unknowns; ++k) {
+            result.C[k] += result.c[k][i];
+            result.A[k] += mixture_.aRoot[i] * result.c[k][i];
+            result.packing[k] += mixture_.b[i] * result.c[k][i];
+        }
+    }
+    return result;
+}
+
+// The second derivatives over the amounts and the volume, taken along the four numbers.
+Matrix Minimiser::hessian(const Division& division) const {
+    Matrix result{};
+    for (const Phase* phase : {&division.X, &division.Y}) {
+        const Changes change = changes(division, *phase);
+        for (std::size_t k = 0; k < Unknowns; ++k) {
+            for (std::size_t l = 0; l <= k; ++l) {
+                double ideal = 0.0;
+                for (std::size_t i = 0; i < mixture_.count; ++i) {
+                    ideal += change.c[k][i] * change.c[l][i] / phase->c[i];
+                }
+                const double second =
+                    ideal +
+                    (change.C[k] * change.packing[l] + change.C[l] * change.packing[k]) /
+                        phase->free +
+                    phase->C * change.packing[k] * change.packing[l] / (phase->free * phase->free) -
+                    k_ * change.A[k] * change.A[l];
+                result[k][l] += second * phase->volume;
+                if (k != l) result[l][k] = result[k][l];
+            }
+        }
+    }
+    return result;
 }
 
 // The step of Newton's method, with the shift raised until the Hessian is positive.
 std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division,
                                                      double& shift) const {
+    // With fewer than three components some of the four numbers do the same.
+    constexpr double Ridge = 1e-13;
     constexpr double LeastShift = 1e-4;
     constexpr double LargestShift = 1e12;
-    const std::size_t n = mixture_.count + 1;
-    const Vector scale = scales(division);
     Vector slope = gradient(division);
-    for (std::size_t i = 0; i < n; ++i) slope[i] *= scale[i];
-    Matrix hessian{};
-    addHessian(division.X, scale, hessian);
-    addHessian(division.Y, scale, hessian);
+    Matrix second = hessian(division);
+    Vector scale{};
+    double weight = 0.0;
+    for (std::size_t i = 0; i < mixture_.count; ++i) weight += division.weights[i];
+    for (std::size_t k = 0; k < Unknowns; ++k) scale[k] = 1.0 / std::sqrt(weight);
+    for (std::size_t k = 0; k < Unknowns; ++k) {
+        slope[k] *= scale[k];
+        for (std::size_t l = 0; l < Unknowns; ++l) second[k][l] *= scale[k] * scale[l];
+    }
     Step step;
-    while (!SolvePositive(hessian, shift, slope, n, step.change)) {
+    while (!SolvePositive(second, shift + Ridge, slope, step.change)) {
         shift = std::max(4.0 * shift, LeastShift);
-        if (shift > LargestShift) return {};
+        if (!(shift < LargestShift)) return {};
     }
-    for (std::size_t i = 0; i < n; ++i) {
-        step.descent += step.change[i] * slope[i];
-        step.change[i] *= scale[i];
+    for (std::size_t k = 0; k < Unknowns; ++k) {
+        step.descent += step.change[k] * slope[k];
+        step.change[k] *= scale[k];
+        step.length = std::max(step.length, std::abs(step.change[k]));
     }
-    for (std::size_t i = 0; i < mixture_.count; ++i) {
-        const double least = std::min(division.X.N[i], division.Y.N[i]);
-        step.relative = std::max(step.relative, std::abs(step.change[i]) / least);
-    }
+    if (!std::isfinite(step.length)) return {};
     return step;
+}
+
+Vector Along(const Vector& from, const Vector& change, double length) {
+    Vector at = from;
+    for (std::size_t k = 0; k < Unknowns; ++k) at[k] += length * change[k];
+    return at;
 }
 
 // Goes along a step as far as the energy falls; returns the part of it that was gone.
@@ -234,205 +332,265 @@ double Minimiser::descend(const Step& step, Division& division) const {
     constexpr double Armijo = 1e-4;
     const double energy = division.energy(RT_);
     const double noise = 1e-14 * std::abs(energy);
-    double length = 2.0;
+    constexpr double Longest = 8.0;
+    double length = 2.0 * std::min(1.0, Longest / step.length);
     for (int i = 0; i < Halvings; ++i) {
         length *= 0.5;
-        const Division next = moved(division, step.change, length);
+        const Division next = divide(Along(division.at, step.change, length));
         const double allowed = energy + Armijo * length * step.descent + noise;
-        if (!next.possible() || !(next.energy(RT_) <= allowed)) continue;
+        if (!next.possible || !(next.energy(RT_) <= allowed)) continue;
         division = next;
         return length;
     }
     return 0.0;
 }
 
+// The derivatives of the residual.
+Matrix Minimiser::jacobian(const Division& division) const {
+    const Phase& X = division.X;
+    const Phase& Y = division.Y;
+    const Changes x = changes(division, X);
+    const Changes y = changes(division, Y);
+    const auto push = [](const Phase& phase, const Changes& change, std::size_t k) {
+        return change.C[k] / phase.free + phase.C * change.packing[k] / (phase.free * phase.free);
+    };
+    Matrix result{};
+    for (std::size_t k = 0; k < Unknowns; ++k) {
+        const double u = push(Y, y, k) - push(X, x, k);
+        result[0][k] = y.packing[k] / Y.free - x.packing[k] / X.free;
+        result[1][k] = mixture_.largestB * u;
+        result[2][k] = -mixture_.largestARoot * k_ * (y.A[k] - x.A[k]);
+        result[Share][k] = u - k_ * (Y.A * y.A[k] - X.A * x.A[k]);
+        if (k != Share) result[k][k] += 1.0;
+    }
+    return result;
+}
+
+// The last digits, which the energy does not tell, and traces, which it hardly knows: Newton's
+// method on the residual, as long as its steps shorten.
+bool Minimiser::polish(Division& division) const {
+    constexpr int StepLimit = 20;
+    constexpr double Enough = 1e-15;
+    constexpr double Wide = 1.0;
+    double before = std::numeric_limits<double>::infinity();
+    for (int i = 0; i < StepLimit; ++i) {
+        Vector change{};
+        if (!Solve(jacobian(division), residual(division), change)) break;
+        double length = 0.0;
+        for (const double part : change) length = std::max(length, std::abs(part));
+        if (!(length < Wide) ? i > 3 : !(length < 0.5 * before)) break;
+        const Division next = divide(Along(division.at, change, 1.0));
+        if (!next.possible) break;
+        before = length;
+        division = next;
+        if (length < Enough) break;
+    }
+    constexpr double Close = 1e-6;
+    return before < Close && !(std::abs(division.A) < Close * (division.X.A + division.Y.A) &&
+                               std::abs(division.C) < Close * (division.X.C + division.Y.C));
+}
+
 bool Minimiser::minimise(Division& division) const {
-    constexpr int StepLimit = 300;
-    constexpr double Enough = 1e-11;
-    constexpr double Level = 1e-20;
+    constexpr int StepLimit = 100;
+    constexpr double Level = 1e-18;
     double shift = 0.0;
     for (int i = 0; i < StepLimit; ++i) {
         const auto step = newtonStep(division, shift);
-        if (!step) return false;
-        const bool level = -step->descent < Level * std::abs(division.energy(RT_));
-        if (shift == 0.0 && (step->relative < Enough || level)) {
-            division = moved(division, step->change, 1.0);
-            return division.possible();
-        }
+        if (!step) break;
+        if (shift == 0.0 && -step->descent < Level * std::abs(division.energy(RT_))) break;
         const double length = descend(*step, division);
-        if (length == 0.0) return false;
+        if (length == 0.0) break;
         constexpr double Bad = 0.3;
         constexpr double Small = 1e-3;
         shift = length < Bad ? std::max(2.0 * shift, Small) : shift < Small ? 0.0 : 0.2 * shift;
     }
-    return false;
+    return polish(division);
 }
 
-BulkState StateOf(const Mixture& mixture, double T, double V) {
-    return BulkAt(mixture, T, V - mixture.bMix);
+// A phase as a mixture of its own.
+Mixture MixtureOf(const Mixture& bulk, const Phase& phase) {
+    ComponentValues z{};
+    for (std::size_t i = 0; i < bulk.count; ++i) z[i] = phase.c[i] / phase.C;
+    return WithFractions(bulk, z);
 }
 
-ComponentValues Concentrations(const Mixture& mixture, const BulkState& bulk,
-                               const TrialPhase& trial) {
-    ComponentValues c = FractionsOf(mixture, bulk, trial);
-    for (double& value : c) value *= trial.concentration;
-    return c;
-}
-
-// A share as a mixture of its own and its state.
-struct Phase {
-    Mixture mixture;
-    BulkState state;
-
-    Phase(const Mixture& bulk, const Share& share, double T) : mixture(bulk) {
-        double sum = 0.0;
-        for (std::size_t i = 0; i < bulk.count; ++i) sum += share.N[i];
-        mixture.bMix = mixture.aRootMix = 0.0;
-        for (std::size_t i = 0; i < bulk.count; ++i) {
-            mixture.z[i] = share.N[i] / sum;
-            mixture.bMix += mixture.z[i] * bulk.b[i];
-            mixture.aRootMix += mixture.z[i] * bulk.aRoot[i];
-        }
-        state = BulkAt(mixture, T, 1.0 / share.u());
-    }
-};
-
-// Whether no amount of a phase is such a trace of that in the other one that it has lost its
-// digits.
-bool IsAccurate(const Mixture& mixture, const Share& share, const Share& other) {
-    constexpr double Trace = 1e-6;
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        if (share.N[i] < Trace * other.N[i]) return false;
-    }
-    return true;
-}
-
-// The phase of equal fugacities over a base, next to the one that the minimum has, which has digits
-// only where they matter for the energy.
-std::optional<TrialPhase> Sharpened(const Phase& base, const Phase& phase) {
-    TrialPhase trial;
-    trial.A = phase.state.A;
-    trial.u = phase.state.u;
-    constexpr double Near = 0.1;
-    const bool found = ClimbToMaximum(base.mixture, base.state, trial);
-    const double distance = std::abs(base.state.A - phase.state.A);
-    const bool isNear = found && std::abs(trial.A - phase.state.A) < Near * distance;
-    return isNear ? std::optional(trial) : std::nullopt;
+// The pressure in MPa, which stands in both phases, from the one in which it cancels less.
+double PressureOf(const Division& division, double RT) {
+    const Phase& phase = division.X.u() < division.Y.u() ? division.X : division.Y;
+    return RT * phase.u() - phase.A * phase.A;
 }
 
 PhaseSplit SplitOf(const Mixture& mixture, const Division& division, double T) {
-    const Share* base = &division.Y;
-    const Share* other = &division.X;
-    std::optional<TrialPhase> trial;
-    for (int i = 0; i < 2 && !trial; ++i) {
-        std::swap(base, other);
-        if (!IsAccurate(mixture, *base, *other)) continue;
-        trial = Sharpened(Phase(mixture, *base, T), Phase(mixture, *other, T));
+    const Phase* x = &division.X;
+    const Phase* y = &division.Y;
+    if (x->C < y->C) std::swap(x, y);
+    PhaseSplit split;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        split.phases.x[i] = x->c[i] / x->C;
+        split.phases.y[i] = y->c[i] / y->C;
     }
-    Phase x(mixture, *base, T);
-    Phase y(mixture, *other, T);
-    if (trial) {
-        y.mixture.z = FractionsOf(x.mixture, x.state, *trial);
-        y.state.V = trial->volume();
-        y.state.P = x.state.RT * trial->u - trial->A * trial->A;
-    }
-    if (x.state.V > y.state.V) {
-        std::swap(x, y);
-        std::swap(base, other);
-    }
-    // The thinner phase has the digits of a small pressure.
-    const double P = y.state.P;
-    return {{T, P, x.mixture.z, y.mixture.z, x.state.V, y.state.V}, other->volume, false};
+    split.found = true;
+    split.phases.T = T;
+    split.phases.P = PressureOf(division, R * T);
+    split.phases.Vx = 1.0 / x->C;
+    split.phases.Vy = 1.0 / y->C;
+    split.volumeFraction = y->volume;
+    return split;
 }
 
 // The bulk with a trace of the trial phase.
-PhaseSplit TraceOf(const Mixture& mixture, const BulkState& bulk, const TrialPhase& trial) {
-    const ComponentValues other = FractionsOf(mixture, bulk, trial);
-    const double P =
-        trial.concentration * bulk.V < 1.0 ? bulk.RT * trial.u - trial.A * trial.A : bulk.P;
-    if (trial.volume() < bulk.V) {
-        return {{bulk.T, P, other, mixture.z, trial.volume(), bulk.V}, 1.0, false};
-    }
-    return {{bulk.T, P, mixture.z, other, bulk.V, trial.volume()}, 0.0, false};
+PhaseSplit TraceOf(const TrialCurve& curve, const TrialPhase& trial, double T) {
+    const ComponentValues& z = curve.mixture().z;
+    const ComponentValues other = curve.fractions(trial);
+    const double RT = R * T;
+    const bool isDilute = trial.concentration * curve.V() < 1.0;
+    const double P = trial.u < curve.u() ? RT * trial.u - trial.H * trial.H
+                                         : RT * curve.u() - curve.A() * curve.A();
+    if (isDilute) return {true, {T, P, z, other, curve.V(), trial.volume()}, 0.0, false};
+    return {true, {T, P, other, z, trial.volume(), curve.V()}, 1.0, false};
 }
 
-// The division of lowest energy found from several starts.
+// The divisions that several starts have led to.
 class Competition {
   public:
-    Competition(const Mixture& mixture, const BulkState& bulk)
-        : mixture_(mixture), bulk_(bulk), minimiser_(mixture, bulk) {}
+    explicit Competition(const Minimiser& minimiser) : minimiser_(minimiser) {}
 
-    void enter(const ComponentValues& concentrations);
-    const std::optional<Division>& winner() const { return winner_; }
+    // The division that a trial phase leads to.
+    void enter(const TrialCurve& curve, const TrialPhase& trial) {
+        follow(minimiser_.start(curve, trial));
+    }
+    // The same from the best of the phases between the bulk and the trial phase. Where that is made
+    // of a trace, those between hold more of what there is more of.
+    void enterWidely(const TrialCurve& curve, const TrialPhase& trial);
+    void enterCondensed() { follow(minimiser_.condensed()); }
+    // The one of lowest energy that has not been asked for yet.
+    std::optional<Division> next();
 
   private:
-    const Mixture& mixture_;
-    const BulkState& bulk_;
-    Minimiser minimiser_;
-    std::optional<Division> winner_;
+    struct Entry {
+        Division division;
+        double energy;
+        bool isKnown;
+    };
+
+    void follow(Division division);
+
+    const Minimiser& minimiser_;
+    std::vector<Entry> entries_;
 };
 
-// Phases of a negative pressure, which two of three phases may have, are of no use.
-void Competition::enter(const ComponentValues& concentrations) {
-    Division division = minimiser_.start(concentrations);
-    if (!division.possible() || !minimiser_.minimise(division)) return;
-    const double RT = bulk_.RT;
-    if (std::max(division.X.pressure(RT), division.Y.pressure(RT)) <= 0.0) return;
-    if (!winner_ || division.energy(RT) < winner_->energy(RT)) winner_ = division;
-}
-
-// Whether both phases are larger than their co-volumes, and their volumes have room in doubles.
-bool HasRoom(const Mixture& mixture, const PhasePair& pair) {
-    const auto last = static_cast<std::int32_t>(mixture.count) - 1;
-    return pair.Vx > MixtureB(last, pair.x) && pair.Vy > MixtureB(last, pair.y) &&
-           std::isfinite(pair.Vx) && std::isfinite(pair.Vy);
-}
-
-std::optional<PhaseSplit> BestSplit(const Mixture& mixture, const BulkState& bulk) {
-    const double T = bulk.T;
-    const Maxima maxima = FindMaxima(mixture, bulk);
-    const TrialPhase* const best = maxima.best(bulk);
-    if (best == nullptr) return {};
-    constexpr double Boundary = 1e-10;
+void Competition::follow(Division division) {
+    if (!division.possible || !minimiser_.minimise(division)) return;
+    const double energy = division.energy(minimiser_.RT());
     constexpr double Rounding = 1e-14;
-    const double noise =
-        Boundary * bulk.RT * best->concentration + Rounding * (bulk.RT * bulk.u + bulk.A * bulk.A);
-    if (best->D < -noise) return {};
-    if (best->D <= noise && BulkSlope(mixture, bulk) < 1.0) return TraceOf(mixture, bulk, *best);
-    Competition competition(mixture, bulk);
+    for (const Entry& entry : entries_) {
+        if (std::abs(entry.energy - energy) < Rounding * std::abs(energy)) return;
+    }
+    entries_.push_back({division, energy, false});
+}
+
+void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) {
+    constexpr int Parts = 12;
+    const double RT = minimiser_.RT();
+    Division best;
+    for (int i = 2; i < Parts; ++i) {
+        const TrialPhase phase =
+            curve.at(trial.lambda * i / Parts, trial, TrialCurve::Accuracy::Fine);
+        const Division start = minimiser_.start(curve, phase);
+        const bool isBetter = !best.possible || start.energy(RT) < best.energy(RT);
+        if (start.possible && isBetter) best = start;
+    }
+    follow(best);
+}
+
+std::optional<Division> Competition::next() {
+    Entry* best = nullptr;
+    for (Entry& entry : entries_) {
+        if (!entry.isKnown && (best == nullptr || entry.energy < best->energy)) best = &entry;
+    }
+    if (best == nullptr) return {};
+    best->isKnown = true;
+    return best->division;
+}
+
+// Each division of the competition brings the phases into it that would be more stable than its
+// own, until there is none. Divisions of a negative pressure, which two of three phases may have,
+// lead to others, but are no result themselves.
+std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) {
+    const double RT = R * T;
+    const TrialCurve curve(mixture, V - mixture.bMix);
+    const Maxima maxima = curve.maxima(RT);
+    double highest = 0.0;
+    const TrialPhase* lead = nullptr;
     for (const TrialPhase& trial : maxima) {
-        if (trial.D > 0.0) competition.enter(Concentrations(mixture, bulk, trial));
+        if (!(trial.levelRT() > highest)) continue;
+        highest = trial.levelRT();
+        lead = &trial;
+    }
+    // On the boundary itself but for rounding.
+    constexpr double Rounding = 2e-14;
+    if (lead == nullptr || highest < RT * (1.0 - Rounding)) return {};
+    if (highest <= RT * (1.0 + Rounding) && curve.spinodalRT() < RT)
+        return TraceOf(curve, *lead, T);
+    const Minimiser minimiser(mixture, T, V);
+    Competition competition(minimiser);
+    for (const TrialPhase& trial : maxima) {
+        if (curve.D(trial, RT) > 0.0) competition.enter(curve, trial);
     }
     constexpr double DriveTolerance = 1e-8;
-    constexpr int RoundLimit = 3;
-    for (int round = 0; competition.winner(); ++round) {
-        const Division division = *competition.winner();
-        const Phase phase(mixture, division.X, T);
-        const Maxima others = FindMaxima(phase.mixture, phase.state);
-        const TrialPhase* const other = others.best(phase.state);
-        PhaseSplit split = SplitOf(mixture, division, T);
-        if (other == nullptr || Drive(phase.state, *other) < DriveTolerance) return split;
-        if (round == RoundLimit) {
-            split.metastable = true;
-            return split;
+    constexpr int RoundLimit = 16;  // as many divisions of eleven gases have never been seen
+    PhaseSplit best;
+    double lowest = 0.0;
+    bool isWide = false;
+    for (int round = 0; round < RoundLimit; ++round) {
+        std::optional<Division> division = competition.next();
+        if (!division && !isWide) {
+            isWide = true;
+            for (const TrialPhase& trial : maxima) {
+                if (curve.D(trial, RT) > 0.0) competition.enterWidely(curve, trial);
+            }
+            competition.enterCondensed();
+            division = competition.next();
         }
-        competition.enter(Concentrations(phase.mixture, phase.state, *other));
+        if (!division) break;
+        PhaseSplit split = SplitOf(mixture, *division, T);
+        const double P = split.phases.P;
+        const Phase& base = division->X.u() > division->Y.u() ? division->X : division->Y;
+        const Mixture phase = MixtureOf(mixture, base);
+        const TrialCurve over(phase, 1.0 / base.u());
+        for (const TrialPhase& other : over.maxima(RT)) {
+            if (over.drive(other, RT, P) < DriveTolerance) continue;
+            split.metastable = true;
+            competition.enter(over, other);
+        }
+        if (!(P > 0.0)) continue;
+        if (!split.metastable) return split;
+        const double energy = division->energy(RT);
+        if (best.found && !(energy < lowest)) continue;
+        best = split;
+        lowest = energy;
     }
-    // Nothing better than the start was found; it is handed on.
-    PhaseSplit split = TraceOf(mixture, bulk, *best);
-    split.phases.P = bulk.P + best->D;
-    split.metastable = true;
-    return split;
+    return best;
+}
+
+// Whether both volumes are larger than the co-volumes and have room in doubles.
+bool HasRoom(const Mixture& mixture, const PhasePair& pair) {
+    const auto fits = [&](const ComponentValues& x, double V) {
+        return V > WithFractions(mixture, x).bMix && std::isfinite(V);
+    };
+    return fits(pair.x, pair.Vx) && fits(pair.y, pair.Vy);
 }
 
 }  // namespace
 
 std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double V) {
     if (!(T > 0.0 && V > mixture.bMix) || !std::isfinite(T) || !std::isfinite(V)) return {};
-    const BulkState bulk = StateOf(mixture, T, V);
-    if (!std::isfinite(bulk.u) || !std::isfinite(bulk.k) || !(bulk.A > 0.0)) return {};
-    const std::optional<PhaseSplit> split = BestSplit(mixture, bulk);
-    return split && HasRoom(mixture, split->phases) ? split : std::nullopt;
+    const bool hasNumbers = std::isfinite(1.0 / (V - mixture.bMix)) &&
+                            std::isfinite(1.0 / (R * T)) && mixture.aRootMix / V > 0.0;
+    if (!hasNumbers) return {};
+    std::optional<PhaseSplit> split = BestSplit(mixture, T, V);
+    if (split && split->found) split->found = HasRoom(mixture, split->phases);
+    return split;
 }
 
 }  // namespace fluid

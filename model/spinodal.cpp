@@ -48,11 +48,10 @@ SpinodalVolumes Spinodal::volumes(double T) const {
 Spinodal DiffusionalOf(std::int32_t lastComponent, std::span<const double> fractions) {
     if (lastComponent < 0) return {};
     const Mixture mixture = MixtureOf(lastComponent, fractions);
-    const ComponentValues differences = ComponentDifferences(mixture);
     Spinodal spinodal{mixture.bMix, 0.0, 0.0, 0.0};
     for (std::size_t i = 0; i < mixture.count; ++i) {
         const double s = mixture.aRoot[i];
-        const double d = differences[i];
+        const double d = mixture.difference[i];
         spinodal.square += mixture.z[i] * s * s;
         spinodal.mixed += mixture.z[i] * s * d;
         spinodal.constant += mixture.z[i] * d * d;
@@ -67,18 +66,6 @@ Spinodal MechanicalOf(std::int32_t lastComponent, std::span<const double> fracti
 }
 
 }  // namespace
-
-ComponentValues ComponentDifferences(const Mixture& mixture) {
-    ComponentValues d{};
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        for (std::size_t j = 0; j < i; ++j) {
-            const double pair = mixture.aRoot[i] * mixture.b[j] - mixture.b[i] * mixture.aRoot[j];
-            d[i] += mixture.z[j] * pair;
-            d[j] -= mixture.z[i] * pair;
-        }
-    }
-    return d;
-}
 
 SpinodalVolumes DiffusionalSpinodal(std::int32_t lastComponent, std::span<const double> fractions,
                                     double T) {

@@ -37,8 +37,4 @@ double DiffusionalSpinodalTemperature(std::int32_t lastComponent, std::span<cons
 double MechanicalSpinodalTemperature(std::int32_t lastComponent, std::span<const double> fractions,
                                      double V);
 
-// √a_i·b - b_i·√a of each component, which says how it differs from the mixture, from the pairs of
-// components: right to the last bits also where it is small.
-ComponentValues ComponentDifferences(const Mixture& mixture);
-
 }  // namespace fluid

@@ -1,224 +1,36 @@
 #include "model/trial_phase.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cmath>
 #include <limits>
 
 namespace fluid {
 
-namespace {
-
-// Sums over e_i = z_i·u_z·exp(-b_i·(u - u_z) + k·aRoot_i·(A - A_z) - shift) of a trial phase at (A,
-// u), named for their other factors: b for b_i, s for aRoot_i.
-struct Sums {
+// Sums over w_i = z_i·exp(theta_i - shift), theta_i = lambda·q_i - b_i·excess, named for their
+// other factors: b for b_i, s for aRoot_i; and over z_i·(exp(theta_i) - 1), which cancel nothing.
+struct TrialCurve::Sums {
     double e = 0.0;
     double be = 0.0;
     double se = 0.0;
     double bbe = 0.0;
     double bse = 0.0;
     double sse = 0.0;
-    double shift = 0.0;  // 0 unless an e_i would overflow
+    double gain = 0.0;     // of exp(theta) - 1 - theta
+    double bGrowth = 0.0;  // of b·(exp(theta) - 1)
+    double qGrowth = 0.0;  // of q·(exp(theta) - 1)
+    double shift = 0.0;    // 0 unless an exponential would overflow
 };
 
-// Accuracy of b·u for the mere sign of H - A, and for the values of a phase that is kept.
-constexpr double Rough = 1e-3;
-constexpr double Fine = 1e-8;
+namespace {
 
-// Exponents of e_i/(z_i·u_z); returns the shift.
-double Exponents(const Mixture& mixture, const BulkState& bulk, double A, double u,
-                 ComponentValues& exponents) {
-    const double pull = bulk.k * (A - bulk.A);
-    const double push = u - bulk.u;
-    double largest = -std::numeric_limits<double>::infinity();
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        exponents[i] = mixture.aRoot[i] * pull - mixture.b[i] * push;
-        largest = std::max(largest, exponents[i]);
-    }
-    constexpr double Overflow = 500.0;
-    return largest > Overflow ? largest : 0.0;
-}
-
-Sums SumUp(const Mixture& mixture, const BulkState& bulk, double A, double u) {
-    ComponentValues exponents;
-    Sums sums;
-    sums.shift = Exponents(mixture, bulk, A, u, exponents);
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        const double e = mixture.z[i] * bulk.u * std::exp(exponents[i] - sums.shift);
-        const double be = mixture.b[i] * e;
-        const double se = mixture.aRoot[i] * e;
-        sums.e += e;
-        sums.be += be;
-        sums.se += se;
-        sums.bbe += mixture.b[i] * be;
-        sums.bse += mixture.b[i] * se;
-        sums.sse += mixture.aRoot[i] * se;
-    }
-    return sums;
-}
-
-// The root u of sum e_i(u) = u and the sums there. Both sum e_i - u and ln(sum e_i) - ln u are
-// convex and fall, so that a step of Newton's method on either ends below the root, or at it,
-// wherever it starts; so does sum e_i itself from above. The largest of them is taken.
-double SolveU(const Mixture& mixture, const BulkState& bulk, double A, double u, double accuracy,
-              Sums& sums) {
-    constexpr double Close = 0.1;
-    constexpr int StepLimit = 100;
-    for (int step = 0; step < StepLimit; ++step) {
-        sums = SumUp(mixture, bulk, A, u);
-        const double plain = (sums.e - u) / (1.0 + sums.be);
-        if (sums.shift == 0.0 && std::abs(sums.e - u) <= Close * u) {
-            u += plain;
-            if (std::abs(plain) * mixture.largestB > accuracy) continue;
-            // The sums follow u to first order.
-            sums.se -= sums.bse * plain;
-            sums.be -= sums.bbe * plain;
-            return u;
-        }
-        if (!(sums.e > 0.0)) {
-            u *= 0.5;
-            continue;
-        }
-        const double f = std::log(sums.e / u) + sums.shift;
-        const double next = u + f / (sums.be / sums.e + 1.0 / u);
-        u = sums.shift > 0.0 ? next : std::max({next, u + plain, std::min(sums.e, u)});
-    }
-    return u;
-}
-
-TrialPhase Trial(const Mixture& mixture, const BulkState& bulk, double A, double guess,
-                 double accuracy) {
-    Sums sums;
-    TrialPhase trial;
-    trial.A = A;
-    trial.u = SolveU(mixture, bulk, A, guess, accuracy, sums);
-    const double share = 1.0 / (1.0 + sums.be);
-    const double H = sums.se * share;
-    trial.concentration = trial.u * share;
-    trial.packing = sums.be * share;
-    trial.H = H;
-    trial.slope = bulk.k * (sums.sse - H * (2.0 * sums.bse - H * sums.bbe)) * share;
-    // Beside the bulk as a difference, else with P as given, which the sum need not cancel to.
-    const double rise = trial.u - bulk.u;
-    trial.D = std::abs(rise) < 0.5 * bulk.u ? bulk.RT * rise - (A - bulk.A) * (A + bulk.A)
-                                            : bulk.RT * trial.u - A * A - bulk.P;
-    return trial;
-}
-
-// d²H/dA² at the bulk itself, where e_i = z_i·u.
-double BulkCurvature(const Mixture& mixture, const BulkState& bulk) {
-    double cubes = 0.0;
-    double cross = 0.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        const double q = mixture.aRoot[i] - mixture.b[i] * bulk.A;
-        cubes += mixture.z[i] * q * q * q;
-        cross += mixture.z[i] * mixture.b[i] * q;
-    }
-    const double slope = BulkSlope(mixture, bulk);
-    return bulk.k * (bulk.k * cubes - 3.0 * slope * cross) / bulk.V;
-}
-
-// u of a trial phase a step further in A, to second order within the bounds that the growth of
-// du/dA = k·H sets.
-double PredictU(const Mixture& mixture, const BulkState& bulk, const TrialPhase& from,
-                double step) {
-    const double u = from.u + bulk.k * step * (from.H + 0.5 * step * from.slope);
-    constexpr double Least = 0.1;
-    if (step < 0.0) return std::clamp(u, Least * from.u, from.u);
-    return std::min(u, from.u + bulk.k * step * mixture.densestA);
-}
-
-double Rise(const TrialPhase& trial) {
-    return trial.H - trial.A;
-}
-
-class Search {
-  public:
-    Search(const Mixture& mixture, const BulkState& bulk, Maxima& maxima)
-        : mixture_(mixture),
-          bulk_(bulk),
-          maxima_(maxima),
-          step_(std::max(RelativeStep / (bulk.k * mixture.largestARoot),
-                         LeastStep * mixture.densestA)),
-          self_(Trial(mixture, bulk, bulk.A, bulk.u, Rough)),
-          curvature_(BulkCurvature(mixture, bulk)) {}
-
-    void above();
-    void below();
-
-  private:
-    // Of the shortest length over which a weight changes by a factor e.
-    static constexpr double RelativeStep = 1.0;
-    // Of the range, for temperatures so low that no mixture has numbers for its phases.
-    static constexpr double LeastStep = 1e-3;
-
-    TrialPhase at(double A, const TrialPhase& from) const {
-        return Trial(mixture_, bulk_, A, PredictU(mixture_, bulk_, from, A - from.A), Rough);
-    }
-    TrialPhase at(double A, const TrialPhase& low, const TrialPhase& high) const;
-    bool touchesBulk(const TrialPhase& phase) const { return phase.A == bulk_.A; }
-    void within(TrialPhase low, TrialPhase high);
-    void firstCell(const TrialPhase& near, int depth);
-    void cell(const TrialPhase& low, const TrialPhase& high, int depth);
-    void keep(const TrialPhase& low, const TrialPhase& high);
-
-    const Mixture& mixture_;
-    const BulkState& bulk_;
-    Maxima& maxima_;
-    double step_;
-    TrialPhase self_;
-    double curvature_;  // d²H/dA² at the bulk
-};
-
-void Search::above() {
-    within(self_, at(mixture_.densestA, self_));
-}
-
-void Search::below() {
-    within(at(0.0, self_), self_);
-}
-
-// A phase between two known ones, from both of which u is foretold.
-TrialPhase Search::at(double A, const TrialPhase& low, const TrialPhase& high) const {
-    const double fromLow = PredictU(mixture_, bulk_, low, A - low.A);
-    const double fromHigh = PredictU(mixture_, bulk_, high, A - high.A);
-    const double share = (A - low.A) / (high.A - low.A);
-    const double guess = fromLow + share * (fromHigh - fromLow);
-    return Trial(mixture_, bulk_, A, std::max(low.u, std::min(guess, high.u)), Rough);
-}
-
-// H rises with A, so that every A = H(A) between two phases lies between their H as well. The
-// interval is cut down to what they have in common, and halved where that leaves much of it, until
-// nothing is left or a cell short enough to be judged by its ends.
-void Search::within(TrialPhase low, TrialPhase high) {
-    for (;;) {
-        const double width = high.A - low.A;
-        const double from = std::max(low.A, low.H);
-        const double to = std::min(high.A, high.H);
-        // The H of a vapour so dilute that they are equal, or apart by rounding alone, still cross
-        // A.
-        const bool crosses =
-            !touchesBulk(low) && !touchesBulk(high) && Rise(low) > 0.0 && Rise(high) <= 0.0;
-        if (!(from < to) && !crosses) return;
-        if (width <= step_ || !(from < to)) break;
-        constexpr double Worthwhile = 0.3;
-        if (!touchesBulk(low) && from - low.A > Worthwhile * width) {
-            low = at(from, low, high);
-        } else if (!touchesBulk(high) && high.A - to > Worthwhile * width) {
-            high = at(to, low, high);
-        } else {
-            const TrialPhase middle = at(0.5 * (low.A + high.A), low, high);
-            within(low, middle);
-            low = middle;
-        }
-    }
-    if (touchesBulk(low)) {
-        firstCell(high, 0);
-    } else if (touchesBulk(high)) {
-        firstCell(low, 0);
-    } else {
-        cell(low, high, 0);
-    }
+// exp(x) - 1 - x
+double ExpGain(double x, double exponential) {
+    constexpr double Small = 0.25;
+    if (std::abs(x) > Small) return exponential - 1.0 - x;
+    // sum of x^(n+2)/(n+2)!
+    double sum = 0.0;
+    for (int n = 13; n > 2; --n) sum = (sum + 1.0) * x / n;
+    return 0.5 * x * x * (1.0 + sum);
 }
 
 // Largest value between 0 and 1 of the cubic with these values and slopes at 0 and 1, estimated at
@@ -239,20 +51,377 @@ double LargestInside(double value0, double slope0, double value1, double slope1)
     return std::max(ends, value0 + t * (slope0 + t * (c2 + t * c3)));
 }
 
+// Whether the cubic with these values and slopes at 0 and 1 falls all the way, by a safe margin.
+bool Falls(double value0, double slope0, double value1, double slope1) {
+    constexpr double Margin = 0.1;
+    const double limit = -Margin * (value0 - value1);
+    if (!(slope0 < limit && slope1 < limit)) return false;
+    // slope0 + 2·c2·t + 3·c3·t²
+    const double c2 = 3.0 * (value1 - value0) - 2.0 * slope0 - slope1;
+    const double c3 = slope0 + slope1 - 2.0 * (value1 - value0);
+    if (c3 >= 0.0) return true;
+    const double t = -c2 / (3.0 * c3);
+    return !(t > 0.0 && t < 1.0) || slope0 + c2 * t < limit;
+}
+
+}  // namespace
+
+TrialCurve::TrialCurve(const Mixture& mixture, double freeVolume)
+    : mixture_(&mixture),
+      V_(mixture.bMix + freeVolume),
+      u_(1.0 / freeVolume),
+      A_(mixture.aRootMix / V_) {
+    double bb = 0.0, bq = 0.0, qq = 0.0, bqq = 0.0, qqq = 0.0, qqqq = 0.0;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        q_[i] = (mixture.aRoot[i] * freeVolume + mixture.difference[i]) / V_;
+        const double zb = mixture.z[i] * mixture.b[i];
+        const double zqq = mixture.z[i] * q_[i] * q_[i];
+        bb += zb * mixture.b[i];
+        bq += zb * q_[i];
+        qq += zqq;
+        bqq += zqq * mixture.b[i];
+        qqq += zqq * q_[i];
+        qqqq += zqq * q_[i] * q_[i];
+    }
+    bulk_.u = u_;
+    bulk_.concentration = 1.0 / V_;
+    bulk_.packing = mixture.bMix / V_;
+    bulk_.H = A_;
+    bulk_.slope = qq / V_;
+    curvature_ = (qqq - 3.0 * bulk_.slope * bq) / V_;
+    third_ = (qqqq - 6.0 * bulk_.slope * bqq + 3.0 * bulk_.slope * bulk_.slope * bb -
+              4.0 * curvature_ * bq) /
+             V_;
+    spinodalSlope_ = (4.0 * A_ * bq / V_ - 2.0 * bulk_.slope) / V_;
+}
+
+// levelRT = 2·slope + 2/3·curvature·lambda + 1/6·third·lambda²
+double TrialCurve::nearCrest() const {
+    return third_ < 0.0 ? -2.0 * curvature_ / third_ : 0.0;
+}
+
+bool TrialCurve::isNear(double u) const {
+    return std::abs(u - u_) < 0.5 * u_;
+}
+
+TrialCurve::Sums TrialCurve::sumUp(double lambda, double excess) const {
+    const Mixture& mixture = *mixture_;
+    ComponentValues theta;
+    Sums sums;
+    double largest = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        theta[i] = lambda * q_[i] - mixture.b[i] * excess;
+        largest = std::max(largest, theta[i]);
+    }
+    constexpr double Overflow = 600.0;
+    if (largest > Overflow) sums.shift = largest;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        const double z = mixture.z[i];
+        const double co = mixture.b[i];
+        const double s = mixture.aRoot[i];
+        const double exponential = std::exp(theta[i] - sums.shift);
+        const double gain = ExpGain(theta[i], exponential);
+        const double growth = z * (theta[i] + gain);
+        const double e = z * exponential;
+        const double be = co * e;
+        const double se = s * e;
+        sums.e += e;
+        sums.be += be;
+        sums.se += se;
+        sums.bbe += co * be;
+        sums.bse += co * se;
+        sums.sse += s * se;
+        sums.gain += z * gain;
+        sums.bGrowth += co * growth;
+        sums.qGrowth += q_[i] * growth;
+    }
+    return sums;
+}
+
+TrialPhase TrialCurve::phase(double lambda, double excess, double u, const Sums& sums) const {
+    const double share = 1.0 / (1.0 + u_ * sums.be);
+    TrialPhase trial;
+    trial.lambda = lambda;
+    trial.excess = excess;
+    trial.u = u;
+    trial.concentration = u * share;
+    trial.packing = u_ * sums.be * share;
+    trial.H = u_ * sums.se * share;
+    trial.rise = u_ * sums.qGrowth * share;
+    trial.slope = u_ * (sums.sse - trial.H * (2.0 * sums.bse - trial.H * sums.bbe)) * share;
+    return trial;
+}
+
+// Beside the bulk by Newton's method on sum z_i·(exp(theta_i) - 1 - theta_i) = V·excess, which has
+// all digits of a small excess. Elsewhere it is sum e_i(u) = u for e_i = z_i·u_z·exp(theta_i): both
+// sum e_i - u and ln(sum e_i) - ln u are convex and fall, so that a step of Newton's method on
+// either ends below the root, or at it, wherever it starts; so does sum e_i itself from above. The
+// largest of them is taken.
+TrialPhase TrialCurve::solve(double lambda, double excess, double u, Accuracy accuracy) const {
+    const double enough = accuracy == Accuracy::Rough ? 1e-3 : 1e-8;
+    const auto moved = [this](Sums& sums, double step) {
+        // The sums follow to first order.
+        sums.be -= sums.bbe * step;
+        sums.se -= sums.bse * step;
+        sums.qGrowth -= (sums.bse - A_ * sums.bbe) * step;
+    };
+    constexpr int NearLimit = 8;
+    constexpr int StepLimit = 100;
+    Sums sums;
+    for (int round = 0; round < 2; ++round) {
+        for (int i = 0; i < NearLimit && isNear(u); ++i) {
+            sums = sumUp(lambda, excess);
+            if (sums.shift > 0.0) break;
+            const double step = (sums.gain - V_ * excess) / (V_ + sums.bGrowth);
+            excess += step;
+            u = u_ + (lambda * A_ + excess);
+            if (std::abs(step) > enough * excess) continue;
+            moved(sums, step);
+            return phase(lambda, excess, u, sums);
+        }
+        const auto go = [&](double step) {
+            excess += step;
+            u += step;
+        };
+        if (!(u > 0.0)) go(1e-3 * u_ - u);
+        for (int i = 0; i < StepLimit; ++i) {
+            sums = sumUp(lambda, excess);
+            const double e = u_ * sums.e;
+            const double plain = (e - u) / (1.0 + u_ * sums.be);
+            constexpr double Close = 0.1;
+            if (sums.shift == 0.0 && std::abs(e - u) <= Close * u) {
+                go(plain);
+                if (std::abs(plain) * mixture_->largestB > enough) continue;
+                moved(sums, plain);
+                if (!isNear(u) || round == 1) return phase(lambda, excess, u, sums);
+                break;
+            }
+            if (!(e > 0.0)) {
+                go(-0.5 * u);
+                continue;
+            }
+            const double f = std::log(e / u) + sums.shift;
+            double step = f / (sums.be / sums.e + 1.0 / u);
+            if (sums.shift == 0.0) step = std::max(step, plain);
+            if (sums.shift == 0.0 && e < u && u + step <= e) {
+                excess += e - u;
+                u = e;
+            } else {
+                go(step);
+            }
+        }
+    }
+    return phase(lambda, excess, u, sums);
+}
+
+TrialPhase TrialCurve::at(double lambda, const TrialPhase& near, Accuracy accuracy) const {
+    const double step = lambda - near.lambda;
+    // Within the bounds that the growth of du/dlambda = H sets.
+    const double most = step < 0.0 ? -step * A_ : step * (mixture_->densestA - A_);
+    const double least = step < 0.0 ? most - 0.9 * near.u : 0.0;
+    const double rise = std::clamp(step * (near.rise + 0.5 * step * near.slope), least, most);
+    return solve(lambda, near.excess + rise, near.u + (step * A_ + rise), accuracy);
+}
+
+TrialPhase TrialCurve::at(double lambda, double u) const {
+    return solve(lambda, u - u_ - lambda * A_, u, Accuracy::Fine);
+}
+
+double TrialCurve::D(const TrialPhase& trial, double RT) const {
+    return RT * (trial.excess - 0.25 * RT * trial.lambda * trial.lambda);
+}
+
+// A vapour so thin that D is small beside the terms it is made of has its own pressure.
+double TrialCurve::drive(const TrialPhase& trial, double RT, double P) const {
+    constexpr double Thin = 1e-3;
+    constexpr double Rounding = 1e-13;
+    const bool isThin = trial.concentration * V_ < Thin;
+    if (isThin) return (RT * trial.u - trial.H * trial.H - P) * trial.volume() / RT;
+    const bool isRounding = std::abs(trial.levelRT() / RT - 1.0) < Rounding;
+    return isRounding ? 0.0 : D(trial, RT) * trial.volume() / RT;
+}
+
+double TrialCurve::levelSlope(const TrialPhase& trial) const {
+    const double square = trial.lambda * trial.lambda;
+    const double spread = trial.u / (trial.concentration * u_);  // V + sum of b·(exp(theta) - 1)
+    return 4.0 / square * (trial.lambda * A_ * (spread / V_ - 1.0) - trial.excess) / spread;
+}
+
+ComponentValues TrialCurve::fractions(const TrialPhase& trial) const {
+    ComponentValues x{};
+    double largest = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < mixture_->count; ++i) {
+        x[i] = trial.lambda * q_[i] - mixture_->b[i] * trial.excess;
+        largest = std::max(largest, x[i]);
+    }
+    double sum = 0.0;
+    for (std::size_t i = 0; i < mixture_->count; ++i) {
+        x[i] = mixture_->z[i] * std::exp(x[i] - largest);
+        sum += x[i];
+    }
+    for (double& fraction : x) fraction /= sum;
+    return x;
+}
+
+std::optional<TrialPhase> TrialCurve::climb(const TrialPhase& from, double RT) const {
+    const double k = 2.0 / RT;
+    constexpr int StepLimit = 30;
+    constexpr double Enough = 1e-8;
+    TrialPhase trial = from;
+    for (int i = 0; i < StepLimit; ++i) {
+        if (!(k * trial.slope < 1.0)) return {};
+        const double move = (k * trial.rise - trial.lambda) / (1.0 - k * trial.slope);
+        const double lambda = trial.lambda + move;
+        if (lambda == 0.0 || std::abs(lambda) > 2.0 * k * mixture_->densestA) return {};
+        trial = at(lambda, trial, Accuracy::Fine);
+        if (std::abs(move) <= Enough * std::abs(lambda)) return trial;
+    }
+    return {};
+}
+
+// The slope of levelRT is 4/lambda³ times lambda·rise - 2·excess, on which Newton's method is used.
+std::optional<TrialPhase> TrialCurve::climbLevel(const TrialPhase& from) const {
+    constexpr int StepLimit = 60;
+    constexpr double Enough = 1e-8;
+    const double least = 1e-9 / mixture_->largestARoot;
+    TrialPhase trial = from;
+    double longest = 2.0 * std::abs(from.lambda);
+    for (int i = 0; i < StepLimit; ++i) {
+        if (std::abs(trial.lambda) < least) return {};
+        const double slope = trial.lambda * trial.rise - 2.0 * trial.excess;
+        const double bend = trial.lambda * trial.slope - trial.rise;
+        const double side = trial.lambda < 0.0 ? -1.0 : 1.0;
+        double move = -slope / bend;
+        // Where it bends upwards Newton's method leads down.
+        if (!(side * bend < 0.0)) move = side * std::copysign(0.5 * trial.lambda, slope);
+        move = std::clamp(move, -longest, longest);
+        if (side * (trial.lambda + move) < 0.1 * std::abs(trial.lambda)) move = -0.9 * trial.lambda;
+        const TrialPhase next = at(trial.lambda + move, trial, Accuracy::Fine);
+        const bool isEnd = std::abs(move) <= Enough * std::abs(trial.lambda);
+        if (isEnd) return next;
+        if (next.levelRT() < trial.levelRT() * (1.0 - 1e-14)) {
+            longest = 0.5 * std::abs(move);
+            continue;
+        }
+        trial = next;
+    }
+    return trial;
+}
+
+// The search for all maxima of D at one temperature.
+class TrialCurve::Search {
+  public:
+    Search(const TrialCurve& curve, double RT, Maxima& maxima)
+        : curve_(curve),
+          k_(2.0 / RT),
+          maxima_(maxima),
+          step_(std::max(RelativeStep / curve.mixture_->largestARoot,
+                         LeastStep * k_ * curve.mixture_->densestA)) {}
+
+    void above();
+    void below();
+
+  private:
+    // Of the shortest length over which a weight changes by a factor e.
+    static constexpr double RelativeStep = 1.0;
+    // Of the range, for temperatures so low that no mixture has numbers for its phases.
+    static constexpr double LeastStep = 1e-3;
+    // Beyond both ends, on which a phase of the densest component alone and an empty one lie.
+    static constexpr double Beyond = 1.001;
+
+    TrialPhase at(double lambda, const TrialPhase& from) const {
+        return curve_.at(lambda, from, Accuracy::Rough);
+    }
+    TrialPhase at(double lambda, const TrialPhase& low, const TrialPhase& high) const;
+    // k·(H - A)
+    double ascent(const TrialPhase& phase) const { return k_ * phase.rise - phase.lambda; }
+    static bool isBulk(const TrialPhase& phase) { return phase.lambda == 0.0; }
+    void within(TrialPhase low, TrialPhase high);
+    void firstCell(const TrialPhase& near, int depth);
+    void cell(const TrialPhase& low, const TrialPhase& high, int depth);
+    void keep(const TrialPhase& low, const TrialPhase& high);
+
+    const TrialCurve& curve_;
+    double k_;
+    Maxima& maxima_;
+    double step_;
+};
+
+void TrialCurve::Search::above() {
+    const double densest = k_ * (Beyond * curve_.mixture_->densestA - curve_.A_);
+    within(curve_.bulk_, at(densest, curve_.bulk_));
+}
+
+void TrialCurve::Search::below() {
+    within(at(-Beyond * k_ * curve_.A_, curve_.bulk_), curve_.bulk_);
+}
+
+// A phase between two known ones, from the nearer of which it is foretold.
+TrialPhase TrialCurve::Search::at(double lambda, const TrialPhase& low,
+                                  const TrialPhase& high) const {
+    return at(lambda, lambda - low.lambda < high.lambda - lambda ? low : high);
+}
+
+// H rises with A, so that every A = H(A) between two phases lies between their H as well. The
+// interval is cut down to what they have in common, and halved where that leaves much of it, until
+// nothing is left or a cell short enough to be judged by its ends.
+void TrialCurve::Search::within(TrialPhase low, TrialPhase high) {
+    for (;;) {
+        const double width = high.lambda - low.lambda;
+        const double from = std::max(low.lambda, k_ * low.rise);
+        const double to = std::min(high.lambda, k_ * high.rise);
+        // The H of a vapour so dilute that they are equal, or apart by rounding alone, still cross
+        // A.
+        const bool crosses =
+            !isBulk(low) && !isBulk(high) && ascent(low) > 0.0 && ascent(high) <= 0.0;
+        if (!(from < to) && !crosses) return;
+        if (width <= step_ || !(from < to)) break;
+        constexpr double Worthwhile = 0.3;
+        if (!isBulk(low) && from - low.lambda > Worthwhile * width) {
+            low = at(from, low, high);
+        } else if (!isBulk(high) && high.lambda - to > Worthwhile * width) {
+            high = at(to, low, high);
+        } else {
+            const TrialPhase middle = at(0.5 * (low.lambda + high.lambda), low, high);
+            within(low, middle);
+            low = middle;
+        }
+    }
+    if (isBulk(low)) {
+        firstCell(high, 0);
+    } else if (isBulk(high)) {
+        firstCell(low, 0);
+    } else {
+        cell(low, high, 0);
+    }
+}
+
 // Beside the bulk every D has its double zero divided out: (H - A)/(A - A_z) is looked at.
-void Search::firstCell(const TrialPhase& near, int depth) {
-    constexpr int DepthLimit = 14;
-    const double width = near.A - bulk_.A;
-    const double value0 = self_.slope - 1.0;
-    const double value1 = Rise(near) / width;
-    const double slope0 = 0.5 * curvature_ * width;
-    const double slope1 = near.slope - 1.0 - value1;
+void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
+    constexpr int DepthLimit = 24;
+    const double width = near.lambda;
+    const double value0 = k_ * curve_.bulk_.slope - 1.0;
+    const double value1 = ascent(near) / width;
+    const double slope0 = 0.5 * k_ * curve_.curvature_ * width;
+    const double slope1 = k_ * near.slope - 1.0 - value1;
     if (value0 > 0.0 && value1 > 0.0) return;
-    const double largest = LargestInside(value0, slope0, value1, slope1);
-    const double spread = std::abs(value1 - value0) + std::abs(slope0) + std::abs(slope1);
     constexpr double Doubt = 0.1;
-    if (largest + Doubt * spread < 0.0 || depth == DepthLimit) return;
-    const TrialPhase middle = at(bulk_.A + 0.5 * width, self_);
+    double place = 0.5 * width;
+    constexpr double Parabolic = 0.05;
+    if (std::abs(width) * curve_.mixture_->largestARoot < Parabolic) {
+        // So near the bulk it is value0 + slope0·t + bend·t² for t from 0 to 1.
+        const double bend = k_ * curve_.third_ * width * width / 6.0;
+        const double peak = bend < 0.0 ? -0.5 * slope0 / bend : 0.0;
+        if (value1 > 0.0 || !(peak > 0.0 && peak < 1.0)) return;
+        if (!(value0 + peak * (0.5 * slope0 - Doubt * bend * peak) > 0.0)) return;
+        place = peak * width;
+    } else {
+        const double largest = LargestInside(value0, slope0, value1, slope1);
+        const double spread = std::abs(value1 - value0) + std::abs(slope0) + std::abs(slope1);
+        if (largest + Doubt * spread < 0.0) return;
+    }
+    if (depth == DepthLimit) return;
+    const TrialPhase middle = at(place, curve_.bulk_);
     firstCell(middle, depth + 1);
     if (width > 0.0) {
         cell(middle, near, 0);
@@ -261,150 +430,62 @@ void Search::firstCell(const TrialPhase& near, int depth) {
     }
 }
 
-void Search::cell(const TrialPhase& low, const TrialPhase& high, int depth) {
+void TrialCurve::Search::cell(const TrialPhase& low, const TrialPhase& high, int depth) {
     constexpr int DepthLimit = 6;
-    const double width = high.A - low.A;
-    const double value0 = Rise(low);
-    const double value1 = Rise(high);
+    const double value0 = ascent(low);
+    const double value1 = ascent(high);
+    const double width = high.lambda - low.lambda;
     if (value0 > 0.0 && value1 <= 0.0) {
-        keep(low, high);
+        const double slope0 = (k_ * low.slope - 1.0) * width;
+        const double slope1 = (k_ * high.slope - 1.0) * width;
+        if (depth == DepthLimit || Falls(value0, slope0, value1, slope1)) {
+            keep(low, high);
+            return;
+        }
+        // There may be three places of H = A instead of one.
+        const TrialPhase middle = at(0.5 * (low.lambda + high.lambda), low);
+        cell(low, middle, depth + 1);
+        cell(middle, high, depth + 1);
         return;
     }
     if (value0 <= 0.0 && value1 > 0.0) return;
     const double sign = value0 > 0.0 ? -1.0 : 1.0;
-    const double slope0 = sign * (low.slope - 1.0) * width;
-    const double slope1 = sign * (high.slope - 1.0) * width;
+    const double slope0 = sign * (k_ * low.slope - 1.0) * width;
+    const double slope1 = sign * (k_ * high.slope - 1.0) * width;
     if (slope0 <= 0.0 || slope1 >= 0.0 || depth == DepthLimit) return;
     const double largest = LargestInside(sign * value0, slope0, sign * value1, slope1);
     constexpr double Doubt = 0.025;
     if (largest + Doubt * (slope0 - slope1) < 0.0) return;
-    const TrialPhase middle = at(0.5 * (low.A + high.A), low);
+    const TrialPhase middle = at(0.5 * (low.lambda + high.lambda), low);
     cell(low, middle, depth + 1);
     cell(middle, high, depth + 1);
 }
 
-void Search::keep(const TrialPhase& low, const TrialPhase& high) {
-    if (maxima_.count == Maxima::Capacity) return;
-    double lower = low.A;
-    double upper = high.A;
+void TrialCurve::Search::keep(const TrialPhase& low, const TrialPhase& high) {
+    double lower = low.lambda;
+    double upper = high.lambda;
     // From the end that is nearer by its own reckoning.
-    const double fromLow = Rise(low) / std::abs(1.0 - low.slope);
-    const double fromHigh = -Rise(high) / std::abs(1.0 - high.slope);
+    const double fromLow = ascent(low) / std::abs(1.0 - k_ * low.slope);
+    const double fromHigh = -ascent(high) / std::abs(1.0 - k_ * high.slope);
     TrialPhase trial = fromLow < fromHigh ? low : high;
     constexpr int StepLimit = 60;
     for (int i = 0; i < StepLimit; ++i) {
-        double next = trial.A + Rise(trial) / (1.0 - trial.slope);
-        if (trial.slope >= 1.0 || !(next >= lower && next <= upper)) next = 0.5 * (lower + upper);
-        const double move = next - trial.A;
-        trial = Trial(mixture_, bulk_, next, PredictU(mixture_, bulk_, trial, move), Fine);
+        double next = trial.lambda + ascent(trial) / (1.0 - k_ * trial.slope);
+        if (k_ * trial.slope >= 1.0 || !(next >= lower && next <= upper)) {
+            next = 0.5 * (lower + upper);
+        }
+        const double move = next - trial.lambda;
+        trial = curve_.at(next, trial, Accuracy::Fine);
         constexpr double Enough = 1e-8;
-        if (std::abs(move) <= Enough * next) break;
-        (Rise(trial) > 0.0 ? lower : upper) = next;
+        if (std::abs(move) <= Enough * std::abs(next)) break;
+        (ascent(trial) > 0.0 ? lower : upper) = next;
     }
-    maxima_.phases[maxima_.count++] = trial;
+    maxima_.push_back(trial);
 }
 
-}  // namespace
-
-Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions) {
-    Mixture mixture;
-    mixture.count = static_cast<std::size_t>(lastComponent) + 1;
-    assert(mixture.count <= ComponentCount && mixture.count <= fractions.size());
-    double sum = 0.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) sum += fractions[i];
-    // Fractions that add up to one but for rounding stay as they were typed.
-    constexpr double Rounding = 1e-14;
-    if (std::abs(sum - 1.0) < Rounding) sum = 1.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        mixture.z[i] = fractions[i] / sum;
-        mixture.b[i] = b[i];
-        mixture.aRoot[i] = aRoot[i];
-        mixture.bMix += mixture.z[i] * b[i];
-        mixture.aRootMix += mixture.z[i] * aRoot[i];
-        mixture.densestA = std::max(mixture.densestA, aRoot[i] / b[i]);
-        mixture.largestB = std::max(mixture.largestB, b[i]);
-        mixture.largestARoot = std::max(mixture.largestARoot, aRoot[i]);
-    }
-    return mixture;
-}
-
-double HottestT(const Mixture& mixture) {
-    return mixture.densestA * mixture.densestA * mixture.largestB / (2.0 * R);
-}
-
-double ColdestT(const Mixture& mixture) {
-    constexpr double LargestExponent = 227.0;
-    return 2.0 * mixture.largestARoot * mixture.densestA / (R * LargestExponent);
-}
-
-BulkState BulkAt(const Mixture& mixture, double T, double freeVolume) {
-    BulkState bulk;
-    bulk.T = T;
-    bulk.RT = R * T;
-    bulk.k = 2.0 / bulk.RT;
-    bulk.V = mixture.bMix + freeVolume;
-    bulk.u = 1.0 / freeVolume;
-    bulk.A = mixture.aRootMix / bulk.V;
-    bulk.P = bulk.RT * bulk.u - bulk.A * bulk.A;
-    return bulk;
-}
-
-double MolarFugacity(const Mixture& mixture, const BulkState& bulk) {
-    return std::log(bulk.u) + mixture.bMix * bulk.u - bulk.k * mixture.aRootMix * bulk.A;
-}
-
-double BulkSlope(const Mixture& mixture, const BulkState& bulk) {
-    double sum = 0.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        const double q = mixture.aRoot[i] - mixture.b[i] * bulk.A;
-        sum += mixture.z[i] * q * q;
-    }
-    return bulk.k * sum / bulk.V;
-}
-
-ComponentValues FractionsOf(const Mixture& mixture, const BulkState& bulk,
-                            const TrialPhase& trial) {
-    ComponentValues fractions{};
-    const double shift = Exponents(mixture, bulk, trial.A, trial.u, fractions);
-    double sum = 0.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) {
-        fractions[i] = mixture.z[i] * std::exp(fractions[i] - shift);
-        sum += fractions[i];
-    }
-    for (double& fraction : fractions) fraction /= sum;
-    return fractions;
-}
-
-double Drive(const BulkState& bulk, const TrialPhase& trial) {
-    return trial.D / (bulk.RT * trial.concentration);
-}
-
-bool ClimbToMaximum(const Mixture& mixture, const BulkState& bulk, TrialPhase& trial) {
-    constexpr int StepLimit = 30;
-    constexpr double Enough = 1e-8;
-    for (int i = 0; i < StepLimit; ++i) {
-        trial = Trial(mixture, bulk, trial.A, trial.u, Fine);
-        if (!(trial.slope < 1.0)) return false;
-        const double move = Rise(trial) / (1.0 - trial.slope);
-        const double A = trial.A + move;
-        if (!(A > 0.0 && A < mixture.densestA)) return false;
-        const double u = PredictU(mixture, bulk, trial, move);
-        trial = Trial(mixture, bulk, A, u, Fine);
-        if (std::abs(move) <= Enough * A) return trial.slope < 1.0;
-    }
-    return false;
-}
-
-const TrialPhase* Maxima::best(const BulkState& bulk) const {
-    const auto* const best = std::max_element(
-        begin(), end(),
-        [&](const TrialPhase& x, const TrialPhase& y) { return Drive(bulk, x) < Drive(bulk, y); });
-    return count > 0 ? best : nullptr;
-}
-
-Maxima FindMaxima(const Mixture& mixture, const BulkState& bulk) {
+Maxima TrialCurve::maxima(double RT) const {
     Maxima maxima;
-    Search search(mixture, bulk, maxima);
+    Search search(*this, RT, maxima);
     search.above();
     search.below();
     return maxima;

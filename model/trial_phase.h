@@ -1,99 +1,99 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
-#include <span>
+#include <optional>
+#include <vector>
 
-#include "model/component_table.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
 // docs/phase_equilibria.md derives everything in this header.
 
-// A composition together with what the tables say about its components, at compact positions.
-struct Mixture {
-    std::size_t count = 0;
-    ComponentValues z{};      // amount fractions, adding up to 1
-    ComponentValues b{};      // co-volumes, cm3/mol
-    ComponentValues aRoot{};  // square roots of the attractions, (MPa·cm6/mol2)^½
-    double bMix = 0.0;
-    double aRootMix = 0.0;
-    double densestA = 0.0;  // largest aRoot/b, which no A reaches, MPa^½
-    double largestB = 0.0;
-    double largestARoot = 0.0;
-};
-
-// lastComponent: index of the last fraction; fractions: at least lastComponent + 1 amount fractions
-// above 0 at the positions of the tables, normalised here.
-Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions);
-
-// Above this temperature in K no mixture of these components has two phases
-// (docs/phase_equilibria.md, "H rises"): R·T = largestB·densestA²/2.
-double HottestT(const Mixture& mixture);
-
-// Below this temperature in K coefficients of fugacity in a dense phase leave e^±227.
-double ColdestT(const Mixture& mixture);
-
-// One homogeneous state: T in K, V in cm3/mol, u = 1/(V - b) in mol/cm3, A = aRootMix/V in MPa^½,
-// P = R·T·u - A² in MPa, k = 2/(R·T).
-struct BulkState {
-    double T = 0.0;
-    double RT = 0.0;
-    double k = 0.0;
-    double V = 0.0;
-    double u = 0.0;
-    double A = 0.0;
-    double P = 0.0;
-};
-
-// The state with the free volume V - bMix > 0 in cm3/mol.
-BulkState BulkAt(const Mixture& mixture, double T, double freeVolume);
-
-// ln(f/RT) of the mixture, sum of z_i·ln(f_i/RT) without the constant sum of z_i·ln z_i: the
-// smaller the more stable, among states of one T and P.
-double MolarFugacity(const Mixture& mixture, const BulkState& bulk);
-
-// Slope k·sum z_i·(aRoot_i - b_i·A)²/V of H at the bulk itself: above 1 it splits by itself.
-double BulkSlope(const Mixture& mixture, const BulkState& bulk);
-
-// A phase whose components have the fugacities of the bulk, at a given A. It lies at pressure
-// P + D; its stationary points (H = A) are the phases of equal fugacities.
+// A phase whose components have the fugacities of the bulk. With the fugacities given, such phases
+// are a curve that knows no temperature: its place on it is lambda = k·(A - A_z).
 struct TrialPhase {
-    double A = 0.0;
-    double u = 0.0;
+    double lambda = 0.0;         // cm3/(mol·MPa^½)
+    double excess = 0.0;         // u - u_z - lambda·A_z, never below 0, mol/cm3
+    double u = 0.0;              // 1/(V - b), mol/cm3
     double concentration = 0.0;  // 1/V, mol/cm3
     double packing = 0.0;        // b/V
-    double H = 0.0;              // sum of aRoot_i·c_i, MPa^½; dD/dA = 2·(H - A)
-    double slope = 0.0;          // dH/dA, above 0
-    double D = 0.0;              // MPa
+    double H = 0.0;              // sum of aRoot_i·c_i, MPa^½
+    double rise = 0.0;           // H - A_z, MPa^½
+    double slope = 0.0;          // dH/dlambda, above 0
 
     double volume() const { return 1.0 / concentration; }
+    // R·T at which this phase has the pressure of the bulk; twice the slope at the bulk itself.
+    double levelRT() const { return 4.0 * excess / (lambda * lambda); }
 };
-
-// Amount fractions of a trial phase.
-ComponentValues FractionsOf(const Mixture& mixture, const BulkState& bulk, const TrialPhase& trial);
-
-// D in units of the trial phase's R·T/V; dimensionless measure of how much more stable it is.
-double Drive(const BulkState& bulk, const TrialPhase& trial);
-
-// Moves a trial phase near a maximum of D onto it by Newton's method.
-// Returns false when there is none within reach; the trial phase is then of no use.
-bool ClimbToMaximum(const Mixture& mixture, const BulkState& bulk, TrialPhase& trial);
 
 // The maxima of D other than the bulk itself.
-struct Maxima {
-    static constexpr std::size_t Capacity = 8;
-    std::array<TrialPhase, Capacity> phases{};
-    std::size_t count = 0;
+using Maxima = std::vector<TrialPhase>;
 
-    const TrialPhase* begin() const { return phases.data(); }
-    const TrialPhase* end() const { return phases.data() + count; }
-    // The one of the largest drive; null when there is none.
-    const TrialPhase* best(const BulkState& bulk) const;
+// All trial phases of a bulk of one composition and molar volume.
+class TrialCurve {
+  public:
+    // freeVolume: V - bMix > 0 in cm3/mol. The mixture must outlive the curve.
+    TrialCurve(const Mixture& mixture, double freeVolume);
+
+    const Mixture& mixture() const { return *mixture_; }
+    double V() const { return V_; }
+    double u() const { return u_; }
+    double A() const { return A_; }
+
+    // How closely a phase is wanted: for the mere sign of H - A, or to the last digits.
+    enum class Accuracy { Rough, Fine };
+    // The phase at a place of the curve; `near` is one whose place is known.
+    TrialPhase at(double lambda, const TrialPhase& near, Accuracy accuracy) const;
+    // The same where about the u of the phase is known, in mol/cm3.
+    TrialPhase at(double lambda, double u) const;
+    // The bulk itself, lambda = 0.
+    const TrialPhase& bulk() const { return bulk_; }
+    // d²H/dlambda² at the bulk.
+    double curvature() const { return curvature_; }
+    // R·T of the diffusional spinodal at this volume.
+    double spinodalRT() const { return 2.0 * bulk_.slope; }
+    // Its change with V, MPa.
+    double spinodalSlope() const { return spinodalSlope_; }
+    // Where levelRT has an extremum beside the bulk, to second order in lambda; 0 if no maximum.
+    double nearCrest() const;
+
+    // D, the pressure of a phase over that of the bulk at the temperature of this R·T, in MPa.
+    double D(const TrialPhase& trial, double RT) const;
+    // D at a maximum in units of the phase's own R·T/V: how much more stable it is than the bulk,
+    // whose pressure is P in MPa; 0 where that is less than rounding.
+    double drive(const TrialPhase& trial, double RT, double P) const;
+
+    // All maxima of D over the curve, from dense to dilute ones on either side of the bulk.
+    Maxima maxima(double RT) const;
+    // Moves a phase near a maximum of D onto it by Newton's method; none within reach gives
+    // nothing.
+    std::optional<TrialPhase> climb(const TrialPhase& from, double RT) const;
+    // Climbs from a phase to the next maximum of levelRT; nothing where that is the bulk itself.
+    std::optional<TrialPhase> climbLevel(const TrialPhase& from) const;
+    // d(levelRT)/dV at the place of a phase, in MPa.
+    double levelSlope(const TrialPhase& trial) const;
+    // Amount fractions of a phase.
+    ComponentValues fractions(const TrialPhase& trial) const;
+
+  private:
+    struct Sums;
+    class Search;
+
+    bool isNear(double u) const;
+    Sums sumUp(double lambda, double excess) const;
+    TrialPhase phase(double lambda, double excess, double u, const Sums& sums) const;
+    TrialPhase solve(double lambda, double excess, double u, Accuracy accuracy) const;
+
+    const Mixture* mixture_;
+    double V_;
+    double u_;
+    double A_;
+    ComponentValues q_{};  // aRoot_i - b_i·A_z
+    TrialPhase bulk_;
+    double curvature_ = 0.0;
+    double third_ = 0.0;  // d³H/dlambda³ at the bulk
+    double spinodalSlope_ = 0.0;
 };
-
-// Searches all A from 0 to densestA.
-Maxima FindMaxima(const Mixture& mixture, const BulkState& bulk);
 
 }  // namespace fluid

@@ -1,10 +1,12 @@
 #include "procedures/bubble_dew_point.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
 #include "procedures/explanations.h"
 #include "procedures/inclusion_picture.h"
+#include "procedures/phase_curves.h"
 #include "procedures/units.h"
 #include "toolkit/number_text.h"
 
@@ -17,6 +19,7 @@ constexpr int messageLines = 2;
 constexpr int quantityWidth = 24;  // room for "Homogenization Temperature"
 constexpr int unitWidth = 7;
 constexpr int quantityDecimals = 6;
+constexpr int volumeDecimals = 2;
 constexpr double pictureHeight = 4.0;  // lines of text
 const std::string notUsed = "---";
 constexpr const char* noPoint =
@@ -280,21 +283,41 @@ void BubbleDewPoint::showApproach(const fluid::PhaseGuess& approach) {
     emptyResults();
 }
 
-std::string BubbleDewPoint::pointsSentence() const {
-    if (points_.count == 0) {
-        return noPoint;
+std::string BubbleDewPoint::nowhereSentence() const {
+    if (!points_.liquids.empty()) {
+        const fluid::PhasePair& pair = points_.liquids.front();
+        const double value = RadioButtonTh.isOn() ? pair.P : shownUnknown(pair.T);
+        return "the point at " + toolkit::resultText(value, quantityDecimals) + " " +
+               Dimension.text() + " is one of two liquids of " +
+               toolkit::resultText(pair.Vx, volumeDecimals) + " and " +
+               toolkit::resultText(pair.Vy, volumeDecimals) + " " + volumeUnit +
+               ", of which one has a vapour too: the calculation cannot hold it";
     }
-    if (points_.count == 1) {
+    if (!points_.isExamined) {
+        const fluid::Mixture mixture = fluid::MixtureOf(fluid::LastComponent, fluid::Fractions);
+        return "not examined: points are searched for above " +
+               toolkit::resultText(temperature.fromKelvin(ColdestT(mixture)), volumeDecimals) +
+               " " + degreeUnit(temperature.Celsius.isOn()) +
+               " and below 10000 MPa, the first approach is an estimate only";
+    }
+    return noPoint;
+}
+
+std::string BubbleDewPoint::pointsSentence() const {
+    const std::vector<fluid::PhasePair>& points = points_.points;
+    if (points.empty()) {
+        return nowhereSentence();
+    }
+    if (points.size() == 1) {
         return "";
     }
     std::string values;
-    for (const fluid::PhasePair& point : points_) {
+    for (const fluid::PhasePair& point : points) {
         const double value = RadioButtonTh.isOn() ? point.P : shownUnknown(point.T);
         values += (values.empty() ? "" : ", ") + toolkit::resultText(value, quantityDecimals);
     }
-    return std::to_string(points_.count) + " homogenization points: " + values + " " +
-           Dimension.text() + "; this is number " + std::to_string(shownPoint_ + 1) +
-           ", press first approach again for the next";
+    return std::to_string(points.size()) + " homogenization points: " + values + " " +
+           Dimension.text() + "; this is number " + std::to_string(shownPoint_ + 1);
 }
 
 void BubbleDewPoint::FirstApproach_Action() {
@@ -304,18 +327,20 @@ void BubbleDewPoint::FirstApproach_Action() {
         warning.setText("put a correct number, or select a mode");
         return;
     }
-    if (points_.count > 1) {
-        shownPoint_ = (shownPoint_ + 1) % points_.count;
+    if (points_.points.size() > 1) {
+        shownPoint_ = (shownPoint_ + 1) % points_.points.size();
     } else {
         points_ = fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given(),
                                                   *value, kind());
         shownPoint_ = 0;
     }
-    showApproach(points_.count > 0
+    showApproach(!points_.points.empty()
                      ? fluid::HomogenisationApproach(given(), points_.points[shownPoint_])
                      : fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions, given(),
                                                  *value, kind()));
-    warning.setText(pointsSentence());
+    const bool isOneOfSeveral = points_.points.size() > 1;
+    warning.setText(pointsSentence() +
+                    (isOneOfSeveral ? ", press first approach again for the next" : ""));
 }
 
 void BubbleDewPoint::calculate_Action() {
@@ -328,41 +353,54 @@ void BubbleDewPoint::calculate_Action() {
     }
     const fluid::HomogenisationResult result = fluid::IterateHomogenisation(
         fluid::LastComponent, fluid::Fractions, given(), *value, kind(), *start);
+    points_ = fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given(),
+                                              *value, kind());
     showResult(result);
-    if (result.outcome != fluid::Outcome::Converged &&
-        fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given(), *value,
-                                        kind())
-                .count == 0) {
-        warning.setText(noPoint);  // no other approach would do
-    }
 }
 
 void BubbleDewPoint::showResult(const fluid::HomogenisationResult& result) {
-    if (result.outcome == fluid::Outcome::NoSolution) {
+    using fluid::Outcome;
+    if (result.outcome == Outcome::NoSolution) {
         Iterations.setText("no solution, adjust First Approach and try again");
-        return;
+    } else {
+        showPhases(result.phases);
     }
-    if (result.outcome == fluid::Outcome::Trivial) {
+    if (result.outcome == Outcome::Trivial) {
         Iterations.setText(
             "possible trivial solution, optional: adjust First Approach and try again");
+    }
+    if (result.outcome != Outcome::Converged) {
+        // Where no other approach would do, it is said.
+        warning.setText(points_.points.empty() ? pointsSentence() : "");
         return;
     }
-    const fluid::PhasePair& phases = result.phases;
-    const double answer = RadioButtonTh.isOn() ? phases.P : shownUnknown(phases.T);
-    Answer.setText(toolkit::resultText(answer, quantityDecimals));
     Iterations.setText("solution after " + std::to_string(result.iterations) +
                        " iterations, accuracy 1.0e-10");
-    phaseX.show(phases.x, phases.Vx);
-    phaseY.show(phases.y, phases.Vy);
     if (LiquidMode.isOn()) {
         phaseX.setRole(", solution (liquid)");
     } else {
         phaseY.setRole(", solution (vapour)");
     }
-    if (result.metastable) {
-        warning.setText(
-            "this equilibrium is meta-stable: the fluid would rather split in another way");
+    const std::vector<fluid::PhasePair>& points = points_.points;
+    const auto isResult = [&result](const fluid::PhasePair& point) {
+        constexpr double same = 1e-6;
+        return std::abs(point.P / result.phases.P - 1.0) < same &&
+               std::abs(point.T / result.phases.T - 1.0) < same;
+    };
+    const auto shown = std::find_if(points.begin(), points.end(), isResult);
+    if (result.stability == fluid::Stability::Stable && shown != points.end()) {
+        shownPoint_ = static_cast<std::size_t>(shown - points.begin());
+        warning.setText(pointsSentence());
+    } else {
+        warning.setText(splitSentence(result.stability));
     }
+}
+
+void BubbleDewPoint::showPhases(const fluid::PhasePair& phases) {
+    const double answer = RadioButtonTh.isOn() ? phases.P : shownUnknown(phases.T);
+    Answer.setText(toolkit::resultText(answer, quantityDecimals));
+    phaseX.show(phases.x, phases.Vx);
+    phaseY.show(phases.y, phases.Vy);
 }
 
 }  // namespace procedures

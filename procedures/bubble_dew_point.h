@@ -62,8 +62,11 @@ class BubbleDewPoint : public toolkit::Screen {
     /// The sought quantity as the screen has it, MPa or the chosen unit of temperature.
     double shownUnknown(double unknown) const;
     void showApproach(const fluid::PhaseGuess& approach);
+    /// What is to be said where there is not just one point: how many there are, or why none.
     std::string pointsSentence() const;
+    std::string nowhereSentence() const;
     void showResult(const fluid::HomogenisationResult& result);
+    void showPhases(const fluid::PhasePair& phases);
 
     toolkit::RadioGroup quantityGroup;
     toolkit::RadioButton RadioButtonTh{quantityGroup, "RadioButtonTh",

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "procedures/explanations.h"
+#include "procedures/phase_curves.h"
 #include "procedures/units.h"
 #include "toolkit/number_text.h"
 
@@ -15,15 +16,24 @@ constexpr int lineWidth = 50;  // characters
 constexpr int messageLines = 2;
 constexpr int quantityDecimals = 6;
 constexpr int fractionDecimals = 8;
+const std::string notShared = "---";  // one phase has no share in itself
 
 /// What a user has to know of a first approach; empty where it is an equilibrium like any other.
-const char* sentenceOf(const fluid::EquilibriumApproach& approach) {
+std::string sentenceOf(const fluid::EquilibriumApproach& approach) {
     using Kind = fluid::EquilibriumApproach::Kind;
     switch (approach.kind) {
         case Kind::Homogeneous:
             return "the fluid is homogeneous at this temperature and density";
         case Kind::Metastable:
             return "these two phases are meta-stable, three phases would be more stable";
+        case Kind::TwoLiquids:
+            return "the stable phases are two liquids at " +
+                   toolkit::resultText(approach.guess.unknown, quantityDecimals) +
+                   " MPa, as the first approach has them; the calculation takes a vapour for phase "
+                   "Y and cannot hold them";
+        case Kind::NotFound:
+            return "the fluid is not homogeneous, but no two phases of it were found: the first "
+                   "approach is an estimate only";
         default:
             return "";
     }
@@ -237,10 +247,12 @@ void LiquidVapourEq::calculate_Action() {
     const fluid::EquilibriumResult result = fluid::IterateEquilibrium(
         fluid::LastComponent, fluid::Fractions, given->T, given->V, *fraction, *start);
     showResult(result);
-    if (result.outcome != fluid::Outcome::Converged || !result.fractionInRange) {
+    const fluid::EquilibriumApproach approach =
+        fluid::FindEquilibriumApproach(fluid::LastComponent, fluid::Fractions, given->T, given->V);
+    const bool isSolution = result.outcome == fluid::Outcome::Converged && result.fractionInRange;
+    if (!isSolution || approach.kind == fluid::EquilibriumApproach::Kind::TwoLiquids) {
         // Where another approach would do no better, it is said.
-        warning.setText(sentenceOf(fluid::FindEquilibriumApproach(
-            fluid::LastComponent, fluid::Fractions, given->T, given->V)));
+        warning.setText(sentenceOf(approach));
     }
 }
 
@@ -250,24 +262,29 @@ void LiquidVapourEq::showResult(const fluid::EquilibriumResult& result) {
             iterations.setText("no solution, adjust First Approach and try again");
             break;
         case fluid::Outcome::Trivial:
+            showPhases(result.phases, notShared, notShared);
             iterations.setText(
                 "Comments to result: possible trivial solution, optional: adjust First Approach "
                 "and try again");
             break;
         case fluid::Outcome::Converged:
-            showPhases(result);
+            showSolution(result);
             break;
     }
 }
 
-void LiquidVapourEq::showPhases(const fluid::EquilibriumResult& result) {
-    const fluid::PhasePair& phases = result.phases;
+void LiquidVapourEq::showPhases(const fluid::PhasePair& phases, const std::string& shareX,
+                                const std::string& shareY) {
+    Answer.setText(toolkit::resultText(phases.P, quantityDecimals));
+    phaseX.show(phases.x, phases.Vx, shareX);
+    phaseY.show(phases.y, phases.Vy, shareY);
+}
+
+void LiquidVapourEq::showSolution(const fluid::EquilibriumResult& result) {
     const auto share = [&result](double fraction) {
         return result.fractionInRange ? toolkit::resultText(fraction, fractionDecimals) : "error";
     };
-    Answer.setText(toolkit::resultText(phases.P, quantityDecimals));
-    phaseX.show(phases.x, phases.Vx, share(1.0 - result.volumeFraction));
-    phaseY.show(phases.y, phases.Vy, share(result.volumeFraction));
+    showPhases(result.phases, share(1.0 - result.volumeFraction), share(result.volumeFraction));
     if (!result.fractionInRange) {
         iterations.setText(
             "Comment to result: warning: the fractions must have a number between 0 and 1");
@@ -277,10 +294,7 @@ void LiquidVapourEq::showPhases(const fluid::EquilibriumResult& result) {
                        " iterations, precision 1.0e-10");
     phaseX.setRole(result.swapped ? " (vapour)" : " (liquid)");
     phaseY.setRole(result.swapped ? " (liquid)" : " (vapour)");
-    if (result.metastable) {
-        warning.setText(
-            "this equilibrium is meta-stable: the fluid would rather split in another way");
-    }
+    warning.setText(splitSentence(result.stability));
 }
 
 }  // namespace procedures

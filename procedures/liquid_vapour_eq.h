@@ -59,7 +59,9 @@ class LiquidVapourEq : public toolkit::Screen {
     std::optional<fluid::PhaseGuess> guess() const;
     std::optional<double> volumeFraction() const;
     void showResult(const fluid::EquilibriumResult& result);
-    void showPhases(const fluid::EquilibriumResult& result);
+    void showSolution(const fluid::EquilibriumResult& result);
+    void showPhases(const fluid::PhasePair& phases, const std::string& shareX,
+                    const std::string& shareY);
 
     toolkit::Caption Temperature{"Temperature", "Temperature"};
     toolkit::Entry dataEntryT{"dataEntryT", 16};

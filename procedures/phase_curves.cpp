@@ -15,6 +15,14 @@ const char* stabilityName(fluid::Stability stability) {
     return names[static_cast<std::size_t>(stability)];
 }
 
+std::string splitSentence(fluid::Stability stability) {
+    if (stability == fluid::Stability::Stable) {
+        return "";
+    }
+    return std::string("this equilibrium is ") + stabilityName(stability) +
+           ": the fluid would rather split in another way";
+}
+
 ShownPressures::ShownPressures(const fluid::CriticalPoints& critical) {
     const double pseudo = fluid::FindPseudoCriticalPoint(fluid::LastComponent, fluid::Fractions).P;
     constexpr double low = 10.0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "model/critical_point.h"
@@ -11,6 +12,9 @@ namespace procedures {
 
 /// "stable", "meta-stable", "unstable" or "not examined".
 const char* stabilityName(fluid::Stability stability);
+
+/// What is said of an equilibrium whose bulk is not stable; empty for a stable one.
+std::string splitSentence(fluid::Stability stability);
 
 /// The pressures in MPa that a diagram of the present composition shows.
 struct ShownPressures {

@@ -16,6 +16,7 @@
 namespace {
 
 using fluid::BoundaryPoint;
+using fluid::ComponentValues;
 using fluid::Stability;
 
 std::optional<BoundaryPoint> BoundaryAt(double V) {
@@ -79,6 +80,18 @@ TEST(PhaseBoundaryTest, StatesAreCalledStableThatDoNotSplit) {
     EXPECT_GT(split, 200);
     EXPECT_GT(metastable, 40);
     EXPECT_GT(closest, 0.0);
+}
+
+// Another liquid comes before the vapour; T_h and P in 40 digits.
+TEST(PhaseBoundaryTest, ColdLiquidsSplitInTwoLiquids) {
+    ComponentValues counts{};
+    counts[4] = 0.08e12;
+    counts[10] = 0.92e12;
+    ASSERT_NO_FATAL_FAILURE(Accept(counts));
+    const auto point = BoundaryAt(64.532841578208092);
+    ASSERT_TRUE(point);
+    EXPECT_LE(RelativeError(point->T, 54.09474564384271741), 1e-14);
+    EXPECT_LE(RelativeError(point->P, 146.7539407805686575), 1e-13);
 }
 
 // The vapour beside cold water is of 1e-30 mol/cm3 and less; the pressure of the liquid is 0 to

@@ -4,9 +4,9 @@
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <vector>
 
 #include "model/composition.h"
-#include "model/cubic.h"
 
 using fluid::ComponentCount;
 using fluid::ComponentValues;
@@ -32,6 +32,45 @@ void AcceptRandomMixture(std::mt19937_64& random, int most) {
     const auto scale = static_cast<double>(fluid::FractionScale);
     for (double& part : parts) part = std::ceil(part / sum * scale);
     parts[order[0]] += scale - std::accumulate(parts.begin(), parts.end(), 0.0);
+    for (std::size_t i = 0; i < parts.size(); ++i) fluid::SetFractionCount(i, parts[i] / scale);
+    fluid::AcceptComposition();
+}
+
+void AcceptAnyMixture(std::mt19937_64& random) {
+    std::uniform_real_distribution<double> share(0.0, 1.0);
+    constexpr double Smallest = 1e-12;
+    const auto trace = [&] { return std::pow(Smallest, share(random)); };
+    ComponentValues parts{};
+    switch (random() % 4) {
+        case 0:
+            AcceptRandomMixture(random, static_cast<int>(ComponentCount));
+            return;
+        case 1:  // nearly pure
+            parts[random() % ComponentCount] = 1.0;
+            parts[random() % ComponentCount] += trace();
+            break;
+        case 2: {  // nearly azeotropic
+            constexpr std::array<std::array<std::size_t, 2>, 6> Pairs = {
+                {{8, 9}, {1, 10}, {1, 4}, {6, 8}, {2, 7}, {3, 10}}};
+            const auto& [one, other] = Pairs[random() % Pairs.size()];
+            parts[one] = share(random);
+            parts[other] = 1.0 - parts[one];
+            break;
+        }
+        default:
+            for (std::size_t i = 0; i < 4; ++i) parts[random() % ComponentCount] += trace();
+    }
+    const auto chief = static_cast<std::size_t>(
+        std::distance(parts.begin(), std::max_element(parts.begin(), parts.end())));
+    const auto scale = static_cast<double>(fluid::FractionScale);
+    double sum = 0.0;
+    for (double& part : parts) sum += part;
+    double rest = scale;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        parts[i] = parts[i] > 0.0 ? std::ceil(parts[i] / sum * scale) : 0.0;
+        if (i != chief) rest -= parts[i];
+    }
+    parts[chief] = rest;
     for (std::size_t i = 0; i < parts.size(); ++i) fluid::SetFractionCount(i, parts[i] / scale);
     fluid::AcceptComposition();
 }
@@ -110,92 +149,4 @@ PhaseReference::Verdict PhaseReference::judge(double T, double V, double P) cons
         if (unstable && drive > verdict.drive) verdict = {true, drive, found.V, found.x};
     }
     return verdict;
-}
-
-PhaseReference::Change PhaseReference::changeAt(const State& bulk, const Verdict& other) const {
-    using fluid::Homogenisation;
-    const bool bubble = other.V > bulk.V;
-    const auto takes = [&](const ComponentValues& x, double V, bool smallest) {
-        double s = 0.0;
-        double b = 0.0;
-        for (std::size_t i = 0; i < count_; ++i) {
-            s += x[i] * s_[i];
-            b += x[i] * fluid::b[i];
-        }
-        for (const auto& root : fluid::VolumeCubicSolver(s * s, b, bulk.T, bulk.P)) {
-            if (!root.isReal() || root.real <= b) continue;
-            if (smallest ? root.real < 0.95 * V : root.real > 1.05 * V) return false;
-        }
-        return true;
-    };
-    return {bulk.T, bulk.P, bulk.V,
-            bubble ? Homogenisation::IntoLiquid : Homogenisation::IntoVapour,
-            takes(z_, bulk.V, bubble) && takes(other.x, other.V, !bubble)};
-}
-
-template <class Line>
-std::vector<PhaseReference::Change> PhaseReference::along(const Line& line,
-                                                          const std::vector<double>& places) const {
-    const auto judgeAt = [&](double place) {
-        const State state = line(place);
-        return judge(state.T, state.V, state.P);
-    };
-    std::vector<Change> changes;
-    Verdict last = judgeAt(places.front());
-    for (std::size_t i = 1; i < places.size(); ++i) {
-        const Verdict next = judgeAt(places[i]);
-        if (next.unstable != last.unstable) {
-            double before = places[i - 1];
-            double after = places[i];
-            Verdict other = next.unstable ? next : last;
-            for (int halving = 0; halving < 40; ++halving) {
-                const double middle = 0.5 * (before + after);
-                const Verdict verdict = judgeAt(middle);
-                if (verdict.unstable) other = verdict;
-                (verdict.unstable == last.unstable ? before : after) = middle;
-            }
-            changes.push_back(changeAt(line(next.unstable ? before : after), other));
-        }
-        last = next;
-    }
-    return changes;
-}
-
-std::vector<PhaseReference::Change> PhaseReference::alongIsotherm(double T, double step) const {
-    std::vector<double> places;
-    for (double place = -60.0; place < 7.0; place += place < -4.0 ? 0.25 : step) {
-        places.push_back(place);
-    }
-    return along(
-        [&](double place) {
-            const double V = b_ + b_ * std::exp(-place);
-            return State{T, pressure(T, V), V};
-        },
-        places);
-}
-
-PhaseReference::State PhaseReference::onIsobar(double P, double T) const {
-    State state{T, P, 0.0};
-    double least = 1e300;
-    for (const auto& root : fluid::VolumeCubicSolver(sMix_ * sMix_, b_, T, P)) {
-        if (!root.isReal() || root.real <= b_) continue;
-        const double u = 1.0 / (root.real - b_);
-        const double G = std::log(u) + b_ * u - 2.0 * sMix_ * sMix_ / (fluid::R * T * root.real);
-        if (G >= least) continue;
-        least = G;
-        state.V = root.real;
-    }
-    return state;
-}
-
-std::vector<PhaseReference::Change> PhaseReference::alongIsobar(double P, double step) const {
-    const double largestB = *std::max_element(fluid::b.begin(), fluid::b.end());
-    const double largestS = *std::max_element(s_.begin(), s_.end());
-    const double hottest = densestA_ * densestA_ * largestB / (2.0 * fluid::R);
-    const double coldest = 2.0 * largestS * densestA_ / (227.0 * fluid::R);
-    std::vector<double> places;
-    for (double place = -std::log(hottest); place < -std::log(coldest); place += step) {
-        places.push_back(place);
-    }
-    return along([&](double place) { return onIsobar(P, std::exp(-place)); }, places);
 }

@@ -171,7 +171,7 @@ void Homogenisations() {
     const double value = given == Given::Temperature ? T : P;
     for (const Homogenisation kind : {Homogenisation::IntoLiquid, Homogenisation::IntoVapour}) {
         PhaseGuess guess = HomogenisationSeed(last, z, given, value, kind);
-        for (const PhasePair& pair : FindHomogenisationPoints(last, z, given, value, kind)) {
+        for (const PhasePair& pair : FindHomogenisationPoints(last, z, given, value, kind).points) {
             DemandPair(pair);
             guess = HomogenisationApproach(given, pair);
         }
@@ -190,9 +190,7 @@ void Boundaries() {
     const auto boundary = FindBoundary(last, z, V);
     DemandFinite(boundary.value_or(BoundaryPoint{}));
     const auto split = SplitAtVolume(mixture, T, V);
-    // In the cold the energy is next to none of the thinner phase's.
-    const bool isSharp = split && !split->metastable && T > 4.0 * ColdestT(mixture);
-    if (split) isSharp ? DemandPair(split->phases) : DemandFinite(split->phases);
+    if (split && split->found) DemandPair(split->phases);
     if (!(V > bMix) || !(T > ColdestT(mixture)) || PressureVdW(aMix, bMix, T, V) > 1e4) return;
     const IsothermStability isotherm(last, z, T, V);
     for (const BoundaryPoint& point : isotherm.boundaries()) DemandFinite(point);
