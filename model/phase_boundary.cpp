@@ -134,11 +134,21 @@ struct Quantity {
 constexpr Quantity Temperature = {&Sample::lnT, &Sample::slopeT};
 constexpr Quantity Pressure = {&Sample::lnP, &Sample::slopeP};
 
-// How far the middle of a cubic through the values and slopes at two places is from the value
-// there.
-double Misfit(double width, double value0, double slope0, double middle, double value1,
-              double slope1) {
-    return std::abs(middle - 0.5 * (value0 + value1) - 0.125 * width * (slope0 - slope1));
+struct ValueAndSlope {
+    double value;
+    double slope;
+};
+
+// How far the middle of a cubic through the values and slopes at two places is from what is there.
+// The slope tells corners of which the value alone does not know.
+double Misfit(double width, const ValueAndSlope& from, const ValueAndSlope& middle,
+              const ValueAndSlope& to) {
+    const double rise = to.value - from.value;
+    const double value =
+        middle.value - 0.5 * (from.value + to.value) - 0.125 * width * (from.slope - to.slope);
+    const double slope = middle.slope * width - 1.5 * rise + 0.25 * width * (from.slope + to.slope);
+    constexpr double OfSlope = 0.05;
+    return std::max(std::abs(value), OfSlope * std::abs(slope));
 }
 
 // Whether cubics between samples follow T and P. Cold bubble points are smooth in ln P; beside a
@@ -146,12 +156,20 @@ double Misfit(double width, double value0, double slope0, double middle, double 
 bool IsSmooth(const Sample& from, const Sample& middle, const Sample& to) {
     constexpr double Enough = 1e-5;
     const double width = to.x - from.x;
-    if (!(Misfit(width, from.lnT, from.slopeT, middle.lnT, to.lnT, to.slopeT) < Enough))
-        return false;
-    if (Misfit(width, from.lnP, from.slopeP, middle.lnP, to.lnP, to.slopeP) < Enough) return true;
-    const double P0 = std::exp(from.lnP - middle.lnP);
-    const double P1 = std::exp(to.lnP - middle.lnP);
-    return Misfit(width, P0, P0 * from.slopeP, 1.0, P1, P1 * to.slopeP) < Enough * std::max(P0, P1);
+    const auto misfit = [&](const Quantity& of) {
+        const auto at = [&of](const Sample& sample) {
+            return ValueAndSlope{sample.*of.value, sample.*of.slope};
+        };
+        return Misfit(width, at(from), at(middle), at(to));
+    };
+    if (!(misfit(Temperature) < Enough)) return false;
+    if (misfit(Pressure) < Enough) return true;
+    const auto relative = [&middle](const Sample& sample) {
+        const double P = std::exp(sample.lnP - middle.lnP);
+        return ValueAndSlope{P, P * sample.slopeP};
+    };
+    const double largest = std::max(relative(from).value, relative(to).value);
+    return Misfit(width, relative(from), relative(middle), relative(to)) < Enough * largest;
 }
 
 class Sampler {

@@ -377,10 +377,12 @@ void TrialCurve::Search::within(TrialPhase low, TrialPhase high) {
         if (!(from < to) && !crosses) return;
         if (width <= step_ || !(from < to)) break;
         constexpr double Worthwhile = 0.3;
+        // Not onto a place of H = A itself, on which rounding would hide it.
+        constexpr double Part = 0.99;
         if (!isBulk(low) && from - low.lambda > Worthwhile * width) {
-            low = at(from, low, high);
+            low = at(low.lambda + Part * (from - low.lambda), low, high);
         } else if (!isBulk(high) && high.lambda - to > Worthwhile * width) {
-            high = at(to, low, high);
+            high = at(high.lambda - Part * (high.lambda - to), low, high);
         } else {
             const TrialPhase middle = at(0.5 * (low.lambda + high.lambda), low, high);
             within(low, middle);
