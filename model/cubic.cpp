@@ -136,6 +136,14 @@ double Complement(double y, const Reduced& reduced) {
 }
 
 Packing PlainPacking(const Reduced& reduced) {
+    const double sum = reduced.tau + reduced.pi;
+    // From here on y³ - y² is nothing beside the other terms.
+    constexpr double NearlyIdeal = 1e20;
+    if (sum > NearlyIdeal && reduced.pi > 0.0) {
+        const double y = reduced.pi / sum;
+        const double centre = 0.5 * reduced.tau / sum;
+        return {y, centre, centre * centre - sum};
+    }
     const double x = ApartRoot(reduced.A, std::abs(reduced.B));
     const double y = PolishedPacking(std::copysign(x, -reduced.B), reduced);
     const double centre = 0.5 * Complement(y, reduced);
@@ -199,9 +207,9 @@ CubicRoots PairedVolumes(double bMix, const Packing& packing, double product,
 
 std::optional<Reduced> Reduce(double aMix, double bMix, double T, double P) {
     if (!(aMix > 0.0 && bMix > 0.0 && T > 0.0)) return {};
-    const double tau = R * T * bMix / aMix;
-    const double pi = P * bMix * bMix / aMix;
-    if (!std::isnormal(tau) || !std::isnormal(pi)) return {};
+    const double tau = T * (R * bMix / aMix);
+    const double pi = P * (bMix * bMix / aMix);
+    if (!std::isfinite(tau) || !std::isnormal(pi)) return {};
     return Reduced{tau, pi, 9.0 * (tau + pi) - 3.0, 9.0 * tau - 18.0 * pi - 2.0};
 }
 

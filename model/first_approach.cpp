@@ -13,6 +13,9 @@ namespace fluid {
 
 namespace {
 
+// The least pressure in MPa that an iteration starts from: in the deep cold the curves give none.
+constexpr double LeastP = 1e-300;
+
 // A tenth of the saturation pressures in the proportions of the bulk, MPa.
 double SeedPressure(std::int32_t last, std::span<const double> z, double T) {
     double sum = 0.0;
@@ -20,7 +23,7 @@ double SeedPressure(std::int32_t last, std::span<const double> z, double T) {
         sum += z[k] * SaturationPressure(ComponentIndex[k], T);
     }
     constexpr double Share = 0.1;
-    return Share * sum;
+    return std::max(Share * sum, LeastP);
 }
 
 // The temperature in K of a seed pressure: secant steps in ln P over 1/T from 298.15 K, on a curve
@@ -52,7 +55,6 @@ double SeedTemperature(std::int32_t last, std::span<const double> z, double P) {
 ComponentValues WilsonRatios(std::int32_t last, double T, double P) {
     constexpr double Smallest = 1e-130;
     constexpr double Largest = 1e130;
-    constexpr double LeastP = 1e-300;
     ComponentValues K{};
     for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
         const double ratio =

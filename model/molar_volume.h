@@ -35,6 +35,11 @@ struct PureGas {
 // T in K, P in MPa.
 PureGas PureGasVolume(std::size_t k, double T, double P);
 
+// Volume of the pure gas beside a mixture at the same T and P. Where the gas has three real roots:
+// the one with this number, of CubicRoots, that the mixture has of three; without a number the one
+// with the lower fugacity.
+PureGas PureGasVolumeBeside(std::size_t k, double T, double P, std::optional<std::size_t> rank);
+
 // Volume in cm3/mol of the mixture without excess: sum of x_k·V_k. Arguments as for MixtureA.
 double IdealMixtureVolume(std::int32_t lastComponent, std::span<const double> fractions,
                           std::span<const double> pureVolumes);

@@ -1,7 +1,7 @@
 #include "procedures/activity_window.h"
 
 #include <array>
-#include <cmath>
+#include <limits>
 #include <vector>
 
 #include "procedures/units.h"
@@ -19,10 +19,6 @@ constexpr int warningWidth = 48;  // characters of the longest sentence
 const std::string notUsed = "---";
 
 const toolkit::List::Row heads = {"gas", "Vm (pure gas)", "activity", "coefficient"};
-
-std::string valueText(double value) {
-    return std::isfinite(value) ? toolkit::numberText(value) : "---";
-}
 
 /// Makes an entry ready for a number, or shows that none is wanted.
 void setUse(toolkit::Entry& entry, bool isUsed) {
@@ -170,6 +166,11 @@ ActivityWindow::StandardStates ActivityWindow::standardState(double T, double Pr
         // The volumes are those at the pressure of the mixture, also where Pref is another.
         states.volumes = pureVolumes_;
         states.fugacities = fluid::PureFugacities(fluid::LastComponent, T, Pref, pureVolumes_);
+        for (std::size_t k = 0; k < states.volumes.size(); ++k) {
+            if (!(states.volumes[k] > 0.0)) {
+                states.volumes[k] = states.fugacities[k] = std::numeric_limits<double>::quiet_NaN();
+            }
+        }
     }
     return states;
 }

@@ -43,11 +43,6 @@ void ChemPotWindow::emptyResults() {
     note.setText("");
 }
 
-void ChemPotWindow::showComplexRoot() {
-    FugacityScreen::showComplexRoot();
-    note.setText("");
-}
-
 void ChemPotWindow::showRoot(const StatePoint& state, double V) {
     showStability(state, V);
     showVolume(V);

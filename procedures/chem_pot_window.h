@@ -11,7 +11,6 @@ class ChemPotWindow : public FugacityScreen {
 
   private:
     void emptyResults() override;
-    void showComplexRoot() override;
     void showRoot(const StatePoint& state, double V) override;
 
     toolkit::Label reference{"reference",

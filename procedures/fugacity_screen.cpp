@@ -1,9 +1,23 @@
 #include "procedures/fugacity_screen.h"
 
+#include <cmath>
+
+#include "toolkit/number_text.h"
+
 namespace procedures {
+
+std::string FugacityScreen::valueText(double value) {
+    return std::isfinite(value) ? toolkit::numberText(value) : "---";
+}
 
 void FugacityScreen::showComplexRoot() {
     slope.setText("complex number (with imaginary part). Choose a real solution");
+    Result.setText("---");
+    DensityResult.setText("---");
+}
+
+void FugacityScreen::showNoVolume() {
+    RootScreen::showNoVolume();
     Result.setText("---");
     DensityResult.setText("---");
 }

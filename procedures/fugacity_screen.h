@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "model/fluid_model.h"
 #include "procedures/root_screen.h"
 
@@ -9,6 +11,8 @@ namespace procedures {
 /// complex root, and the fugacities that belong to a real one.
 class FugacityScreen : public RootScreen {
   protected:
+    /// The shortest text of a number, "---" where it is infinite or none.
+    static std::string valueText(double value);
     /// Per present component: the fugacity coefficient, and the fugacity in MPa.
     struct Fugacities {
         fluid::ComponentValues coefficients{};
@@ -18,6 +22,7 @@ class FugacityScreen : public RootScreen {
     using RootScreen::RootScreen;
 
     void showComplexRoot() override;
+    void showNoVolume() override;
     /// Shows the stability, the volume and the density, and returns the fugacities.
     Fugacities showState(const StatePoint& state, double V);
 };

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "toolkit/layout.h"
-#include "toolkit/number_text.h"
 
 namespace procedures {
 
@@ -37,8 +36,7 @@ void FugacityWindow::showRoot(const StatePoint& state, double V) {
     std::vector<toolkit::List::Row> rows;
     for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
         rows.push_back({std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]),
-                        toolkit::numberText(fugacities.values[k]),
-                        toolkit::numberText(fugacities.coefficients[k])});
+                        valueText(fugacities.values[k]), valueText(fugacities.coefficients[k])});
     }
     ListBox1.setRows(rows);
 }

@@ -50,6 +50,13 @@ void RootChoice::clear() {
     }
 }
 
+std::optional<std::size_t> RootChoice::rank() const {
+    if (!isChosen() || !roots_[1].isReal()) {
+        return std::nullopt;
+    }
+    return Choice0.isOn() ? 0 : Choice1.isOn() ? 1 : 2;
+}
+
 bool RootChoice::isChosen() const {
     return Choice0.isOn() || Choice1.isOn() || Choice2.isOn();
 }

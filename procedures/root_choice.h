@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <cstddef>
 #include <optional>
 
 #include "model/fluid_model.h"
@@ -20,6 +20,8 @@ class RootChoice {
     void show(const fluid::CubicRoots& roots);
     void clear();
     bool isChosen() const;
+    /// The number of the chosen root where all three are real.
+    std::optional<std::size_t> rank() const;
     const fluid::CubicRoot& root(std::size_t index) const { return roots_[index]; }
 
   private:

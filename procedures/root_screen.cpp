@@ -11,6 +11,8 @@ namespace {
 
 constexpr int lineWidth = 60;         // characters of a line of the longer sentences
 constexpr double slopeStep = 0.0001;  // cm3/mol, of the central difference
+constexpr const char* noVolume =
+    "warning: no molar volume could be calculated here, 0 stands for none";
 
 }  // namespace
 
@@ -88,16 +90,22 @@ void RootScreen::calculate_Action() {
     }
     dataEntryT.setText(shown);
     const StatePoint state = readState();
-    choice.show(fluid::VolumeCubicSolver(state.a, state.b, state.T, state.P));
+    const fluid::CubicRoots roots = fluid::VolumeCubicSolver(state.a, state.b, state.T, state.P);
+    choice.show(roots);
+    if (roots[0].real == 0.0) {
+        inputWarning.setText(noVolume);
+    }
 }
 
 void RootScreen::rootChosen(std::size_t index) {
     emptyResults();
     const fluid::CubicRoot& root = choice.root(index);
-    if (root.isReal()) {
+    if (!root.isReal()) {
+        showComplexRoot();
+    } else if (root.real > 0.0) {
         showRoot(readState(), root.real);
     } else {
-        showComplexRoot();
+        showNoVolume();
     }
 }
 
@@ -113,6 +121,10 @@ void RootScreen::Choice2_Action() {
     rootChosen(2);
 }
 
+void RootScreen::showNoVolume() {
+    inputWarning.setText(noVolume);
+}
+
 void RootScreen::showVolume(double V) {
     Result.setText(toolkit::numberText(V));
     DensityResult.setText(toolkit::numberText(
@@ -121,7 +133,9 @@ void RootScreen::showVolume(double V) {
 
 void RootScreen::showStability(const StatePoint& state, double V) {
     const double value = fluid::IsothermSlope(state.a, state.b, state.T, V, slopeStep);
-    const std::string number = toolkit::numberText(value);
+    // The smallest number stands for a slope that has no room in a double.
+    const bool isKnown = value == 0.0 || std::isnormal(value);
+    const std::string number = isKnown ? toolkit::numberText(value) : "---";
     slope.setText(value < 0.0 ? "Negative slope dP/dV = " + number + " (stable field)"
                               : "Positive slope dP/dV = " + number +
                                     " (meta-stable). Choose another solution");

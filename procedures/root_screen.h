@@ -59,6 +59,8 @@ class RootScreen : public toolkit::Screen {
     /// Empties what belongs to the typed state; beside the results, by default, only the roots.
     virtual void emptyAll();
     virtual void showComplexRoot() = 0;
+    /// For three roots that are 0: no volume has been found.
+    virtual void showNoVolume();
     virtual void showRoot(const StatePoint& state, double V) = 0;
 
     StatePoint readState() const;

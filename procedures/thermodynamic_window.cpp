@@ -75,11 +75,6 @@ void ThermodynamicWindow::emptyResults() {
     note.setText("");
 }
 
-void ThermodynamicWindow::showComplexRoot() {
-    FugacityScreen::showComplexRoot();
-    note.setText("");
-}
-
 void ThermodynamicWindow::showRoot(const StatePoint& state, double V) {
     showStability(state, V);
     showVolume(V);

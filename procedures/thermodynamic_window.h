@@ -12,7 +12,6 @@ class ThermodynamicWindow : public FugacityScreen {
 
   private:
     void emptyResults() override;
-    void showComplexRoot() override;
     void showRoot(const StatePoint& state, double V) override;
 
     toolkit::Label reference{"reference",

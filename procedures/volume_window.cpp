@@ -55,10 +55,7 @@ void VolumeWindow::Event_Activate() {
 }
 
 std::string VolumeWindow::temperatureToShow() const {
-    const std::string shown = toolkit::fixedText(dataEntryT.number(), temperatureDecimals);
-    // Without the sign of a zero.
-    return toolkit::numberOrZero(shown) == 0.0 ? toolkit::fixedText(0.0, temperatureDecimals)
-                                               : shown;
+    return toolkit::fixedText(dataEntryT.number(), temperatureDecimals);
 }
 
 std::string VolumeWindow::inputSentence() const {
@@ -89,7 +86,7 @@ void VolumeWindow::showParts(const StatePoint& state, double V) {
     std::string ambiguous;
     bool isComplete = true;
     for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        const fluid::PureGas pure = fluid::PureGasVolume(k, state.T, state.P);
+        const fluid::PureGas pure = fluid::PureGasVolumeBeside(k, state.T, state.P, choice.rank());
         const std::string gas =
             " " + std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]);
         pureVolumes[k] = pure.volume;
@@ -103,7 +100,7 @@ void VolumeWindow::showParts(const StatePoint& state, double V) {
     ListBox1.setRows(rows);
     const double ideal = fluid::IdealMixtureVolume(last, fluid::Fractions, pureVolumes);
     ResultIdeal.setText(isComplete ? toolkit::numberText(ideal) : noValue);
-    ExcessVol.setText(isComplete && V > 0.0 ? toolkit::numberText(V - ideal) : noValue);
+    ExcessVol.setText(isComplete ? toolkit::numberText(V - ideal) : noValue);
     if (!ambiguous.empty()) {
         inputWarning.setText("warning: multiple solution for Vm(ideal) of pure" + ambiguous);
     }

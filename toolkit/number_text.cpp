@@ -43,7 +43,8 @@ double numberOrZero(std::string_view text) {
 
 std::string numberText(double value) {
     std::array<char, 32> buffer{};  // the longest, -2.2250738585072014e-308, has 24 characters
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    const double shown = value == 0.0 ? 0.0 : value;
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), shown);
     return error == std::errc{} ? std::string(buffer.data(), end) : std::string();
 }
 
@@ -55,7 +56,9 @@ std::string formatted(double value, std::chars_format format, int decimals) {
     const auto [end, error] =
         std::to_chars(text.data(), text.data() + text.size(), value, format, decimals);
     text.resize(error == std::errc{} ? static_cast<std::size_t>(end - text.data()) : 0);
-    return text;
+    const bool isZero =
+        text.substr(0, text.find('e')).find_first_of("123456789") == std::string::npos;
+    return isZero && text.starts_with('-') ? text.substr(1) : text;
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 
 namespace toolkit {
 
+// Of the texts of numbers none has the sign of a zero.
+
 /// The number that `text` is, white space around it left aside: decimal digits with an optional
 /// sign, point and exponent, whatever the locale. Nothing when the text is anything else as a
 /// whole: empty, with a decimal comma, hexadecimal, "inf", "nan", or beyond the range of a double.

@@ -19,6 +19,10 @@ HEAD = """\
 MIXTURES = [counts_of(H2O=0.7, H2=0.3), counts_of(H2O=0.85, CO2=0.15),
             counts_of(CO2=0.2, CH4=0.45, N2=0.35), ALL_ELEVEN]
 
+# States at which powers of the volume have no room in a double.
+FAR = [(1e20, 1e160), (1e303, 1e306), (1e308, 1e300), (1e100, 1e-100), (1e200, 1e-100),
+       (1e-120, 1e-303), (5e-306, 1e-250)]
+
 
 def pq_is_zero(a, b, t, p):
     """The rule in doubles, operation by operation."""
@@ -28,18 +32,19 @@ def pq_is_zero(a, b, t, p):
     return depressed_p * depressed_q == 0.0
 
 
-def roots(a, b, t, p):
+def roots(a, b, t, p, digits=60):
     """Roots 0, 1, 2; the signs of the imaginary parts follow the branch, p > 0, s > 1 or s < -1."""
     if pq_is_zero(a, b, t, p):
         return [mpf(0)] * 6
+    mp.dps = digits
     a, b, t, p = map(mpf, (a, b, t, p))
     a2, a1, a0 = -(R * t / p + b), a / p, -a * b / p
     # In units of the geometric mean, so that tiny roots beside huge ones are found.
     unit = abs(a * b / p) ** (mpf(1) / 3)
-    mp.dps = 120
+    mp.dps = 2 * digits
     found = polyroots([1, a2 / unit, a1 / unit**2, a0 / unit**3], maxsteps=3000, extraprec=3000)
     values = [root * unit for root in found]
-    mp.dps = 60
+    mp.dps = digits
     dp = a1 - a2**2 / 3
     dq = 2 * a2**3 / 27 - a1 * a2 / 3 + a0
     if 4 * dp**3 + 27 * dq**2 <= 0:
@@ -104,6 +109,8 @@ def rows():
             states.append((GASES[i][3], GASES[i][4]))
         for t, p in states:
             yield [a, b, t, p, *roots(a, b, t, p)]
+    for t, p in FAR:
+        yield [a, b, t, p, *roots(a, b, t, p, 1000)]
 
 
 write(Path(__file__).parent / "volume_roots.csv", HEAD, rows())

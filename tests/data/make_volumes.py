@@ -6,13 +6,14 @@ numerical derivatives of the pressure in 60 digits, not the closed formula of th
 
 from pathlib import Path
 
-from mpmath import diff, mpf, polyroots, sqrt
+from mpmath import diff, log, mpf, polyroots, sqrt
 
 from gases import ALL_ELEVEN, Mixture, R, counts_of, pure, write
 
 HEAD = """\
-# What belongs to each real root at the typed states, in 60 digits, by make_volumes.py. Pure volumes
-# are the largest of the gas; a flag is 1 where it has three.
+# What belongs to each real root at the typed states, in 60 digits, by make_volumes.py. A flag is 1
+# where a pure gas has three volumes; it takes the one of the same rank where the mixture has three
+# too, else the one of the lowest fugacity.
 # eleven counts of 1e-12,1 for Celsius,T,P,real and imaginary part of the roots 0 to 2,number of the
 # root,quotient of step 1e-4,density,ideal volume,excess volume,eleven pure volumes,eleven partial
 # volumes,eleven flags
@@ -24,6 +25,9 @@ STATES = [
     (counts_of(H2O=0.5, H2=0.5), 0, "500.1234", "0.001"),
     (counts_of(N2=1), 0, "100.0001", "0.5"),
     (counts_of(CH4=0.5, N2=0.5), 1, "-123.4567", "300"),
+    (counts_of(CO2=1 - 1e-12, H2=1e-12), 0, "270", "3"),
+    (counts_of(CO2=0.6, H2=0.4), 0, "240", "2"),
+    (counts_of(CO2=0.6, H2=0.4), 0, "240", "3"),
 ]
 
 
@@ -64,6 +68,14 @@ def partial_volume(mixture, i, t, v):
     return -diff(of_amount, mixture.x[i]) / by_volume
 
 
+def pure_volume(i, volumes, rank, t, p):
+    if len(volumes) == 1 or rank is not None:
+        return volumes[rank or 0]
+    gas = Mixture(pure(i))
+    return min((volumes[1], volumes[2]),
+               key=lambda v: gas.b / (v - gas.b) - 2 * gas.a / (R * t * v) - log(v - gas.b))
+
+
 def spread(mixture, values):
     table = dict(zip(mixture.present, values))
     return [table.get(i, mpf(0)) for i in range(11)]
@@ -75,9 +87,12 @@ def rows():
         t = mpf(f"{float(temperature):.3f}") + (mpf("273.15") if celsius else 0)
         p = mpf(float(pressure_text))
         gases = [list(real_roots(Mixture(pure(i)), t, p).values()) for i in mixture.present]
-        alone = [max(volumes) for volumes in gases]
-        ideal = sum(x * v for x, v in zip(mixture.x, alone))
-        for number, v in real_roots(mixture, t, p).items():
+        mixed = real_roots(mixture, t, p)
+        for number, v in mixed.items():
+            rank = number if len(mixed) == 3 else None
+            alone = [pure_volume(i, volumes, rank if len(volumes) == 3 else None, t, p)
+                     for i, volumes in zip(mixture.present, gases)]
+            ideal = sum(x * v for x, v in zip(mixture.x, alone))
             h = mpf(0.0001)
             ends = [pressure(mixture, mixture.x, t, v + s * h) for s in (-1, 1)]
             partial = [partial_volume(mixture, i, t, v) for i in range(len(alone))]

@@ -504,7 +504,7 @@ TEST(PhaseIteration, OnePhaseIsNeverShownAsTwo) {
     }
 }
 
-TEST(FirstApproach, SeedsGoThereAndBackWithTheRatiosOfWilson) {
+TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
     std::mt19937_64 random(13);
     for (int i = 0; i < 50; ++i) {
         AcceptRandomMixture(random, 11);
@@ -532,6 +532,12 @@ TEST(FirstApproach, SeedsGoThereAndBackWithTheRatiosOfWilson) {
                     EXPECT_NEAR(std::log(y[k] / x[k] * x[0] / y[0]), ratio, 1e-9) << T;
                 }
             }
+        }
+        for (const double T : {1e-300, 1e-5, 1.0, 1e308}) {
+            const double P = fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
+                                                       Given::Temperature, T, Kinds.begin()[0])
+                                 .unknown;
+            EXPECT_TRUE(P > 0.0 && std::isfinite(P)) << T << " K " << P << " MPa";
         }
     }
 }

@@ -169,24 +169,38 @@ TEST_F(RootScreensTest, ChangesEmptyEverythingAndLeaveNothingToChoose) {
     }
 }
 
-TEST_F(RootScreensTest, ThreeZeroRootsAreShownWithoutAnInfinity) {
-    struct Gas {
-        std::string formula, temperature, pressure;
+TEST_F(RootScreensTest, ThreeZeroRootsAreNoVolumeAndNothingIsInfinite) {
+    struct Case {
+        std::string formula, temperature, pressure, slope;
     };
-    const std::vector<Gas> gases = {{"H2S", "373.539", "8.94"},
-                                    {"NH3", "405.6", "11.28"},
-                                    {"O2", "154.581", "5.043"},
-                                    {"CH4", "190.564", "4.5922"},
-                                    {"C2H6", "305.33", "4.8718"}};
-    for (const Gas& gas : gases) {
-        onEveryScreen({{gas.formula, "1"}}, [&](const RootScreen&) {
-            solve(gas.temperature, gas.pressure);
-            ASSERT_EQ(captions(), " 0| 0| 0|") << gas.formula;
-            choose(2);
-            EXPECT_EQ(texts({"Result", "DensityResult"}), "0|0|");
+    const std::vector<Case> cases = {
+        {"H2S", "373.539", "8.94", ""},   {"CH4", "190.564", "4.5922", ""},
+        {"C2H6", "305.33", "4.8718", ""}, {"CO2", "1e300", "1e-300", ""},
+        {"CO2", "300", "1e200", "---"},   {"CO2", "1e250", "4e251", "-1.924"}};
+    for (const Case& c : cases) {
+        onEveryScreen({{c.formula, "1"}}, [&](const RootScreen& screen) {
+            solve(c.temperature, c.pressure);
+            EXPECT_EQ(captions() == " 0| 0| 0|", c.slope.empty()) << c.formula;
+            choose(0);
+            const bool isActivity = screen.name == "ActivityWindow";
+            if (isActivity) {
+                robot.click("StandardChoice0");
+                robot.click("PushButton1");
+            }
+            if (c.slope.empty()) {
+                const std::string& dashes = screen.resultOfComplexRoot;
+                EXPECT_EQ(texts({"slope", "Result", "DensityResult", screen.warning}),
+                          "|" + dashes + "|" + dashes +
+                              "|warning: no molar volume could be calculated here, 0 stands for "
+                              "none|");
+                EXPECT_TRUE(rows().empty());
+                EXPECT_TRUE(!isActivity || text("warning") == "warning: choose a real solution");
+            }
+            EXPECT_TRUE(text("slope").starts_with(
+                c.slope.empty() ? "" : "Negative slope dP/dV = " + c.slope));
             for (const toolkit::Control* const control : robot.screen().controls()) {
                 const std::string shown = control->text();
-                for (const std::string odd : {"inf", "nan"}) {
+                for (const std::string odd : {"inf", "nan", "e-324"}) {
                     EXPECT_EQ(shown.find(odd), std::string::npos) << control->name() << shown;
                 }
             }

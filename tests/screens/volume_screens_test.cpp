@@ -136,6 +136,8 @@ TEST_F(TemperatureWindowTest, WarnsInTheOrderOfTheChecksAndShowsNoTemperatureBel
         {"cm3mol", "80", "-0.5", negative},     {"cm3mol", "80", "-500", negative, -500.0, 80.0},
         {"cm3mol", "20", "10", "", 10.0, 20.0}, {"cm3mol", "20", "", negative, 0.0, 20.0}};
     open();
+    calculate("30.480996041696883", "-1e6");  // the co-volume
+    EXPECT_EQ(text("warning"), negative + "Warning: temperature = 0 K");
     for (const Case& c : cases) {
         robot.click(c.unit);
         calculate(c.volume, c.pressure);
