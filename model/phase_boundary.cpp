@@ -64,7 +64,7 @@ class Lead {
         if (!summit || !(summit->levelRT() > RT() * (1.0 + Rounding))) return;
         phase_ = *summit;
     }
-    void considerOwn();
+    void considerVapour();
     void prove();
     double RT() const { return phase_.lambda == 0.0 ? curve_.spinodalRT() : phase_.levelRT(); }
     bool exists() const { return RT() > coldestRT_; }
@@ -76,12 +76,8 @@ class Lead {
     TrialPhase phase_;
 };
 
-// What the bulk itself foretells: a phase beside a critical point, and a vapour of no pressure.
-void Lead::considerOwn() {
-    const double near = curve_.nearCrest();
-    if (near != 0.0 && std::abs(near) * curve_.mixture().largestARoot < 1.0) {
-        consider(curve_.at(near, curve_.bulk(), TrialCurve::Accuracy::Fine));
-    }
+// The vapour of no pressure.
+void Lead::considerVapour() {
     const double unpressed = curve_.A() * curve_.A() / curve_.u();
     if (unpressed > RT()) {
         const double lambda = -2.0 * curve_.u() / curve_.A();
@@ -111,7 +107,7 @@ std::optional<Sample> Look(const Mixture& mixture, double x, std::span<const Tri
     for (const TrialPhase& seed : seeds) {
         if (seed.lambda != 0.0) lead.consider(Moved(curve, seed));
     }
-    lead.considerOwn();
+    lead.considerVapour();
     lead.prove();
     if (!lead.exists()) return {};
     return SampleOf(curve, x, lead.phase());

@@ -95,11 +95,6 @@ TrialCurve::TrialCurve(const Mixture& mixture, double freeVolume)
     spinodalSlope_ = (4.0 * A_ * bq / V_ - 2.0 * bulk_.slope) / V_;
 }
 
-// levelRT = 2·slope + 2/3·curvature·lambda + 1/6·third·lambda²
-double TrialCurve::nearCrest() const {
-    return third_ < 0.0 ? -2.0 * curvature_ / third_ : 0.0;
-}
-
 bool TrialCurve::isNear(double u) const {
     return std::abs(u - u_) < 0.5 * u_;
 }

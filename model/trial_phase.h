@@ -49,14 +49,10 @@ class TrialCurve {
     TrialPhase at(double lambda, double u) const;
     // The bulk itself, lambda = 0.
     const TrialPhase& bulk() const { return bulk_; }
-    // d²H/dlambda² at the bulk.
-    double curvature() const { return curvature_; }
     // R·T of the diffusional spinodal at this volume.
     double spinodalRT() const { return 2.0 * bulk_.slope; }
     // Its change with V, MPa.
     double spinodalSlope() const { return spinodalSlope_; }
-    // Where levelRT has an extremum beside the bulk, to second order in lambda; 0 if no maximum.
-    double nearCrest() const;
 
     // D, the pressure of a phase over that of the bulk at the temperature of this R·T, in MPa.
     double D(const TrialPhase& trial, double RT) const;
@@ -91,8 +87,8 @@ class TrialCurve {
     double A_;
     ComponentValues q_{};  // aRoot_i - b_i·A_z
     TrialPhase bulk_;
-    double curvature_ = 0.0;
-    double third_ = 0.0;  // d³H/dlambda³ at the bulk
+    double curvature_ = 0.0;  // d²H/dlambda² at the bulk
+    double third_ = 0.0;      // d³H/dlambda³ at the bulk
     double spinodalSlope_ = 0.0;
 };
 

@@ -94,6 +94,30 @@ TEST(PhaseBoundaryTest, ColdLiquidsSplitInTwoLiquids) {
     EXPECT_LE(RelativeError(point->P, 146.7539407805686575), 1e-13);
 }
 
+// A corner at three quarters of the way between two places that are sampled, and a second phase in
+// the dense limit.
+TEST(PhaseBoundaryTest, PointsHaveTheTemperatureOrPressureThatWasAskedFor) {
+    ComponentValues cold{};
+    cold[1] = 25885.0;
+    cold[2] = 1957309773.0;
+    cold[3] = 998041889643.0;
+    cold[9] = 774699.0;
+    ComponentValues dense{};
+    dense[0] = 974244291515.0;
+    dense[5] = 25755708485.0;
+    for (const auto& [counts, P] : {std::pair{cold, 0.18}, {cold, 0.36}, {dense, 2.8e11}}) {
+        ASSERT_NO_FATAL_FAILURE(Accept(counts));
+        const fluid::PhaseBoundary boundary(
+            fluid::MixtureOf(fluid::LastComponent, fluid::Fractions));
+        for (const auto& sample : boundary.atPressure(P)) {
+            EXPECT_NEAR(sample.lnP, std::log(P), 1e-9) << std::exp(sample.lnT);
+            for (const auto& same : boundary.atTemperature(std::exp(sample.lnT))) {
+                EXPECT_NEAR(same.lnT, sample.lnT, 1e-13);
+            }
+        }
+    }
+}
+
 // The vapour beside cold water is of 1e-30 mol/cm3 and less; the pressure of the liquid is 0 to
 // rounding, and its isochore meets the boundary where a·(V - b) = R·T·V².
 TEST(PhaseBoundaryTest, ColdLiquidsMeetTheBoundary) {

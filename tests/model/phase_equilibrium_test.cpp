@@ -321,6 +321,12 @@ TEST(Homogenisation, PointsOfShortRangesAreFoundAndNoneIsMadeUp) {
 
 TEST(Homogenisation, TypedPressureLeadsToItsPointOrNowhere) {
     ASSERT_NO_FATAL_FAILURE(AcceptParts({0.9, 0, 0, 0, 0, 0, 0, 0, 0, 0.1}));
+    for (const auto& [given, value, isExamined] : {std::tuple{Given::Temperature, 12.0, false},
+                                                   {Given::Temperature, 900.0, true},
+                                                   {Given::Pressure, 1e-95, false},
+                                                   {Given::Pressure, 1e3, true}}) {
+        EXPECT_EQ(Find(given, value, Homogenisation::IntoVapour).isExamined, isExamined) << value;
+    }
     const auto point = Find(Given::Temperature, 600.0, Homogenisation::IntoLiquid).points.at(0);
     for (double P = 20.0; P < 26.0; P += 0.25) {
         const auto result =
