@@ -82,8 +82,8 @@ class BoundaryTrace {
         if (isNew_) pieces_.push_back({point.kind(), {}});
         // A critical point ends one branch and begins the next.
         for (const StatePoint& passed : critical_) {
-            if (isNew_ || !(passed.V > pieces_.back().points.back().V && passed.V < point.V))
-                continue;
+            const bool isPassed = !isNew_ && passed.V > pieces_.back().points.back().V;
+            if (!isPassed || passed.V >= point.V) continue;
             pieces_.back().points.push_back(passed);
             pieces_.push_back({point.kind(), {passed}});
             isKindKnown_ = false;

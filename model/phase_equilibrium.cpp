@@ -235,8 +235,8 @@ Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) 
     const TrialCurve& other = bulkIsX ? pair.Y : pair.X;
     if (!(pair.X.u() > 0.0 && pair.Y.u() > 0.0)) return {Outcome::NoSolution, Stability::Stable};
     const Outcome refused = LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution;
-    if (!InEquilibrium(pair, std::max(FugacityTolerance, Sharpness(pair))))
-        return {refused, Stability::Stable};
+    const double tolerance = std::max(FugacityTolerance, Sharpness(pair));
+    if (!InEquilibrium(pair, tolerance)) return {refused, Stability::Stable};
     constexpr double Alike = 0.05;
     const bool alike = std::abs(phases.Vx / phases.Vy - 1.0) < Alike;
     if (alike && !CoexistsWith(bulk, other, pair.RT)) return {refused, Stability::Stable};

@@ -530,8 +530,8 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
     // On the boundary itself but for rounding.
     constexpr double Rounding = 2e-14;
     if (lead == nullptr || highest < RT * (1.0 - Rounding)) return {};
-    if (highest <= RT * (1.0 + Rounding) && curve.spinodalRT() < RT)
-        return TraceOf(curve, *lead, T);
+    const bool isBoundary = highest <= RT * (1.0 + Rounding) && curve.spinodalRT() < RT;
+    if (isBoundary) return TraceOf(curve, *lead, T);
     const Minimiser minimiser(mixture, T, V);
     Competition competition(minimiser);
     for (const TrialPhase& trial : maxima) {
