@@ -287,18 +287,15 @@ std::string BubbleDewPoint::nowhereSentence() const {
     if (!points_.liquids.empty()) {
         const fluid::PhasePair& pair = points_.liquids.front();
         const double value = RadioButtonTh.isOn() ? pair.P : shownUnknown(pair.T);
-        return "the point at " + toolkit::resultText(value, quantityDecimals) + " " +
-               Dimension.text() + " is one of two liquids of " +
-               toolkit::resultText(pair.Vx, volumeDecimals) + " and " +
-               toolkit::resultText(pair.Vy, volumeDecimals) + " " + volumeUnit +
-               ", of which one has a vapour too: the calculation cannot hold it";
+        return "two liquids are stable here, at " + toolkit::resultText(value, quantityDecimals) +
+               " " + Dimension.text() + "; the roots of a liquid and a vapour cannot hold them";
     }
     if (!points_.isExamined) {
         const fluid::Mixture mixture = fluid::MixtureOf(fluid::LastComponent, fluid::Fractions);
-        return "not examined: points are searched for above " +
+        return "not examined below " +
                toolkit::resultText(temperature.fromKelvin(ColdestT(mixture)), volumeDecimals) +
                " " + degreeUnit(temperature.Celsius.isOn()) +
-               " and below 10000 MPa, the first approach is an estimate only";
+               " or above 10000 MPa, the first approach is an estimate only";
     }
     return noPoint;
 }

@@ -27,13 +27,13 @@ std::string sentenceOf(const fluid::EquilibriumApproach& approach) {
         case Kind::Metastable:
             return "these two phases are meta-stable, three phases would be more stable";
         case Kind::TwoLiquids:
-            return "the stable phases are two liquids at " +
+            return "two liquids are stable here, at " +
                    toolkit::resultText(approach.guess.unknown, quantityDecimals) +
-                   " MPa, as the first approach has them; the calculation takes a vapour for phase "
-                   "Y and cannot hold them";
+                   " MPa; the roots of a liquid and a vapour cannot hold them";
         case Kind::NotFound:
-            return "the fluid is not homogeneous, but no two phases of it were found: the first "
-                   "approach is an estimate only";
+            return "not homogeneous, but no two phases were found; the first approach is an "
+                   "estimate "
+                   "only";
         default:
             return "";
     }
