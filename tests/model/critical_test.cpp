@@ -72,7 +72,7 @@ TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalle
     double worst = 0.0;  // of the conditions
     std::array<int, 5> counts{};
     std::array<int, 4> kinds{};
-    for (int mixture = 0; mixture < 500; ++mixture) {
+    for (int mixture = 0; mixture < 1500; ++mixture) {
         AcceptAnyMixture(random);
         const CriticalReference reference;
         const PhaseReference judge;
@@ -86,7 +86,7 @@ TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalle
         ++counts.at(points.count);
         for (std::size_t i = 0; i < places.size(); ++i) {
             const CriticalPoint& point = points.points[i];
-            EXPECT_LT(RelativeError(point.freeVolume, places[i]), 1e-10);
+            EXPECT_LT(RelativeError(point.freeVolume, places[i]), 1e-9);
             const auto condition = std::abs(reference.condition(point.freeVolume));
             worst = std::max(worst, static_cast<double>(condition));
             keep(point.freeVolume, point.T);
@@ -105,7 +105,7 @@ TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalle
             EXPECT_LE(T, SpinodalT(false, V) * (1.0 + 1e-12));
         }
     }
-    EXPECT_LT(worst, 1e-12);
+    EXPECT_LT(worst, 1e-11);
     for (const int count : {counts[0], counts[1], counts[2], kinds[0], kinds[1], kinds[2]}) {
         EXPECT_GT(count, 10);
     }
