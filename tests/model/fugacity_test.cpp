@@ -75,21 +75,6 @@ TEST(Phases, ValuesAreTheGoldenOnes) {
     EXPECT_GT(beyondLimit, 0);
 }
 
-TEST(Fugacity, SaturatedPhasesOfAPureFluidHaveEqualFugacities) {
-    double worst = 0.0;
-    for (const auto& row : ReadGolden("saturation.csv", 5)) {
-        AcceptPure(static_cast<std::size_t>(row[0]));
-        const Phase liquid(fluid::Fractions, row[1], row[2], 1);
-        const Phase vapour(fluid::Fractions, row[1], row[2], 2);
-        EXPECT_LE(RelativeError(liquid.V, row[3]), 1e-12);
-        EXPECT_LE(RelativeError(vapour.V, row[4]), 1e-12);
-        worst = std::max(worst, RelativeError(liquid.phi[0], vapour.phi[0]));
-        EXPECT_EQ(fluid::PureFugacityCoefficient(0, row[1], row[2], liquid.V), liquid.phi[0]);
-    }
-    std::printf("worst difference of fugacities at saturation %.2g\n", worst);
-    EXPECT_LE(worst, 1e-13);
-}
-
 TEST(Fugacity, CoefficientsAreGuardedAgainstOverflow) {
     AcceptPure(0);
     const double b = fluid::b[0];
