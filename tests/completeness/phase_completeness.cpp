@@ -5,7 +5,6 @@
 // usage: phase_completeness [MIXTURES [SEED]]
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -23,25 +22,11 @@
 
 namespace {
 
-using fluid::BoundarySample;
-using fluid::Fractions;
-using fluid::Given;
-using fluid::Homogenisation;
-using fluid::LastComponent;
-using fluid::Outcome;
-using fluid::Stability;
+using namespace fluid;
 
-struct Tally {
-    int searches = 0;
-    int points = 0;
-    int finer = 0;  // between two places of the grid
-    int judged = 0;
-    int splits = 0;
-    int threePhases = 0;
-    int faults = 0;
-};
-
-Tally tally;
+struct {
+    int searches, points, judged, splits, threePhases, faults;
+} tally;
 std::mt19937_64 random_;
 
 double Uniform(double from, double to) {
@@ -52,19 +37,23 @@ void Fault(const char* what, double T, double P, double V) {
     ++tally.faults;
     std::printf("%s: T %.15g K, P %.15g MPa, V %.15g cm3/mol:", what, T, P, V);
     for (std::size_t i = 0; i <= static_cast<std::size_t>(LastComponent); ++i) {
-        std::printf(" %s %.12g", fluid::ComponentFormulas[fluid::ComponentIndex[i]].data(),
-                    Fractions[i]);
+        std::printf(" %s %.12g", ComponentFormulas[ComponentIndex[i]].data(), Fractions[i]);
     }
     std::puts("");
 }
 
+// A place of the boundary.
 struct Place {
     double x;
-    double lnT;  // below every temperature where there is no boundary
+    double lnT;  // far below every temperature where there is no boundary
     double lnP;
 };
 
-std::vector<Place> Grid(const fluid::Mixture& mixture) {
+double VolumeAt(const Mixture& mixture, double x) {
+    return mixture.bMix * (1.0 + std::exp(x));
+}
+
+std::vector<Place> Grid(const Mixture& mixture) {
     std::vector<Place> grid;
     for (double x = -9.0; x < 240.0; x += x < 12.0 ? 0.013 : 0.02 * x) {
         const auto sample = BoundaryAt(mixture, x);
@@ -73,113 +62,101 @@ std::vector<Place> Grid(const fluid::Mixture& mixture) {
     return grid;
 }
 
-// The boundary at a place, above and below which brute force must see one phase and more.
-void JudgeAt(const fluid::Mixture& mixture, const PhaseReference& reference, const Place& place) {
-    const double V = mixture.bMix * (1.0 + std::exp(place.x));
+// Above the boundary brute force must see one phase, and below it more.
+void JudgeAt(const Mixture& mixture, const PhaseReference& reference, const Place& place) {
+    const double V = VolumeAt(mixture, place.x);
     for (const double side : {1.0, -1.0}) {
         const double T = std::exp(place.lnT) * (1.0 + 1e-4 * side);
         const double P = reference.pressure(T, V);
         if (P > 2000.0) continue;
         ++tally.judged;
-        if (reference.judge(T, V, P).unstable != (side < 0.0)) Fault("judged otherwise", T, P, V);
+        if (reference.isUnstable(T, V, P) != (side < 0.0)) Fault("judged otherwise", T, P, V);
     }
 }
 
+// From each point that is found the iteration must lead to that point.
 void Confirm(Given given, double value) {
     for (const Homogenisation kind : {Homogenisation::IntoLiquid, Homogenisation::IntoVapour}) {
         const auto points = FindHomogenisationPoints(LastComponent, Fractions, given, value, kind);
-        for (const fluid::PhasePair& pair : points.points) {
+        for (const PhasePair& pair : points.points) {
             const auto result = IterateHomogenisation(LastComponent, Fractions, given, value, kind,
                                                       HomogenisationApproach(given, pair));
-            const bool same = std::abs(result.phases.P / pair.P - 1.0) < 1e-8 &&
-                              std::abs(result.phases.T / pair.T - 1.0) < 1e-8;
-            const bool isTrue = result.outcome == Outcome::Converged && same &&
-                                result.stability == Stability::Stable;
+            const bool isConfirmed = result.outcome == Outcome::Converged &&
+                                     result.stability == Stability::Stable &&
+                                     std::abs(result.phases.P / pair.P - 1.0) < 1e-8 &&
+                                     std::abs(result.phases.T / pair.T - 1.0) < 1e-8;
             // Phases that differ by less than rounding need not be told from one.
             const bool isCritical = std::abs(pair.Vx / pair.Vy - 1.0) < 1e-5;
-            if (isTrue || isCritical) continue;
-            std::printf("%d %d %d %d: ", given == Given::Temperature,
-                        kind == Homogenisation::IntoLiquid, static_cast<int>(result.outcome),
-                        static_cast<int>(result.stability));
-            Fault("not confirmed", pair.T, pair.P, pair.Vx);
+            if (!isConfirmed && !isCritical) Fault("not confirmed", pair.T, pair.P, pair.Vx);
         }
     }
 }
 
-void Search(const fluid::PhaseBoundary& boundary, const std::vector<Place>& grid, Given given,
+// The points at one T or P must be those that lie between two places of the grid.
+void Search(const PhaseBoundary& boundary, const std::vector<Place>& grid, Given given,
             double value) {
-    const fluid::Mixture& mixture = boundary.mixture();
+    const Mixture& mixture = boundary.mixture();
     const bool byT = given == Given::Temperature;
     const auto found = byT ? boundary.atTemperature(value) : boundary.atPressure(value);
     const double target = std::log(value);
     const double coldest = std::log(ColdestT(mixture));
-    ++tally.searches;
-    std::size_t seen = 0;
     for (std::size_t i = 1; i < grid.size(); ++i) {
         const Place& low = grid[i - 1];
         const Place& high = grid[i];
         const bool exists = byT ? target > coldest : std::min(low.lnT, high.lnT) > coldest;
-        const double from = byT ? low.lnT : low.lnP;
-        const double to = byT ? high.lnT : high.lnP;
-        if (!exists || (from > target) == (to > target)) continue;
-        const auto within = [&](const BoundarySample& sample) {
+        const bool isAbove = (byT ? low.lnT : low.lnP) > target;
+        if (!exists || isAbove == ((byT ? high.lnT : high.lnP) > target)) continue;
+        const auto isWithin = [&](const BoundarySample& sample) {
             return sample.x >= low.x - 1e-9 && sample.x <= high.x + 1e-9;
         };
-        seen += 1;
-        if (std::any_of(found.begin(), found.end(), within)) continue;
-        Fault("missed", std::exp(low.lnT), std::exp(low.lnP),
-              mixture.bMix * (1.0 + std::exp(low.x)));
+        if (std::any_of(found.begin(), found.end(), isWithin)) continue;
+        Fault("missed", std::exp(low.lnT), std::exp(low.lnP), VolumeAt(mixture, low.x));
     }
-    tally.points += static_cast<int>(found.size());
-    tally.finer += static_cast<int>(found.size() - std::min(seen, found.size()));
     for (const BoundarySample& sample : found) {
         const auto there = BoundaryAt(mixture, sample.x);
         // Beside a corner P falls so steeply that its last digits tell nothing of the place.
         const double off = byT ? sample.lnT - target : (sample.lnP - target) / sample.slopeP;
-        if (!there || std::abs(there->lnT - sample.lnT) > 1e-9 || std::abs(off) > 1e-9) {
-            Fault("no point", std::exp(sample.lnT), std::exp(sample.lnP),
-                  mixture.bMix * (1.0 + std::exp(sample.x)));
-        }
+        if (there && std::abs(there->lnT - sample.lnT) <= 1e-9 && std::abs(off) <= 1e-9) continue;
+        Fault("no point", std::exp(sample.lnT), std::exp(sample.lnP), VolumeAt(mixture, sample.x));
     }
+    ++tally.searches;
+    tally.points += static_cast<int>(found.size());
     Confirm(given, value);
 }
 
-void Split(const fluid::Mixture& mixture, const PhaseReference& reference, const Place& place) {
-    const double V = mixture.bMix * (1.0 + std::exp(place.x));
+// Below the boundary, and only there, the mixture must split, and the iteration must confirm it.
+void Split(const Mixture& mixture, const PhaseReference& reference, const Place& place) {
+    using Kind = EquilibriumApproach::Kind;
+    const double V = VolumeAt(mixture, place.x);
     const double T = std::exp(place.lnT) * Uniform(0.3, 1.1);
     if (T < 1.01 * ColdestT(mixture) || reference.pressure(T, V) > 1e4) return;
     ++tally.splits;
-    const auto approach = fluid::FindEquilibriumApproach(LastComponent, Fractions, T, V);
+    const auto approach = FindEquilibriumApproach(LastComponent, Fractions, T, V);
     const double P = approach.guess.unknown;
-    const bool isSplit = approach.kind != fluid::EquilibriumApproach::Kind::Homogeneous;
+    const bool isSplit = approach.kind != Kind::Homogeneous;
     if (isSplit != (T < std::exp(place.lnT))) Fault("split or not", T, P, V);
-    if (!isSplit) return;
-    tally.threePhases += approach.kind == fluid::EquilibriumApproach::Kind::Metastable ? 1 : 0;
-    const auto result = fluid::IterateEquilibrium(LastComponent, Fractions, T, V,
-                                                  approach.volumeFraction, approach.guess);
-    const bool isStable = approach.kind == fluid::EquilibriumApproach::Kind::TwoPhases;
-    if (approach.kind == fluid::EquilibriumApproach::Kind::TwoLiquids) return;
+    tally.threePhases += approach.kind == Kind::Metastable ? 1 : 0;
+    if (!isSplit || approach.kind == Kind::TwoLiquids) return;
+    const auto result =
+        IterateEquilibrium(LastComponent, Fractions, T, V, approach.volumeFraction, approach.guess);
+    const bool isStable = result.stability == Stability::Stable;
     if (result.outcome != Outcome::Converged || !result.fractionInRange ||
         std::abs(result.phases.P / P - 1.0) > 1e-8 ||
-        (result.stability == Stability::Stable) != isStable) {
-        std::printf("kind %d outcome %d range %d stability %d P %.10g: ",
-                    static_cast<int>(approach.kind), static_cast<int>(result.outcome),
-                    result.fractionInRange, static_cast<int>(result.stability), result.phases.P);
+        isStable != (approach.kind == Kind::TwoPhases)) {
         Fault("another split", T, P, V);
     }
 }
 
 // Temperatures a relative distance from 1e-8 on below a critical point, where the mixture splits on
 // both sides of it.
-void NearCritical(const fluid::PhaseBoundary& boundary) {
-    for (const auto& point : fluid::FindCriticalPoints(LastComponent, Fractions)) {
+void NearCritical(const PhaseBoundary& boundary) {
+    for (const auto& point : FindCriticalPoints(LastComponent, Fractions)) {
         if (CriticalStability(LastComponent, Fractions, point) != Stability::Stable) continue;
         const double at = std::log(point.freeVolume / boundary.mixture().bMix);
         const double distance = std::pow(10.0, Uniform(-8.0, -2.0));
-        const double reach = 4.0 * std::sqrt(distance);
         std::vector<Place> grid;
         for (int i = -60; i <= 60; ++i) {
-            const double x = at + reach * i / 60.0;
+            const double x = at + std::sqrt(distance) * i / 15.0;
             const auto sample = BoundaryAt(boundary.mixture(), x);
             if (sample) grid.push_back({x, sample->lnT, sample->lnP});
         }
@@ -191,20 +168,18 @@ void NearCritical(const fluid::PhaseBoundary& boundary) {
 
 int main(int argc, char** argv) {
     const auto argument = [&](int i, int usual) { return argc > i ? std::atoi(argv[i]) : usual; };
-    const int mixtures = argument(1, 200);
     random_.seed(static_cast<std::uint64_t>(argument(2, 1)));
-    for (int i = 0; i < mixtures; ++i) {
+    for (int i = argument(1, 200); i > 0; --i) {
         AcceptAnyMixture(random_);
         const PhaseReference reference;
-        const fluid::Mixture mixture = fluid::MixtureOf(LastComponent, Fractions);
-        const fluid::PhaseBoundary& boundary = BoundaryOf(mixture);
+        const Mixture mixture = MixtureOf(LastComponent, Fractions);
+        const PhaseBoundary& boundary = BoundaryOf(mixture);
         const std::vector<Place> grid = Grid(mixture);
-        std::vector<Place> existing;
-        std::copy_if(grid.begin(), grid.end(), std::back_inserter(existing),
-                     [](const Place& place) { return place.lnT > -99.0; });
+        std::vector<Place> existing = grid;
+        std::erase_if(existing, [](const Place& place) { return place.lnT < -99.0; });
         if (existing.empty()) continue;
         const auto any = [&] { return existing[random_() % existing.size()]; };
-        const double hottest = *std::max_element(fluid::Tc.begin(), fluid::Tc.end());
+        const double hottest = *std::max_element(Tc.begin(), Tc.end());
         for (int k = 0; k < 10; ++k) {
             const Place place = any();
             if (place.x < 12.0) JudgeAt(mixture, reference, place);
@@ -216,8 +191,7 @@ int main(int argc, char** argv) {
         }
         NearCritical(boundary);
     }
-    std::printf("%d searches of the boundary, %d points, of which %d between places of the grid\n",
-                tally.searches, tally.points, tally.finer);
+    std::printf("%d searches of the boundary, %d points\n", tally.searches, tally.points);
     std::printf("%d states judged by brute force; %d splits, %d into more than two phases\n",
                 tally.judged, tally.splits, tally.threePhases);
     std::printf("%d faults\n", tally.faults);

@@ -1,7 +1,6 @@
 """Writes properties.csv beside this script: thermodynamic properties in 60 digits, all of them by
 numerical differentiation of the Helmholtz energy A(T, V, n), none by a closed form; needs mpmath.
-The polynomials of the ideal gases are read from the program's own table. The last columns go
-another way: they differentiate along T at constant P, and along P, at volumes found for it."""
+The polynomials of the ideal gases are read from the program's own table."""
 
 import random
 import re
@@ -19,8 +18,7 @@ HEAD = """\
 # Properties by differentiation of the Helmholtz energy in 60 digits, by make_properties.py.
 # eleven counts of 1e-12,T,P,V,U,H,S,A,G,Cv,Cp,compressibility,expansion,square of the speed of
 # sound,Joule-Thomson coefficient; eleven chemical potentials,partial molar enthalpies,entropies and
-# volumes; by another road dG/dT,dH/dT,dV/dT at constant P,dS/dP,dH/dP,dS/dV at constant T, and the
-# eleven dmu/dP at constant T
+# volumes
 """
 STATES = [
     (counts_of(CO2=1), 298.15, 100),
@@ -90,42 +88,6 @@ def helmholtz(m, t, v, n):
     ) - a / v
 
 
-def volume_near(m, t, p, v):
-    for _ in range(30):
-        slope = -R * t / (v - m.b) ** 2 + 2 * m.a / v**3
-        step = (R * t / (v - m.b) - m.a / v**2 - p) / slope
-        v -= step
-        if abs(step) < v * mpf(10) ** (-mp.dps // 2):  # the next one would be the last
-            v -= (R * t / (v - m.b) - m.a / v**2 - p) / slope
-            return v
-    raise ArithmeticError
-
-
-def other_road(m, t0, p0, v0):
-    def entropy(t, v):
-        return -diff(lambda tt: helmholtz(m, tt, v, m.x), t)
-
-    def at(function):
-        return lambda t, p: function(t, p, volume_near(m, t, p, v0))
-
-    def potential_of(k):
-        return lambda t, p, v: diff(
-            lambda nk: helmholtz(m, t, v, [*m.x[:k], nk, *m.x[k + 1 :]]), m.x[k])
-
-    s = at(lambda t, p, v: entropy(t, v))
-    v = at(lambda t, p, v: v)
-    g = at(lambda t, p, v: helmholtz(m, t, v, m.x) + p * v)
-    h = at(lambda t, p, v: helmholtz(m, t, v, m.x) + p * v + t * entropy(t, v))
-    along_t, along_p = (1, 0), (0, 1)
-    roads = [(g, along_t), (h, along_t), (v, along_t), (s, along_p), (h, along_p)]
-    row = [diff(function, (t0, p0), along) for function, along in roads]
-    row.append(diff(lambda vv: entropy(t0, vv), v0))
-    slopes = [mpf(0)] * 11
-    for k, gas in enumerate(m.present):
-        slopes[gas] = diff(at(potential_of(k)), (t0, p0), along_p)
-    return row + slopes
-
-
 def row_of(counts, t, v):
     m = Mixture(counts)
     t, v = mpf(t), mpf(v)
@@ -155,7 +117,7 @@ def row_of(counts, t, v):
         entropy = -diff(with_n, at, (1, 0, 1)) - pressure_n * p_t / p_v
         for part, value in zip(parts, (mu, mu + t * entropy, entropy, -pressure_n / p_v)):
             part[gas] = value
-    return row + [value for part in parts for value in part] + other_road(m, t, p, v)
+    return row + [value for part in parts for value in part]
 
 
 write(FOLDER / "properties.csv", HEAD, (row_of(*state) for state in [*STATES, *random_states(20)]))

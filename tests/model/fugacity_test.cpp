@@ -6,8 +6,6 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <tuple>
-#include <utility>
 #include <vector>
 
 #include "model/composition.h"
@@ -75,45 +73,6 @@ TEST(Phases, ValuesAreTheGoldenOnes) {
     EXPECT_LE(worstPhi, 1e-14);
     EXPECT_LE(worstPartial, 1e-13);
     EXPECT_GT(beyondLimit, 0);
-}
-
-TEST(Fugacity, SaturatedPhasesOfAPureFluidHaveEqualFugacities) {
-    double worst = 0.0;
-    for (const auto& row : ReadGolden("saturation.csv", 5)) {
-        AcceptPure(static_cast<std::size_t>(row[0]));
-        const Phase liquid(fluid::Fractions, row[1], row[2], 1);
-        const Phase vapour(fluid::Fractions, row[1], row[2], 2);
-        EXPECT_LE(RelativeError(liquid.V, row[3]), 1e-12);
-        EXPECT_LE(RelativeError(vapour.V, row[4]), 1e-12);
-        worst = std::max(worst, RelativeError(liquid.phi[0], vapour.phi[0]));
-        EXPECT_EQ(fluid::PureFugacityCoefficient(0, row[1], row[2], liquid.V), liquid.phi[0]);
-    }
-    std::printf("worst difference of fugacities at saturation %.2g\n", worst);
-    EXPECT_LE(worst, 1e-13);
-}
-
-// Sum of x_i·d ln phi_i vanishes at constant T and P; differences of the fourth order.
-TEST(Fugacity, GibbsDuhemHolds) {
-    Accept(ReadGolden("van_der_waals.csv", 20).back());
-    const ComponentValues& x = fluid::Fractions;
-    for (const auto& [T, P, root] :
-         {std::tuple{300.0, 0.1, 0}, {300.0, 400.0, 0}, {150.0, 1.0, 1}}) {
-        for (std::size_t rising = 0; rising < fluid::ComponentCount; ++rising) {
-            constexpr double Step = 1e-3;
-            double sum = 0.0;
-            for (const auto& [shift, weight] :
-                 {std::pair{-2.0, 1.0}, {-1.0, -8.0}, {1.0, 8.0}, {2.0, -1.0}}) {
-                ComponentValues moved = x;
-                for (double& fraction : moved) fraction *= 1.0 - shift * Step;
-                moved[rising] += shift * Step;
-                const Phase phase(moved, T, P, static_cast<std::size_t>(root));
-                for (std::size_t k = 0; k < fluid::ComponentCount; ++k) {
-                    sum += weight * x[k] * std::log(phase.phi[k]);
-                }
-            }
-            EXPECT_NEAR(sum / (12.0 * Step), 0.0, 1e-10) << T << ' ' << P << ' ' << rising;
-        }
-    }
 }
 
 TEST(Fugacity, CoefficientsAreGuardedAgainstOverflow) {

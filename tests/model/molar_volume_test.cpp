@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <random>
 #include <tuple>
 #include <vector>
 
@@ -15,43 +14,6 @@
 namespace {
 
 constexpr double Step = 1e-4;
-
-// Random states of all three-root and one-root regions, for a mixture of all eleven gases.
-TEST(MolarVolume, RealRootsObeyTheEquationOfState) {
-    Accept(ReadGolden("van_der_waals.csv", 20).back());
-    const auto last = fluid::LastComponent;
-    const auto& x = fluid::Fractions;
-    const double aMix = fluid::MixtureA(last, x);
-    const double bMix = fluid::MixtureB(last, x);
-    std::mt19937_64 random(33);
-    std::uniform_real_distribution<double> temperatures(0.05, 5.0);
-    std::uniform_real_distribution<double> logPressures(-12.0, 4.0);
-    int threeReal = 0;
-    for (int trial = 0; trial < 20000; ++trial) {
-        const double T = temperatures(random) * 8.0 * aMix / (27.0 * bMix * fluid::R);
-        const double P = std::pow(10.0, logPressures(random));
-        const auto roots = fluid::VolumeCubicSolver(aMix, bMix, T, P);
-        if (roots[1].isReal()) {
-            ++threeReal;
-            ASSERT_LT(roots[1].real, roots[0].real);
-            ASSERT_LT(roots[0].real, roots[2].real);
-            ASSERT_GT(fluid::IsothermSlope(aMix, bMix, T, roots[0].real, Step), 0.0);
-        }
-        for (std::size_t i = 0; i < roots.size(); ++i) {
-            if (!roots[i].isReal()) continue;
-            const double V = roots[i].real;
-            const double repulsion = fluid::R * T / (V - bMix);
-            ASSERT_LE(Error(fluid::PressureVdW(aMix, bMix, T, V), P, repulsion), 1e-12);
-            if (i != 0 || !roots[1].isReal()) {
-                ASSERT_LT(fluid::IsothermSlope(aMix, bMix, T, V, Step), 0.0);
-            }
-            const auto partial = fluid::PartialMolarVolumes(last, x, T, V);
-            ASSERT_TRUE(partial);
-            ASSERT_LE(RelativeError(fluid::IdealMixtureVolume(last, x, *partial), V), 1e-12);
-        }
-    }
-    EXPECT_GT(threeReal, 1000);
-}
 
 // Close to b and far away a difference of pressures has no digit left.
 TEST(MolarVolume, SlopeHasItsSignAndValue) {

@@ -5,13 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <random>
 #include <span>
 
 #include "model/composition.h"
 #include "model/van_der_waals.h"
 #include "tests/model/golden.h"
-#include "tests/model/phase_reference.h"
 
 namespace {
 
@@ -48,38 +46,6 @@ TEST(PhaseBoundaryTest, IsochoresMeetItAtTheBubbleAndDewPoints) {
     EXPECT_LT(worstT, 1e-12);
     EXPECT_LT(worstP, 2e-11);
     EXPECT_LT(worstOther, 1e-10);
-}
-
-TEST(PhaseBoundaryTest, StatesAreCalledStableThatDoNotSplit) {
-    std::mt19937_64 random(20261121);
-    int split = 0;
-    int metastable = 0;
-    double closest = 1.0;
-    for (int mixture = 0; mixture < 60; ++mixture) {
-        AcceptRandomMixture(random, 5);
-        const PhaseReference reference;
-        const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
-        const double T = std::exp(std::uniform_real_distribution(std::log(60.0), 6.7)(random));
-        const double densest = 1.01 * b;
-        const auto isotherm = StabilityAt(T, densest);
-        for (int i = 0; i < 12; ++i) {
-            const double V =
-                b * (1.01 + std::exp(std::uniform_real_distribution(-4.0, 5.0)(random)));
-            const auto point = BoundaryAt(V);
-            const double boundaryT = point ? point->T : 0.0;
-            closest = std::min(closest, std::abs(T / boundaryT - 1.0));
-            const Stability stability = isotherm.at(V);
-            const bool stable = stability == Stability::Stable;
-            EXPECT_EQ(stable, T >= boundaryT) << T << ' ' << V;
-            const auto verdict = reference.judge(T, V, reference.pressure(T, V));
-            EXPECT_EQ(stable, !verdict.unstable) << T << ' ' << V << ' ' << verdict.drive;
-            split += stable ? 0 : 1;
-            metastable += stability == Stability::Metastable ? 1 : 0;
-        }
-    }
-    EXPECT_GT(split, 200);
-    EXPECT_GT(metastable, 40);
-    EXPECT_GT(closest, 0.0);
 }
 
 // Another liquid comes before the vapour; T_h and P in 40 digits.

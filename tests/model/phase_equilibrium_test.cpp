@@ -235,9 +235,8 @@ void ExpectTrue(const HomogenisationResult& result, Homogenisation kind,
     }
     const bool bubble = kind == Homogenisation::IntoLiquid;
     EXPECT_LE(LargestDifference(bubble ? phases.x : phases.y, fluid::Fractions), 1e-9);
-    const auto verdict = reference.judge(phases.T, bubble ? phases.Vx : phases.Vy, phases.P);
     constexpr double Plain = 1e-7;
-    EXPECT_EQ(verdict.unstable && verdict.drive > Plain,
+    EXPECT_EQ(reference.isUnstable(phases.T, bubble ? phases.Vx : phases.Vy, phases.P, Plain),
               result.stability != fluid::Stability::Stable);
 }
 
@@ -385,59 +384,6 @@ TEST(Equilibrium, WhatIsNoLiquidAndVapourIsSaid) {
     EXPECT_EQ(same.outcome, Outcome::Trivial);
     EXPECT_EQ(same.phases.Vx, same.phases.Vy);
     EXPECT_GT(same.phases.Vx, 0.0);
-}
-
-ComponentValues WildFractions(std::mt19937_64& random) {
-    std::uniform_real_distribution<double> share(0.0, 1.0);
-    const auto habit = random() % 4;
-    ComponentValues x{};
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        const double any = share(random);
-        const std::array<double, 4> values = {any, fluid::Fractions[i] * (0.9 + 0.2 * any),
-                                              any < 0.4 ? 0.0 : any, std::pow(10.0, -20.0 * any)};
-        x[i] = values[habit];
-    }
-    return x;
-}
-
-TEST(PhaseIteration, ResultsOfWildStartsAreTrue) {
-    constexpr int Mixtures = 400;
-    std::mt19937_64 random(12);
-    std::uniform_real_distribution<double> share(0.0, 1.0);
-    std::array<int, 3> outcomes{};
-    for (int i = 0; i < Mixtures; ++i) {
-        AcceptRandomMixture(random, 6);
-        const PhaseReference reference;
-        const double hottest = *std::max_element(fluid::Tc.begin(), fluid::Tc.end());
-        const double T = hottest * (0.2 + share(random));
-        const double P = std::pow(10.0, -6.0 + 10.0 * share(random));
-        const double guessT = hottest * (0.05 + 2.0 * share(random));
-        for (const Homogenisation kind : Kinds) {
-            for (const Given given : {Given::Temperature, Given::Pressure}) {
-                const bool findsP = given == Given::Temperature;
-                const PhaseGuess guess = {findsP ? P : guessT, WildFractions(random),
-                                          WildFractions(random)};
-                const auto result = Iterate(given, findsP ? T : P, kind, guess);
-                ++outcomes[static_cast<std::size_t>(result.outcome)];
-                if (result.outcome == Outcome::Converged) ExpectTrue(result, kind, reference);
-            }
-        }
-        const double bMix = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
-        const double V = bMix * (1.0 + std::pow(10.0, -2.0 + 5.0 * share(random)));
-        const PhaseGuess guess = {P, WildFractions(random), WildFractions(random)};
-        const auto result = fluid::IterateEquilibrium(fluid::LastComponent, fluid::Fractions, T, V,
-                                                      share(random), guess);
-        if (result.outcome != Outcome::Converged || !result.fractionInRange) continue;
-        const double fractionY = result.volumeFraction;
-        for (std::size_t k = 0; k < static_cast<std::size_t>(fluid::LastComponent) + 1; ++k) {
-            const double amount = (1.0 - fractionY) * result.phases.x[k] / result.phases.Vx +
-                                  fractionY * result.phases.y[k] / result.phases.Vy;
-            EXPECT_LE(RelativeError(amount * V, fluid::Fractions[k]), 1e-7);
-        }
-    }
-    std::printf("converged %d, no solution %d, trivial %d\n", outcomes[0], outcomes[1],
-                outcomes[2]);
-    for (const int count : outcomes) EXPECT_GT(count, Mixtures / 10);
 }
 
 TEST(PhaseIteration, GarbageEndsInATrueResultOrNone) {

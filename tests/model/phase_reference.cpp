@@ -11,6 +11,20 @@
 using fluid::ComponentCount;
 using fluid::ComponentValues;
 
+namespace {
+
+// Makes these parts the composition of the model, each rounded up, at the cost of one of them.
+void AcceptParts(ComponentValues parts, std::size_t chief) {
+    const auto scale = static_cast<double>(fluid::FractionScale);
+    const double sum = std::accumulate(parts.begin(), parts.end(), 0.0);
+    for (double& part : parts) part = std::ceil(part / sum * scale);
+    parts[chief] += scale - std::accumulate(parts.begin(), parts.end(), 0.0);
+    for (std::size_t i = 0; i < parts.size(); ++i) fluid::SetFractionCount(i, parts[i] / scale);
+    fluid::AcceptComposition();
+}
+
+}  // namespace
+
 void AcceptRandomMixture(std::mt19937_64& random, int most) {
     std::uniform_real_distribution<double> share(0.0, 1.0);
     std::array<std::size_t, ComponentCount> order{};
@@ -28,12 +42,7 @@ void AcceptRandomMixture(std::mt19937_64& random, int most) {
         const double rarity = share(random) < 0.1 ? std::pow(10.0, -6.0 * share(random)) : 1.0;
         parts[order[i]] = -std::log(share(random)) * rarity;
     }
-    const double sum = std::accumulate(parts.begin(), parts.end(), 0.0);
-    const auto scale = static_cast<double>(fluid::FractionScale);
-    for (double& part : parts) part = std::ceil(part / sum * scale);
-    parts[order[0]] += scale - std::accumulate(parts.begin(), parts.end(), 0.0);
-    for (std::size_t i = 0; i < parts.size(); ++i) fluid::SetFractionCount(i, parts[i] / scale);
-    fluid::AcceptComposition();
+    AcceptParts(parts, order[0]);
 }
 
 void AcceptAnyMixture(std::mt19937_64& random) {
@@ -60,19 +69,8 @@ void AcceptAnyMixture(std::mt19937_64& random) {
         default:
             for (std::size_t i = 0; i < 4; ++i) parts[random() % ComponentCount] += trace();
     }
-    const auto chief = static_cast<std::size_t>(
-        std::distance(parts.begin(), std::max_element(parts.begin(), parts.end())));
-    const auto scale = static_cast<double>(fluid::FractionScale);
-    double sum = 0.0;
-    for (double& part : parts) sum += part;
-    double rest = scale;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        parts[i] = parts[i] > 0.0 ? std::ceil(parts[i] / sum * scale) : 0.0;
-        if (i != chief) rest -= parts[i];
-    }
-    parts[chief] = rest;
-    for (std::size_t i = 0; i < parts.size(); ++i) fluid::SetFractionCount(i, parts[i] / scale);
-    fluid::AcceptComposition();
+    const auto chief = std::max_element(parts.begin(), parts.end()) - parts.begin();
+    AcceptParts(parts, static_cast<std::size_t>(chief));
 }
 
 PhaseReference::PhaseReference() : count_(static_cast<std::size_t>(fluid::LastComponent) + 1) {
@@ -93,38 +91,36 @@ PhaseReference::Trial PhaseReference::trial(const State& bulk, double A, double&
     const double RT = fluid::R * bulk.T;
     const double bulkU = 1.0 / (bulk.V - b_);
     const double bulkA = sMix_ / bulk.V;
-    Trial result{};
     double covolume = 0.0;
     double u = 0.0;
     for (int step = 0; step < 200; ++step) {
         u = std::exp(logU);
+        ComponentValues logX{};
         double largest = -1e300;
         for (std::size_t i = 0; i < count_; ++i) {
-            result.x[i] = std::log(z_[i] * bulkU) - fluid::b[i] * (u - bulkU) +
-                          2.0 / RT * s_[i] * (A - bulkA);
-            largest = std::max(largest, result.x[i]);
+            logX[i] = std::log(z_[i] * bulkU) - fluid::b[i] * (u - bulkU) +
+                      2.0 / RT * s_[i] * (A - bulkA);
+            largest = std::max(largest, logX[i]);
         }
         double sum = 0.0;
         covolume = 0.0;
         for (std::size_t i = 0; i < count_; ++i) {
-            result.x[i] = std::exp(result.x[i] - largest);
-            sum += result.x[i];
-            covolume += fluid::b[i] * result.x[i];
+            const double x = std::exp(logX[i] - largest);
+            sum += x;
+            covolume += fluid::b[i] * x;
         }
         covolume /= sum;
-        for (double& x : result.x) x /= sum;
         const double move = (largest + std::log(sum) - logU) / (1.0 + covolume * u);
         logU += std::clamp(move, -2.0, 2.0);
         if (std::abs(move) < 1e-13) break;
     }
-    result.V = covolume + 1.0 / u;
     const double rise = u - bulkU;
-    result.D = std::abs(rise) < 0.5 * bulkU ? RT * rise - (A - bulkA) * (A + bulkA)
-                                            : RT * u - A * A - bulk.P;
-    return result;
+    const double D = std::abs(rise) < 0.5 * bulkU ? RT * rise - (A - bulkA) * (A + bulkA)
+                                                  : RT * u - A * A - bulk.P;
+    return {D, covolume + 1.0 / u};
 }
 
-PhaseReference::Verdict PhaseReference::judge(double T, double V, double P) const {
+bool PhaseReference::isUnstable(double T, double V, double P, double least) const {
     const double A = sMix_ / V;
     std::vector<double> grid;
     grid.reserve(420);
@@ -138,7 +134,6 @@ PhaseReference::Verdict PhaseReference::judge(double T, double V, double P) cons
     std::sort(grid.begin(), grid.end());
     const double RT = fluid::R * T;
     double logU = -std::log(V - b_);
-    Verdict verdict;
     for (const double place : grid) {
         const double away = place - A;
         if (std::abs(away) < 0.9e-4 * A) continue;
@@ -146,7 +141,7 @@ PhaseReference::Verdict PhaseReference::judge(double T, double V, double P) cons
         const double drive = found.D * found.V / RT;
         const double rounding = 2e-12 * (RT / (V - b_) + A * A) + 1e-7 * away * away;
         const bool unstable = std::abs(away) < 0.3 * A ? found.D > rounding : drive > 1e-9;
-        if (unstable && drive > verdict.drive) verdict = {true, drive, found.V, found.x};
+        if (unstable && drive > least) return true;
     }
-    return verdict;
+    return false;
 }

@@ -18,14 +18,9 @@ class PhaseReference {
   public:
     PhaseReference();
 
-    struct Verdict {
-        bool unstable = false;
-        double drive = 0.0;  // of the most stable trial phase, where unstable
-        double V = 0.0;      // of that phase, cm3/mol
-        fluid::ComponentValues x{};
-    };
-    // T in K, V in cm3/mol, P in MPa as it belongs to them.
-    Verdict judge(double T, double V, double P) const;
+    // Whether a trial phase is more stable, by `least` in units of RT. T in K, V in cm3/mol, P in
+    // MPa as it belongs to them.
+    bool isUnstable(double T, double V, double P, double least = 0.0) const;
 
     double pressure(double T, double V) const;
 
@@ -33,7 +28,6 @@ class PhaseReference {
     struct Trial {
         double D;
         double V;
-        fluid::ComponentValues x;
     };
     struct State {
         double T;

@@ -9,7 +9,6 @@
 #include <span>
 
 #include "model/composition.h"
-#include "model/homogenisation.h"
 #include "model/ideal_gas.h"
 #include "model/van_der_waals.h"
 #include "tests/model/golden.h"
@@ -19,8 +18,7 @@ namespace {
 using fluid::MixtureProperties;
 using fluid::Property;
 
-constexpr std::size_t columns = 86;
-constexpr std::size_t otherRoad = 69;  // the first column of the derivatives at constant T or P
+constexpr std::size_t columns = 69;
 
 MixtureProperties PropertiesAt(double T, double P, double V) {
     return fluid::PropertiesOf(fluid::LastComponent, fluid::Fractions, T, P, V);
@@ -102,6 +100,7 @@ TEST(PropertiesTest, PropertiesAreDerivativesOfTheHelmholtzEnergy) {
             const double most = grown * std::max(std::abs(golden), scale);
             worst = std::max(worst, Error(*value, golden, most));
         };
+        compare(all.Z.total, P * V / RT, 0.0);
         compare(all.U.total, row[14], RT);
         compare(all.H.total, row[15], RT);
         compare(all.S.total, row[16], fluid::R);
@@ -109,6 +108,7 @@ TEST(PropertiesTest, PropertiesAreDerivativesOfTheHelmholtzEnergy) {
         compare(all.G.total, row[18], RT);
         compare(all.Cv.total, row[19], fluid::R);
         compare(all.Cp.total, row[20], 0.0, growth);
+        compare(all.heatRatio.total, row[20] / row[19], 0.0, growth);
         compare(all.compressibility.total, row[21], 0.0, growth);
         compare(all.expansion.total, row[22], 0.0, growth);
         EXPECT_EQ(all.soundSpeed.total.has_value(), row[23] > 0.0);
@@ -121,55 +121,6 @@ TEST(PropertiesTest, PropertiesAreDerivativesOfTheHelmholtzEnergy) {
             compare(components[k].entropy, row[column + 22], fluid::R, growth);
             compare(components[k].volume, row[column + 33], V, growth);
         }
-    });
-    EXPECT_LT(worst, 1e-13);
-}
-
-TEST(PropertiesTest, PropertiesKeepTheIdentitiesBetweenThem) {
-    double worst = 0.0;
-    ForEachState([&worst](const GoldenState& state) {
-        const auto& [row, T, P, V, RT, all, components] = state;
-        const double growth = Growth(state);
-        const auto compare = [&](double left, double right, double scale) {
-            const double most = std::max({std::abs(left), std::abs(right), scale});
-            worst = std::max(worst, std::abs(left - right) / (growth * most));
-        };
-        const double S = *all.S.total;
-        const double H = *all.H.total;
-        const double Cv = *all.Cv.total;
-        const double Cp = *all.Cp.total;
-        const double kappa = *all.compressibility.total;
-        const double alpha = *all.expansion.total;
-        compare(*all.G.total, H - T * S, std::abs(T * S));
-        compare(*all.A.total, *all.U.total - T * S, std::abs(T * S));
-        compare(H, *all.U.total + P * V, RT);
-        compare(*all.Z.total, P * V / RT, 0.0);
-        compare(Cp - Cv, T * V * alpha * alpha / kappa, fluid::R);
-        compare(*all.heatRatio.total, Cp / Cv, 0.0);
-        if (all.soundSpeed.total) {
-            const double mass = fluid::MolarMass(fluid::LastComponent, fluid::Fractions) / 1000.0;
-            compare(*all.soundSpeed.total * *all.soundSpeed.total, V * Cp / Cv / kappa / mass, 0.0);
-        }
-        compare(row[otherRoad], -S, fluid::R);                          // dG/dT
-        compare(row[otherRoad + 1], Cp, 0.0);                           // dH/dT
-        compare(row[otherRoad + 2], V * alpha, 0.0);                    // dV/dT
-        compare(row[otherRoad + 3], -V * alpha, 0.0);                   // dS/dP
-        compare(row[otherRoad + 4], -*all.jouleThomson.total * Cp, V);  // dH/dP
-        compare(row[otherRoad + 5], alpha / kappa, 0.0);                // dS/dV
-        std::array<double, 4> sums{};
-        for (std::size_t k = 0; k < state.count(); ++k) {
-            const double x = fluid::Fractions[k];
-            const auto& component = components[k];
-            compare(row[otherRoad + 6 + fluid::ComponentIndex[k]], *component.volume, V);
-            sums[0] += x * *component.chemicalPotential;
-            sums[1] += x * *component.enthalpy;
-            sums[2] += x * *component.entropy;
-            sums[3] += x * *component.volume;
-        }
-        compare(sums[0], *all.G.total, RT);
-        compare(sums[1], H, RT);
-        compare(sums[2], S, fluid::R);
-        compare(sums[3], V, 0.0);
     });
     EXPECT_LT(worst, 1e-13);
 }
@@ -245,31 +196,6 @@ TEST(PropertiesTest, DiluteGasTendsToTheIdealOneBySmallResiduals) {
           all.compressibility, all.expansion, all.soundSpeed}) {
         EXPECT_LT(RelativeError(*property.idealGas, *property.total), 1e-6);
     }
-}
-
-TEST(PropertiesTest, CoexistingPhasesHaveEqualPotentials) {
-    int compared = 0;
-    for (const auto& row : ReadGolden("phase_equilibria.csv", 27)) {
-        Accept(std::span(row).first(fluid::ComponentCount));
-        for (const auto kind :
-             {fluid::Homogenisation::IntoLiquid, fluid::Homogenisation::IntoVapour}) {
-            for (const auto& pair :
-                 fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions,
-                                                 fluid::Given::Temperature, row[11 + 1], kind)) {
-                const auto in = [&pair](const fluid::ComponentValues& x, double V) {
-                    return fluid::ComponentPropertiesOf(fluid::LastComponent, x, pair.T, pair.P, V);
-                };
-                const auto liquid = in(pair.x, pair.Vx);
-                const auto vapour = in(pair.y, pair.Vy);
-                for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
-                    EXPECT_NEAR(*liquid[k].chemicalPotential, *vapour[k].chemicalPotential,
-                                1e-8 * fluid::R * pair.T);
-                    ++compared;
-                }
-            }
-        }
-    }
-    EXPECT_GT(compared, 50);
 }
 
 }  // namespace

@@ -166,6 +166,23 @@ PhaseGuess Spoilt(PhaseGuess guess) {
     return guess;
 }
 
+// The bulk is one of two phases, and stable unless it is said to split in another way.
+void DemandTrue(const HomogenisationResult& result, Homogenisation kind) {
+    if (result.outcome != Outcome::Converged) return;
+    const PhasePair& pair = result.phases;
+    DemandPair(pair);
+    const bool isLiquid = kind == Homogenisation::IntoLiquid;
+    const ComponentValues& bulk = isLiquid ? pair.x : pair.y;
+    const auto isSame = [](double x, double y) { return std::abs(x - y) < 1e-9; };
+    Demand(std::equal(z.begin(), z.end(), bulk.begin(), isSame), "another bulk");
+    Demand(pair.Vy / pair.Vx > 1.0 + 1e-5, "one phase as two");
+    const auto boundary = FindBoundary(last, z, isLiquid ? pair.Vx : pair.Vy);
+    if (pair.P > 1e4 || !boundary) return;
+    const double off = pair.T / boundary->T - 1.0;
+    const bool isStable = result.stability == Stability::Stable;
+    Demand(isStable ? std::abs(off) < 1e-6 : off < 1e-9, "stable and not so");
+}
+
 void Homogenisations() {
     const Given given = draw() % 2 == 0 ? Given::Temperature : Given::Pressure;
     const double value = given == Given::Temperature ? T : P;
@@ -175,14 +192,23 @@ void Homogenisations() {
             DemandPair(pair);
             guess = HomogenisationApproach(given, pair);
         }
-        const auto result = IterateHomogenisation(last, z, given, value, kind, Spoilt(guess));
-        if (result.outcome == Outcome::Converged) DemandPair(result.phases);
+        DemandTrue(IterateHomogenisation(last, z, given, value, kind, Spoilt(guess)), kind);
     }
     const EquilibriumApproach approach = FindEquilibriumApproach(last, z, T, V);
     const double share = draw() % 2 == 0 ? approach.volumeFraction : Near(1.0);
     const auto result = IterateEquilibrium(last, z, T, V, share, Spoilt(approach.guess));
     DemandFinite(approach.volumeFraction, result.volumeFraction);
-    if (result.outcome == Outcome::Converged) DemandPair(result.phases);
+    if (result.outcome != Outcome::Converged) return;
+    const PhasePair& pair = result.phases;
+    DemandPair(pair);
+    // In much larger volumes a fraction of the volume has no digit of the denser phase.
+    if (!result.fractionInRange || V > 1e6 * std::min(pair.Vx, pair.Vy)) return;
+    const double partY = result.volumeFraction * V / pair.Vy;
+    const double partX = (1.0 - result.volumeFraction) * V / pair.Vx;
+    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+        const double off = std::abs(partX * pair.x[k] + partY * pair.y[k] - z[k]);
+        Demand(off < 1e-7, "phases of another bulk");
+    }
 }
 
 void Boundaries() {

@@ -252,7 +252,7 @@ TEST_F(AccessibilityTest, MessagesAndResultsAreSpokenAlsoTwice) {
     expectTwice("Pressure 14.260677628779192 MPa");
 }
 
-TEST_F(AccessibilityTest, LastRowOfALongTableIsReached) {
+TEST_F(AccessibilityTest, LastRowOfALongTableIsReachedAndOnlyTheTextsInSightAreMade) {
     openProcedure({{"H2O", "1"}}, "Isochores", "IsochoreWindow");
     for (const auto& [entry, characters] : tests::Composition{{"dataEntryV", "80"},
                                                               {"dataEntryT1", "200"},
@@ -270,26 +270,12 @@ TEST_F(AccessibilityTest, LastRowOfALongTableIsReached) {
     EXPECT_EQ(nameOf(cell), "299.999");
     EXPECT_TRUE(atk_table_is_row_selected(table, 99'999));
     g_object_unref(cell);
-}
-
-TEST_F(AccessibilityTest, EnterCalculatesAndCtrlQEndsInEveryWindow) {
-    for (int i = 0; i < 3; ++i) {
-        openProcedure({{"H2O", "1"}}, "Pressures", "PressureWindow");
-    }
-    const auto open = owner.screens();
-    ASSERT_EQ(open.size(), 4U);
-    for (std::size_t i = open.size() - 1; i > 0; --i) {
-        robot.use(*open[i]);
-        robot.enter("dataEntryV", "80");
-        robot.press("Tab");
-        robot.type("600");
-        robot.press("Return");
-        EXPECT_TRUE(robot.control("dataEntryT").hasFocus());
-        EXPECT_NE(text("Result"), "") << i;
-    }
-    robot.use(*open[2]);
-    robot.press("Control_L+q");
-    EXPECT_EQ(openScreens(), Names{});
+    std::size_t made = 0;
+    auto& list = dynamic_cast<toolkit::List&>(robot.control("ListBox1"));
+    list.setTable(100'000, [&made](std::size_t) { return ++made, toolkit::List::Row(3, "1"); });
+    robot.settle();
+    EXPECT_TRUE(made > 0 && made < 1000) << made;
+    list.clear();
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "tests/screens/screen_test.h"
-#include "toolkit/list.h"
 #include "toolkit/number_text.h"
 #include "toolkit/plot.h"
 
@@ -21,9 +20,6 @@ class CriticalScreensTest : public tests::ScreenTest {
     }
     void openSpinodal(const tests::Composition& composition) {
         openProcedure(composition, "Spinodal", "SpinodalWindow");
-    }
-    std::vector<toolkit::List::Row> rows() const {
-        return dynamic_cast<const toolkit::List&>(robot.control("ListBox1")).rows();
     }
     /// One column of the table, each cell with a "|" behind it.
     std::string column(std::size_t number) const {

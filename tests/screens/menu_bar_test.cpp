@@ -83,6 +83,8 @@ TEST_F(MenuBarTest, UndoGoesBackThroughEveryKindOfChange) {
     robot.click("dataEntryV");
     robot.press("Control_L+z");
     EXPECT_EQ(text("DensityResult").substr(0, 24), "corresponding density = ");
+    robot.press("Control_L+q");
+    EXPECT_TRUE(owner.screens().empty());
 }
 
 TEST_F(MenuBarTest, ItemsAreSensitiveWhereTheyWouldDoSomething) {

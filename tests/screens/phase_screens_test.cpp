@@ -8,7 +8,6 @@
 
 #include "tests/screens/screen_test.h"
 #include "toolkit/clipboard.h"
-#include "toolkit/list.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -20,9 +19,6 @@ class PhaseScreensTest : public tests::ScreenTest {
     }
     void openLiquidVapour() {
         openProcedure({{"CO2", "0.7"}, {"CH4", "0.3"}}, "LiquidVapour", "LiquidVapourEq");
-    }
-    std::vector<toolkit::List::Row> rows(const std::string& list) const {
-        return dynamic_cast<const toolkit::List&>(robot.control(list)).rows();
     }
     std::string cell(const std::string& list, std::size_t row, std::size_t column) const {
         const auto all = rows(list);

@@ -31,10 +31,6 @@ void RootScreenTest::expectSlope(double expected, double tolerance) const {
     EXPECT_LT(RelativeError(value.value_or(0.0), expected), tolerance) << shown;
 }
 
-std::vector<toolkit::List::Row> RootScreenTest::rows() const {
-    return dynamic_cast<const toolkit::List&>(robot.control("ListBox1")).rows();
-}
-
 void RootScreenTest::expectGases(
     const std::vector<double>& row,
     const std::function<void(std::size_t, std::size_t)>& compare) const {

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "tests/screens/screen_test.h"
-#include "toolkit/list.h"
 
 namespace tests {
 
@@ -22,7 +21,6 @@ class RootScreenTest : public ScreenTest {
     std::string captions() const { return texts({"Choice0", "Choice1", "Choice2"}); }
     /// Expects the verdict on the stability that belongs to this slope in MPa·mol/cm3.
     void expectSlope(double expected, double tolerance) const;
-    std::vector<toolkit::List::Row> rows() const;
     /// Expects a line of the list for each gas of a golden row, and gives the line and the gas to
     /// `compare`.
     void expectGases(const std::vector<double>& row,

@@ -130,6 +130,10 @@ std::string ScreenTest::texts(const std::vector<std::string>& controls) const {
     return joined;
 }
 
+std::vector<toolkit::List::Row> ScreenTest::rows(const std::string& list) const {
+    return dynamic_cast<const toolkit::List&>(robot.control(list)).rows();
+}
+
 double ScreenTest::number(const std::string& control) const {
     const auto value = toolkit::parseNumber(text(control));
     EXPECT_TRUE(value.has_value()) << control << " shows \"" << text(control) << '"';

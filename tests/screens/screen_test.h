@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/window_owner.h"
+#include "toolkit/list.h"
 #include "tour/robot.h"
 
 namespace tests {
@@ -49,6 +50,7 @@ class ScreenTest : public testing::Test {
     std::string text(const std::string& control) const { return robot.text(control); }
     /// The texts of these controls, each with a "|" behind it.
     std::string texts(const std::vector<std::string>& controls) const;
+    std::vector<toolkit::List::Row> rows(const std::string& list = "ListBox1") const;
     /// The number that the control shows; fails the test where it shows none.
     double number(const std::string& control) const;
     bool isOn(const std::string& radioButton) const;

@@ -12,35 +12,26 @@ constexpr double zeroCelsius = 273.15;
 const std::string noState = "warning: put a number for temperature and molar volume";
 
 /// The screens that start from a molar volume or a density.
-class PressureWindowTest : public tests::ScreenTest {
+class VolumeScreensTest : public tests::ScreenTest {
   protected:
-    void open(const tests::Composition& fractions = {{"H2O", "1"}}) {
-        openProcedure(fractions, "Pressures", "PressureWindow");
+    void open(const std::string& wanted, const tests::Composition& fractions = {{"H2O", "1"}}) {
+        openProcedure(fractions, wanted + "s", wanted + "Window");
     }
-    void calculate(const std::string& volume, const std::string& temperature) {
+    void calculate(const std::string& volume, const std::string& temperatureOrPressure) {
+        const bool isPressureWanted = robot.screen().name() == "PressureWindow";
         robot.enter("dataEntryV", volume);
-        robot.enter("dataEntryT", temperature);
+        robot.enter(isPressureWanted ? "dataEntryT" : "dataEntryP", temperatureOrPressure);
         robot.press("Return");
     }
 };
-
-class TemperatureWindowTest : public tests::ScreenTest {
-  protected:
-    void open(const tests::Composition& fractions = {{"H2O", "1"}}) {
-        openProcedure(fractions, "Temperatures", "TemperatureWindow");
-    }
-    void calculate(const std::string& volume, const std::string& pressure) {
-        robot.enter("dataEntryV", volume);
-        robot.enter("dataEntryP", pressure);
-        robot.press("Return");
-    }
-};
+using PressureWindowTest = VolumeScreensTest;
+using TemperatureWindowTest = VolumeScreensTest;
 
 // The last temperature lives as long as the process: this suite runs in one of its own.
-using FirstTemperatureTest = TemperatureWindowTest;
+using FirstTemperatureTest = VolumeScreensTest;
 
 TEST_F(FirstTemperatureTest, BeforeAnyCalculationKelvinIsZeroAndCelsiusNothing) {
-    open();
+    open("Temperature");
     EXPECT_EQ(texts({"ResultT", "Label1"}), "|Kelvin|");
     robot.click("Celsius");
     EXPECT_EQ(texts({"ResultT", "Label1"}), "|˚Celsius|");
@@ -50,7 +41,7 @@ TEST_F(FirstTemperatureTest, BeforeAnyCalculationKelvinIsZeroAndCelsiusNothing) 
 
 TEST_F(PressureWindowTest, ShowsThePressureAndTheEchoOfTheTypedState) {
     for (const auto& row : ReadGolden("pressures.csv", 17)) {
-        open(tests::fractionsOf(row));
+        open("Pressure", tests::fractionsOf(row));
         const bool isDensity = row[12] > 0.0;
         robot.click(row[11] > 0.0 ? "Celsius" : "Kelvin");
         robot.click(isDensity ? "kgm3" : "cm3mol");
@@ -70,7 +61,7 @@ TEST_F(PressureWindowTest, ShowsThePressureAndTheEchoOfTheTypedState) {
 
 TEST_F(TemperatureWindowTest, ShowsTheTemperatureInBothUnits) {
     for (const auto& row : ReadGolden("temperatures.csv", 16)) {
-        open(tests::fractionsOf(row));
+        open("Temperature", tests::fractionsOf(row));
         const bool isCelsius = row[11] > 0.0;
         robot.click(row[12] > 0.0 ? "kgm3" : "cm3mol");
         robot.click(isCelsius ? "Celsius" : "Kelvin");
@@ -102,7 +93,7 @@ TEST_F(PressureWindowTest, WarnsOfWhatIsNoStateAndNeverShowsAnInfinity) {
         {"Celsius", "cm3mol", "80", "-273.2"}, {"Celsius", "kgm3", "0", "20"},
         {"Celsius", "kgm3", "-0.5", "20"},     {"Celsius", "kgm3", "1e-310", "20"},
         {"Celsius", "cm3mol", "", "ice"}};
-    open();
+    open("Pressure");
     for (const Case& c : refused) {
         robot.click(c.temperatureUnit);
         robot.click(c.volumeUnit);
@@ -135,7 +126,7 @@ TEST_F(TemperatureWindowTest, WarnsInTheOrderOfTheChecksAndShowsNoTemperatureBel
         {"cm3mol", "80", "", negative},         {"cm3mol", "80", "none", negative},
         {"cm3mol", "80", "-0.5", negative},     {"cm3mol", "80", "-500", negative, -500.0, 80.0},
         {"cm3mol", "20", "10", "", 10.0, 20.0}, {"cm3mol", "20", "", negative, 0.0, 20.0}};
-    open();
+    open("Temperature");
     calculate("30.480996041696883", "-1e6");  // the co-volume
     EXPECT_EQ(text("warning"), negative + "Warning: temperature = 0 K");
     for (const Case& c : cases) {
@@ -162,7 +153,7 @@ TEST_F(TemperatureWindowTest, WarnsInTheOrderOfTheChecksAndShowsNoTemperatureBel
     EXPECT_LT(number("ResultT"), 0.0);
     calculate("80", "5");
     const std::string last = text("ResultT");
-    open({{"CO2", "1"}});
+    open("Temperature", {{"CO2", "1"}});
     robot.click("Celsius");
     robot.click("Kelvin");
     EXPECT_EQ(text("ResultT"), last) << "each screen has a last temperature of its own";
@@ -210,11 +201,11 @@ TEST_F(PressureWindowTest, ChangesEmptyTheResultTheWarningAndTheirOwnEntryOnly) 
 }
 
 TEST_F(PressureWindowTest, OpenScreensCalculateWithTheLatestComposition) {
-    open({{"CO2", "1"}});
+    open("Pressure", {{"CO2", "1"}});
     toolkit::Screen& first = robot.screen();
     calculate("80", "300");
     const std::string ofCarbonDioxide = text("Result");
-    open({{"CH4", "1"}});
+    open("Pressure", {{"CH4", "1"}});
     calculate("80", "300");
     const std::string ofMethane = text("Result");
     ASSERT_NE(ofMethane, ofCarbonDioxide);

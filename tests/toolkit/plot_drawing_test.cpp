@@ -3,13 +3,9 @@
 #include <cairo-svg.h>
 #include <cairo.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <memory>
 #include <string>
@@ -160,25 +156,6 @@ TEST(PlotDrawingTest, LongSeriesKeepTheirPeaksAndGapsAndFewOfTheirPoints) {
             EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf(75'000.0, 0.0)));
             EXPECT_FALSE(picture.isColoured(*picture.frame->placeOf(25'000.0, 0.0)));
         }
-    }
-}
-
-TEST(PlotDrawingTest, MissingDriverIsToldWithoutAQuestion) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const auto drawsNothing = [](const char* information) {
-        const auto drivers =
-            std::filesystem::temp_directory_path() / ("drivers" + std::to_string(getpid()));
-        std::filesystem::create_directory(drivers);
-        if (*information != '\0') {
-            std::ofstream(drivers / "null.driver_info") << information;
-        }
-        setenv("PLPLOT_DRV_DIR", drivers.c_str(), 1);
-        const bool isDrawn = Picture(PlotSeries()).frame || Picture(PlotSeries()).frame;
-        std::filesystem::remove_all(drivers);
-        _exit(isDrawn ? EXIT_FAILURE : EXIT_SUCCESS);
-    };
-    for (const char* const information : {"", "null:Null device:-1:null:42:null\n"}) {
-        EXPECT_EXIT(drawsNothing(information), testing::ExitedWithCode(EXIT_SUCCESS), "^$");
     }
 }
 
