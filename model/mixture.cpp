@@ -53,4 +53,9 @@ double ColdestT(const Mixture& mixture) {
     return 2.0 * mixture.largestARoot * mixture.densestA / (R * LargestExponent);
 }
 
+double AbsurdT(const Mixture& mixture) {
+    constexpr double Share = 0.01;
+    return Share * ColdestT(mixture);
+}
+
 }  // namespace fluid

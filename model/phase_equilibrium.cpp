@@ -233,7 +233,8 @@ Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) 
     const Pair pair(components, phases);
     const TrialCurve& bulk = bulkIsX ? pair.X : pair.Y;
     const TrialCurve& other = bulkIsX ? pair.Y : pair.X;
-    if (!(pair.X.u() > 0.0 && pair.Y.u() > 0.0)) return {Outcome::NoSolution, Stability::Stable};
+    const bool isPossible = pair.X.u() > 0.0 && pair.Y.u() > 0.0 && phases.T >= AbsurdT(components);
+    if (!isPossible) return {Outcome::NoSolution, Stability::Stable};
     const Outcome refused = LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution;
     const double tolerance = std::max(FugacityTolerance, Sharpness(pair));
     if (!InEquilibrium(pair, tolerance)) return {refused, Stability::Stable};

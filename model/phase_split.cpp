@@ -588,6 +588,7 @@ std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double
     const bool hasNumbers = std::isfinite(1.0 / (V - mixture.bMix)) &&
                             std::isfinite(1.0 / (R * T)) && mixture.aRootMix / V > 0.0;
     if (!hasNumbers) return {};
+    if (T < AbsurdT(mixture)) return PhaseSplit{};
     std::optional<PhaseSplit> split = BestSplit(mixture, T, V);
     if (split && split->found) split->found = HasRoom(mixture, split->phases);
     return split;

@@ -411,7 +411,7 @@ TEST(PhaseIteration, GarbageEndsInATrueResultOrNone) {
         }
         for (const auto& [T, V] : {std::pair{bad, 100.0}, {220.0, bad}}) {
             const auto start = fluid::FindEquilibriumApproach(last, fluid::Fractions, T, V);
-            EXPECT_EQ(start.kind, Kind::Homogeneous);
+            EXPECT_TRUE(start.kind == Kind::Homogeneous || start.kind == Kind::NotFound);
         }
         for (const auto& [T, V, P, F] :
              {std::array{bad, 100.0, 1.0, 0.5}, std::array{220.0, bad, 1.0, 0.5},
