@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <random>
 #include <span>
@@ -68,7 +69,8 @@ TEST(CriticalPointTest, PointsAreThoseOfSixtyDigits) {
 
 // Other mixtures: --gtest_shuffle --gtest_repeat=100
 TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalledStable) {
-    std::mt19937_64 random(testing::UnitTest::GetInstance()->random_seed());
+    std::mt19937_64 random(
+        static_cast<std::uint64_t>(testing::UnitTest::GetInstance()->random_seed()));
     double worst = 0.0;  // of the conditions
     std::array<int, 5> counts{};
     std::array<int, 4> kinds{};
