@@ -1,4 +1,4 @@
-"""Writes phases.csv, activities.csv and saturation.csv beside this script; needs mpmath.
+"""Writes phases.csv and activities.csv beside this script; needs mpmath.
 
 The volume is a root of the cubic for the exact parameters of the composition; ln phi and the
 partial molar volumes come from numerical derivatives of the Helmholtz energy in 60 digits, not
@@ -8,7 +8,7 @@ from the closed formulas of the model.
 import random
 from pathlib import Path
 
-from mpmath import diff, exp, findroot, log, mp, mpf, polyroots, sqrt
+from mpmath import diff, exp, log, mp, mpf, polyroots, sqrt
 
 from gases import ALL_ELEVEN, Mixture, R, counts_of, pure, write
 
@@ -21,10 +21,6 @@ ACTIVITIES_HEAD = """\
 # Activities against the pure real gases at T and the reference pressure, their volumes taken at T
 # and P, in 60 digits, by make_phases.py.
 # eleven counts of 1e-12,T,P,number of the root,reference P,eleven pure volumes,eleven activities
-"""
-SATURATION_HEAD = """\
-# Vapour pressures of the pure van der Waals fluids by equal areas, by make_phases.py.
-# index,T,P,V of the liquid,V of the vapour
 """
 MIXTURES = [
     counts_of(H2O=0.7, H2=0.3), counts_of(H2O=0.85, CO2=0.15), counts_of(CO2=1e-12, CH4=1 - 1e-12),
@@ -124,29 +120,5 @@ def activity_rows():
                    *spread(mixture, pure_volumes), *spread(mixture, activities)]
 
 
-def saturation_rows():
-    for i, t_reduced in enumerate((0.3, 0.4, 0.5, 0.6, 0.7, 0.8, 0.9, 0.95, 0.98, 0.99, 0.995)):
-        mixture = Mixture(pure(i))
-        t = mpf(float(t_reduced * 8 * mixture.a / (27 * mixture.b * R)))
-
-        def unequal_areas(p):
-            found = volumes(mixture, t, p)
-            low, high = found[1], found[2]
-            area = R * t * log((high - mixture.b) / (low - mixture.b))
-            area += mixture.a * (1 / high - 1 / low)
-            return area - p * (high - low)
-
-        # Between the extrema of the isotherm the areas differ in sign.
-        found = polyroots([2, -4, 2, -R * t * mixture.b / mixture.a])
-        y_gas, y_liquid = sorted(y.real for y in found)[:2]
-        extrema = [pressure(mixture, [1], t, mixture.b / y) for y in (y_liquid, y_gas)]
-        low = max(extrema[0], extrema[1] * mpf(10) ** -9) * (1 + mpf(10) ** -20)
-        high = extrema[1] * (1 - mpf(10) ** -20)
-        p = findroot(unequal_areas, (low, high), solver="anderson", tol=mpf(10) ** -60)
-        found = volumes(mixture, t, p)
-        yield [i, float(t), float(p), found[1], found[2]]
-
-
 write(FOLDER / "phases.csv", PHASES_HEAD, phase_rows())
 write(FOLDER / "activities.csv", ACTIVITIES_HEAD, activity_rows())
-write(FOLDER / "saturation.csv", SATURATION_HEAD, saturation_rows())
