@@ -293,20 +293,23 @@ HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
     const double before = findsP ? 0.9 * guess.unknown : guess.unknown - 10.0;
     Secant secant{before, guess.unknown, -0.01, 0.01};
     const auto fraction = [intoLiquid] { return intoLiquid ? 0.0 : 1.0; };
+    std::optional<Verdict> verdict;  // on a first approach that stands
     const auto stands = [&] {
         const ComponentValues& kept = intoLiquid ? phases.x : phases.y;
         for (std::size_t i = 0; i < bulk.count; ++i) {
             if (!(std::abs(kept[i] - pair.z[i]) <= Exact * pair.z[i])) return false;
         }
-        return IsExact(Pair(bulk, phases)) &&
-               Judge(bulk, phases, intoLiquid).outcome == Outcome::Converged;
+        if (!IsExact(Pair(bulk, phases))) return false;
+        verdict = Judge(bulk, phases, intoLiquid);
+        if (verdict->outcome != Outcome::Converged) verdict.reset();
+        return verdict.has_value();
     };
     if (!Converge(pair, secant, unknown, fraction, stands, result.iterations)) return result;
-    const Verdict verdict = Judge(bulk, phases, intoLiquid);
-    const bool reversed = verdict.outcome == Outcome::Converged && phases.Vx > phases.Vy;
-    result.outcome = reversed ? Outcome::NoSolution : verdict.outcome;
+    if (!verdict) verdict = Judge(bulk, phases, intoLiquid);
+    const bool reversed = verdict->outcome == Outcome::Converged && phases.Vx > phases.Vy;
+    result.outcome = reversed ? Outcome::NoSolution : verdict->outcome;
     if (result.outcome == Outcome::NoSolution) return result;
-    result.stability = verdict.stability;
+    result.stability = verdict->stability;
     result.phases = phases;
     return result;
 }
@@ -379,8 +382,9 @@ EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const
     pair.evaluatePhases();
     double share = 0.0;
     const auto known = ShareOf(pair.z, bulk.count, V, phases);
-    if (known && IsExact(Pair(bulk, phases)) &&
-        Judge(bulk, phases, true).outcome == Outcome::Converged) {
+    std::optional<Verdict> verdict;  // on a first approach that stands
+    if (known && IsExact(Pair(bulk, phases))) verdict = Judge(bulk, phases, true);
+    if (verdict && verdict->outcome == Outcome::Converged) {
         result.iterations = 1;
         share = Snapped(*known, V, phases);
     } else {
@@ -394,14 +398,14 @@ EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const
         const auto never = [] { return false; };
         if (!Converge(pair, secant, phases.P, fraction, never, result.iterations)) return result;
         share = Snapped(LeverRule(V, phases), V, phases);
+        verdict = Judge(bulk, phases, true);
     }
-    const Verdict verdict = Judge(bulk, phases, true);
-    result.outcome = verdict.outcome;
-    if (verdict.outcome == Outcome::Converged && !std::isfinite(share)) {
+    result.outcome = verdict->outcome;
+    if (verdict->outcome == Outcome::Converged && !std::isfinite(share)) {
         result.outcome = Outcome::NoSolution;
     }
     if (result.outcome == Outcome::NoSolution) return result;
-    result.stability = verdict.stability;
+    result.stability = verdict->stability;
     result.swapped = phases.Vx > phases.Vy;
     result.phases = phases;
     if (result.outcome == Outcome::Trivial) return result;
