@@ -6,7 +6,7 @@
 
 #include "procedures/explanations.h"
 #include "procedures/inclusion_picture.h"
-#include "procedures/phase_curves.h"
+#include "procedures/stability_text.h"
 #include "procedures/units.h"
 #include "toolkit/number_text.h"
 

@@ -9,6 +9,7 @@
 
 #include "model/fluid_model.h"
 #include "procedures/explanations.h"
+#include "procedures/stability_text.h"
 #include "procedures/units.h"
 #include "toolkit/number_text.h"
 

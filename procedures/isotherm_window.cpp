@@ -9,7 +9,7 @@
 
 #include "model/fluid_model.h"
 #include "model/spinodal.h"
-#include "procedures/phase_curves.h"
+#include "procedures/stability_text.h"
 #include "procedures/units.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "procedures/explanations.h"
-#include "procedures/phase_curves.h"
+#include "procedures/stability_text.h"
 #include "procedures/units.h"
 #include "toolkit/number_text.h"
 

@@ -1,27 +1,11 @@
 #include "procedures/phase_curves.h"
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
 #include <limits>
 
 #include "model/fluid_model.h"
 
 namespace procedures {
-
-const char* stabilityName(fluid::Stability stability) {
-    constexpr std::array<const char*, 4> names = {"stable", "meta-stable", "unstable",
-                                                  "not examined"};
-    return names[static_cast<std::size_t>(stability)];
-}
-
-std::string splitSentence(fluid::Stability stability) {
-    if (stability == fluid::Stability::Stable) {
-        return "";
-    }
-    return std::string("this equilibrium is ") + stabilityName(stability) +
-           ": the fluid would rather split in another way";
-}
 
 ShownPressures::ShownPressures(const fluid::CriticalPoints& critical) {
     const double pseudo = fluid::FindPseudoCriticalPoint(fluid::LastComponent, fluid::Fractions).P;

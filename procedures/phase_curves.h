@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "model/critical_point.h"
@@ -9,12 +8,6 @@
 #include "toolkit/plot.h"
 
 namespace procedures {
-
-/// "stable", "meta-stable", "unstable" or "not examined".
-const char* stabilityName(fluid::Stability stability);
-
-/// What is said of an equilibrium whose bulk is not stable; empty for a stable one.
-std::string splitSentence(fluid::Stability stability);
 
 /// The pressures in MPa that a diagram of the present composition shows.
 struct ShownPressures {
