@@ -70,8 +70,7 @@ void BubbleDewPoint::connectHandlers() {
     approachX.list.onCellTextChange(this, &BubbleDewPoint::ListBoxPhaseX_CellTextChange);
     approachY.list.onCellTextChange(this, &BubbleDewPoint::ListBoxPhaseY_CellTextChange);
     Clear.onClick(this, &BubbleDewPoint::Clear_Action);
-    temperature.Celsius.onChoose(this, &BubbleDewPoint::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &BubbleDewPoint::Kelvin_Action);
+    temperature.onChange(this, &BubbleDewPoint::temperatureUnitChosen);
     Explanations.onClick(this, &BubbleDewPoint::Explanations_Action);
 }
 
@@ -145,7 +144,7 @@ void BubbleDewPoint::showGivenQuantity() {
         unit = "MPa";
     } else if (RadioButtonPh.isOn()) {
         quantity = "Homogenization Temperature";
-        unit = degreeUnit(temperature.Celsius.isOn());
+        unit = temperature.unitText();
     }
     Homogen.setText(quantity);
     Homogen2.setText(quantity);
@@ -215,20 +214,12 @@ void BubbleDewPoint::Clear_Action() {
 }
 
 void BubbleDewPoint::temperatureUnitChosen() {
-    StaticText3.setText(degreeUnit(temperature.Celsius.isOn()));
+    StaticText3.setText(temperature.unitText());
     if (RadioButtonTh.isOn()) {
         dataEntryTh.setText("");
     }
     showGivenQuantity();
     emptyAll();
-}
-
-void BubbleDewPoint::Celsius_Action() {
-    temperatureUnitChosen();
-}
-
-void BubbleDewPoint::Kelvin_Action() {
-    temperatureUnitChosen();
 }
 
 void BubbleDewPoint::Explanations_Action() {
@@ -294,7 +285,7 @@ std::string BubbleDewPoint::nowhereSentence() const {
         const fluid::Mixture mixture = fluid::MixtureOf(fluid::LastComponent, fluid::Fractions);
         return "not examined below " +
                toolkit::resultText(temperature.fromKelvin(ColdestT(mixture)), volumeDecimals) +
-               " " + degreeUnit(temperature.Celsius.isOn()) +
+               " " + temperature.unitText() +
                " or above 10000 MPa, the first approach is an estimate only";
     }
     return noPoint;

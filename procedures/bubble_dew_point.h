@@ -38,8 +38,6 @@ class BubbleDewPoint : public toolkit::Screen {
     void ListBoxPhaseX_CellTextChange();
     void ListBoxPhaseY_CellTextChange();
     void Clear_Action();
-    void Celsius_Action();
-    void Kelvin_Action();
     void Explanations_Action();
 
     void connectHandlers();
@@ -76,7 +74,7 @@ class BubbleDewPoint : public toolkit::Screen {
     toolkit::RadioButton RadioButtonPh{quantityGroup, "RadioButtonPh", " Homogenization Pressure"};
     toolkit::Entry dataEntryPh{"dataEntryPh", 16};
     toolkit::Label StaticText4{"StaticText4", "MPa"};
-    TemperatureUnit temperature{"GroupBox2"};
+    TemperatureUnit temperature{"GroupBox2", "\u00B0Celsius"};
     toolkit::RadioGroup modeGroup;
     toolkit::GroupBox modeBox{"GroupBox4", "Homogenization into"};
     toolkit::RadioButton LiquidMode{modeGroup, "LiquidMode", " liquid (bubble point)"};

@@ -41,8 +41,7 @@ CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
     PlotAll.turnOn();
     calculate.onClick(this, &CriticalPointWindow::calculate_Action);
     Explanations.onClick(this, &CriticalPointWindow::Explanations_Action);
-    temperature.Celsius.onChoose(this, &CriticalPointWindow::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &CriticalPointWindow::Kelvin_Action);
+    temperature.onChange(this, &CriticalPointWindow::calculate_Action);
     PlotAll.onChoose(this, &CriticalPointWindow::PlotAll_Action);
     PlotLow.onChoose(this, &CriticalPointWindow::PlotLow_Action);
     Temperature.setTarget(ResultT, Label1);
@@ -78,14 +77,6 @@ void CriticalPointWindow::Event_Activate() {
 
 void CriticalPointWindow::Explanations_Action() {
     host().open(std::make_unique<ExplainCritical>(host()));
-}
-
-void CriticalPointWindow::Celsius_Action() {
-    calculate_Action();
-}
-
-void CriticalPointWindow::Kelvin_Action() {
-    calculate_Action();
 }
 
 void CriticalPointWindow::PlotAll_Action() {

@@ -26,8 +26,6 @@ class CriticalPointWindow : public toolkit::Screen {
   private:
     void calculate_Action();
     void Explanations_Action();
-    void Celsius_Action();
-    void Kelvin_Action();
     void PlotAll_Action();
     void PlotLow_Action();
 

@@ -32,24 +32,21 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
                     .lastEntry = "dataEntryT2"},
                    {"Temperature", "Pressure", "State"}, {21, 22, 12}) {
     using toolkit::Block;
-    volume.dataEntryV.onTextChange(this, &IsochoreWindow::dataEntryV_TextChange);
-    volume.kgm3.onChoose(this, &IsochoreWindow::kgm3_Action);
-    volume.cm3mol.onChoose(this, &IsochoreWindow::cm3mol_Action);
-    temperature.Celsius.onChoose(this, &IsochoreWindow::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &IsochoreWindow::Kelvin_Action);
+    volume.onChange(this, &IsochoreWindow::emptyResults);
+    temperature.onChange(this, &IsochoreWindow::temperatureUnitChosen);
     firstCaption.setText("First Temperature");
     lastCaption.setText("Last Temperature");
     stepCaption.setText("Temperature Step");
     Homogenisation.wrapAt(sentenceWidth);
     const Block entries =
-        toolkit::grid({{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unit},
+        toolkit::grid({{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel},
                        {firstCaption, Block(first).expanding(), firstUnit},
                        {lastCaption, Block(last).expanding(), lastUnit},
                        {stepCaption, Block(dataEntryStep).expanding(), stepUnit}});
-    const Block inputs =
-        toolkit::column({toolkit::row({entries.expanding(),
-                                       toolkit::column({volume.unitBlock(), temperature.block()})}),
-                         volume.DensityResult});
+    const Block inputs = toolkit::column(
+        {toolkit::row(
+             {entries.expanding(), toolkit::column({volume.unit.block(), temperature.block()})}),
+         volume.DensityResult});
     layOut(inputs, Homogenisation);
     setFocus(volume.dataEntryV);
 }
@@ -74,37 +71,11 @@ void IsochoreWindow::Clear_Action() {
     SeriesScreen::Clear_Action();
 }
 
-void IsochoreWindow::dataEntryV_TextChange() {
-    volume.showEcho();
-    emptyResults();
-}
-
-void IsochoreWindow::volumeUnitChosen() {
-    volume.unitChosen();
-    emptyResults();
-}
-
-void IsochoreWindow::kgm3_Action() {
-    volumeUnitChosen();
-}
-
-void IsochoreWindow::cm3mol_Action() {
-    volumeUnitChosen();
-}
-
 void IsochoreWindow::temperatureUnitChosen() {
     first.setText("");
     last.setText("");
     showUnits();
     emptyResults();
-}
-
-void IsochoreWindow::Celsius_Action() {
-    temperatureUnitChosen();
-}
-
-void IsochoreWindow::Kelvin_Action() {
-    temperatureUnitChosen();
 }
 
 bool IsochoreWindow::isUsable(const std::optional<ValueRange>& temperatures) {

@@ -27,15 +27,9 @@ class IsochoreWindow : public SeriesScreen {
 
     void calculate_Action() override;
     void Clear_Action() override;
-    void dataEntryV_TextChange();
-    void kgm3_Action();
-    void cm3mol_Action();
-    void Celsius_Action();
-    void Kelvin_Action();
 
     void emptyResults() override;
     void showUnits() override;
-    void volumeUnitChosen();
     void temperatureUnitChosen();
     bool isUsable(const std::optional<ValueRange>& temperatures);
     void show(Isochore isochore, const ValueRange& temperatures);

@@ -67,10 +67,8 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
                    {"", "", "", "State"}, {18, 22, 21, 10}) {
     using toolkit::Block;
     dataEntryT.onTextChange(this, &IsothermWindow::entry_TextChange);
-    volumeUnitChoice.kgm3.onChoose(this, &IsothermWindow::kgm3_Action);
-    volumeUnitChoice.cm3mol.onChoose(this, &IsothermWindow::cm3mol_Action);
-    temperature.Celsius.onChoose(this, &IsothermWindow::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &IsothermWindow::Kelvin_Action);
+    volumeUnitChoice.onChange(this, &IsothermWindow::volumeUnitChosen);
+    temperature.onChange(this, &IsothermWindow::temperatureUnitChosen);
     Temperature.setTarget(dataEntryT, StaticText3);
     Boundaries.wrapAt(sentenceWidth);
     const Block inputs =
@@ -79,7 +77,7 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
                                      {lastCaption, Block(last).expanding(), lastUnit},
                                      {stepCaption, Block(dataEntryStep).expanding(), stepUnit}})
                           .expanding(),
-                      toolkit::column({volumeUnitChoice.unitBlock(), temperature.block()})});
+                      toolkit::column({volumeUnitChoice.block(), temperature.block()})});
     layOut(inputs, Boundaries);
     setFocus(dataEntryT);
 }
@@ -118,26 +116,10 @@ void IsothermWindow::volumeUnitChosen() {
     emptyResults();
 }
 
-void IsothermWindow::kgm3_Action() {
-    volumeUnitChosen();
-}
-
-void IsothermWindow::cm3mol_Action() {
-    volumeUnitChosen();
-}
-
 void IsothermWindow::temperatureUnitChosen() {
     dataEntryT.setText("");
     showUnits();
     emptyResults();
-}
-
-void IsothermWindow::Celsius_Action() {
-    temperatureUnitChosen();
-}
-
-void IsothermWindow::Kelvin_Action() {
-    temperatureUnitChosen();
 }
 
 std::optional<double> IsothermWindow::typedTemperature() const {

@@ -27,10 +27,6 @@ class IsothermWindow : public SeriesScreen {
 
     void calculate_Action() override;
     void Clear_Action() override;
-    void kgm3_Action();
-    void cm3mol_Action();
-    void Celsius_Action();
-    void Kelvin_Action();
 
     void emptyResults() override;
     void showUnits() override;

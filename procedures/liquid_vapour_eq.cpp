@@ -43,7 +43,6 @@ std::string sentenceOf(const fluid::EquilibriumApproach& approach) {
 
 LiquidVapourEq::LiquidVapourEq(toolkit::ScreenHost& host)
     : Screen(host, "LiquidVapourEq", "Liquid-Vapour equilibria - Drovan W") {
-    Temperature.setTarget(dataEntryT, StaticText3);
     Pressure.setTarget(dataEntryP, pressureUnit);
     VapourFraction.setTarget(dataEntryF);
     answerCaption.setTarget(Answer, answerUnit);
@@ -53,33 +52,30 @@ LiquidVapourEq::LiquidVapourEq(toolkit::ScreenHost& host)
     connectHandlers();
     layOut();
     setDefault(calculate);
-    setFocus(dataEntryT);
+    setFocus(temperature.dataEntryT);
 }
 
 void LiquidVapourEq::connectHandlers() {
     CalFirstApproach.onClick(this, &LiquidVapourEq::CalFirstApproach_Action);
     calculate.onClick(this, &LiquidVapourEq::calculate_Action);
-    dataEntryT.onTextChange(this, &LiquidVapourEq::dataEntryT_TextChange);
-    volume.dataEntryV.onTextChange(this, &LiquidVapourEq::dataEntryV_TextChange);
+    temperature.onChange(this, &LiquidVapourEq::emptyApproach);
+    volume.onChange(this, &LiquidVapourEq::emptyApproach);
     dataEntryP.onTextChange(this, &LiquidVapourEq::dataEntryP_TextChange);
     dataEntryF.onTextChange(this, &LiquidVapourEq::dataEntryF_TextChange);
     approachX.list.onCellTextChange(this, &LiquidVapourEq::ListBoxPhaseX_CellTextChange);
     approachY.list.onCellTextChange(this, &LiquidVapourEq::ListBoxPhaseY_CellTextChange);
     Clear.onClick(this, &LiquidVapourEq::Clear_Action);
-    temperature.Celsius.onChoose(this, &LiquidVapourEq::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &LiquidVapourEq::Kelvin_Action);
-    volume.kgm3.onChoose(this, &LiquidVapourEq::kgm3_Action);
-    volume.cm3mol.onChoose(this, &LiquidVapourEq::cm3mol_Action);
     PushButton1.onClick(this, &LiquidVapourEq::PushButton1_Action);
 }
 
 toolkit::Block LiquidVapourEq::inputBlock() {
     using toolkit::Block;
-    const Block entries =
-        toolkit::grid({{Temperature, Block(dataEntryT).expanding(), StaticText3},
-                       {volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unit}});
-    return toolkit::column(
-        {entries, volume.DensityResult, toolkit::row({temperature.block(), volume.unitBlock()})});
+    const Block entries = toolkit::grid(
+        {{temperature.Temperature, Block(temperature.dataEntryT).expanding(),
+          temperature.unitLabel},
+         {volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel}});
+    return toolkit::column({entries, volume.DensityResult,
+                            toolkit::row({temperature.unit.block(), volume.unit.block()})});
 }
 
 toolkit::Block LiquidVapourEq::approachBlock() {
@@ -135,15 +131,6 @@ void LiquidVapourEq::Event_Activate() {
     }
 }
 
-void LiquidVapourEq::dataEntryT_TextChange() {
-    emptyApproach();
-}
-
-void LiquidVapourEq::dataEntryV_TextChange() {
-    volume.showEcho();
-    emptyApproach();
-}
-
 void LiquidVapourEq::dataEntryP_TextChange() {
     emptyResults();
 }
@@ -161,36 +148,9 @@ void LiquidVapourEq::ListBoxPhaseY_CellTextChange() {
 }
 
 void LiquidVapourEq::Clear_Action() {
-    dataEntryT.setText("");
+    temperature.dataEntryT.setText("");
     volume.dataEntryV.setText("");
     emptyApproach();
-}
-
-void LiquidVapourEq::temperatureUnitChosen() {
-    StaticText3.setText(degreeUnit(temperature.Celsius.isOn()));
-    dataEntryT.setText("");
-    emptyApproach();
-}
-
-void LiquidVapourEq::Celsius_Action() {
-    temperatureUnitChosen();
-}
-
-void LiquidVapourEq::Kelvin_Action() {
-    temperatureUnitChosen();
-}
-
-void LiquidVapourEq::volumeUnitChosen() {
-    volume.unitChosen();
-    emptyApproach();
-}
-
-void LiquidVapourEq::kgm3_Action() {
-    volumeUnitChosen();
-}
-
-void LiquidVapourEq::cm3mol_Action() {
-    volumeUnitChosen();
 }
 
 void LiquidVapourEq::PushButton1_Action() {
@@ -198,8 +158,7 @@ void LiquidVapourEq::PushButton1_Action() {
 }
 
 std::optional<LiquidVapourEq::State> LiquidVapourEq::state() const {
-    const std::optional<double> number = toolkit::parseNumber(dataEntryT.text());
-    const State state = {number ? temperature.toKelvin(*number) : 0.0, volume.molarVolume()};
+    const State state = {temperature.kelvin().value_or(0.0), volume.molarVolume()};
     const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
     const bool isUsable = state.T > 0.0 && state.V > b && std::isfinite(state.V);
     return isUsable ? std::optional(state) : std::nullopt;

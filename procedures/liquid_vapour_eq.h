@@ -27,17 +27,11 @@ class LiquidVapourEq : public toolkit::Screen {
   private:
     void CalFirstApproach_Action();
     void calculate_Action();
-    void dataEntryT_TextChange();
-    void dataEntryV_TextChange();
     void dataEntryP_TextChange();
     void dataEntryF_TextChange();
     void ListBoxPhaseX_CellTextChange();
     void ListBoxPhaseY_CellTextChange();
     void Clear_Action();
-    void Celsius_Action();
-    void Kelvin_Action();
-    void kgm3_Action();
-    void cm3mol_Action();
     void PushButton1_Action();
 
     /// What is given: K and cm3/mol.
@@ -50,8 +44,6 @@ class LiquidVapourEq : public toolkit::Screen {
     void layOut();
     toolkit::Block inputBlock();
     toolkit::Block approachBlock();
-    void temperatureUnitChosen();
-    void volumeUnitChosen();
     void emptyResults();
     void emptyApproach();
     /// Nothing where the temperature is not above 0 or the volume not above the co-volume.
@@ -63,11 +55,8 @@ class LiquidVapourEq : public toolkit::Screen {
     void showPhases(const fluid::PhasePair& phases, const std::string& shareX,
                     const std::string& shareY);
 
-    toolkit::Caption Temperature{"Temperature", "Temperature"};
-    toolkit::Entry dataEntryT{"dataEntryT", 16};
-    toolkit::Label StaticText3{"StaticText3", "Kelvin"};
+    TemperatureEntry temperature{"GroupBox2", "StaticText3", "\u00B0Celsius"};
     VolumeEntry volume{"GroupBox3", "StaticText1", "MolarVolume1"};
-    TemperatureUnit temperature{"GroupBox2"};
     toolkit::GroupBox approachBox{"GroupBox5", "First Approach"};
     toolkit::Button CalFirstApproach{"CalFirstApproach", "first approach"};
     toolkit::Caption Pressure{"Pressure", "Pressure"};

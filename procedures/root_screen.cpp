@@ -23,8 +23,7 @@ RootScreen::RootScreen(toolkit::ScreenHost& host, const Names& names)
       ListBox1("ListBox1", names.heads) {
     dataEntryT.onTextChange(this, &RootScreen::dataEntryT_TextChange);
     dataEntryP.onTextChange(this, &RootScreen::dataEntryP_TextChange);
-    temperature.Celsius.onChoose(this, &RootScreen::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &RootScreen::Kelvin_Action);
+    temperature.onChange(this, &RootScreen::temperatureUnitChosen);
     calculate.onClick(this, &RootScreen::calculate_Action);
     Clear.onClick(this, &RootScreen::Clear_Action);
     choice.Choice0.onChoose(this, &RootScreen::Choice0_Action);
@@ -164,14 +163,6 @@ void RootScreen::temperatureUnitChosen() {
     temperatureUnitLabel.setText(temperature.unitText());
     dataEntryT.setText("");
     emptyAll();
-}
-
-void RootScreen::Celsius_Action() {
-    temperatureUnitChosen();
-}
-
-void RootScreen::Kelvin_Action() {
-    temperatureUnitChosen();
 }
 
 void RootScreen::dataEntryT_TextChange() {

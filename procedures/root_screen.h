@@ -43,8 +43,6 @@ class RootScreen : public toolkit::Screen {
     void Choice1_Action();
     void Choice2_Action();
     void Clear_Action();
-    void Celsius_Action();
-    void Kelvin_Action();
     void dataEntryT_TextChange();
     void dataEntryP_TextChange();
 

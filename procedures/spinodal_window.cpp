@@ -116,10 +116,8 @@ void SpinodalWindow::connectHandlers() {
     PlotT.onChoose(this, &SpinodalWindow::PlotT_Action);
     PlotV.onChoose(this, &SpinodalWindow::PlotV_Action);
     Explanations.onClick(this, &SpinodalWindow::Explanations_Action);
-    volumeUnitChoice.kgm3.onChoose(this, &SpinodalWindow::kgm3_Action);
-    volumeUnitChoice.cm3mol.onChoose(this, &SpinodalWindow::cm3mol_Action);
-    temperature.Celsius.onChoose(this, &SpinodalWindow::Celsius_Action);
-    temperature.Kelvin.onChoose(this, &SpinodalWindow::Kelvin_Action);
+    volumeUnitChoice.onChange(this, &SpinodalWindow::volumeUnitChosen);
+    temperature.onChange(this, &SpinodalWindow::temperatureUnitChosen);
 }
 
 void SpinodalWindow::layOutAroundPlot() {
@@ -134,7 +132,7 @@ void SpinodalWindow::layOutAroundPlot() {
          {Block(lastCaption).indented(Spacing::section), Block(last).expanding(), lastUnit},
          {Block(stepCaption).indented(Spacing::section), Block(dataEntryStep).expanding(),
           stepUnit}});
-    const Block choices = toolkit::row({volumeUnitChoice.unitBlock(), temperature.block(),
+    const Block choices = toolkit::row({volumeUnitChoice.block(), temperature.block(),
                                         GroupBox4.around(toolkit::column({PlotT, PlotV}))});
     const Block left = toolkit::column(
         {entries, choices, toolkit::buttonRow({Explanations, Clear, Export, calculate}), warning},
@@ -220,28 +218,12 @@ void SpinodalWindow::volumeUnitChosen() {
     showUnits();
 }
 
-void SpinodalWindow::kgm3_Action() {
-    volumeUnitChosen();
-}
-
-void SpinodalWindow::cm3mol_Action() {
-    volumeUnitChosen();
-}
-
 void SpinodalWindow::temperatureUnitChosen() {
     dataEntryT.setText("");
     first.setText("");
     last.setText("");
     emptyResults();
     showUnits();
-}
-
-void SpinodalWindow::Celsius_Action() {
-    temperatureUnitChosen();
-}
-
-void SpinodalWindow::Kelvin_Action() {
-    temperatureUnitChosen();
 }
 
 void SpinodalWindow::calculate_Action() {

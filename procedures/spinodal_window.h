@@ -33,10 +33,6 @@ class SpinodalWindow : public SeriesScreen {
     void GivenRange_Action();
     void PlotT_Action();
     void PlotV_Action();
-    void kgm3_Action();
-    void cm3mol_Action();
-    void Celsius_Action();
-    void Kelvin_Action();
 
     void emptyResults() override;
     void showUnits() override;

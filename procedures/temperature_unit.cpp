@@ -1,30 +1,59 @@
 #include "procedures/temperature_unit.h"
 
-#include "procedures/units.h"
+#include <utility>
+
+#include "toolkit/event.h"
+#include "toolkit/number_text.h"
 
 namespace procedures {
 
-TemperatureUnit::TemperatureUnit(const std::string& boxName)
-    : box(boxName, "Temp. Unit"),
+TemperatureUnit::TemperatureUnit(const std::string& boxName, std::string celsius)
+    : celsius_(std::move(celsius)),
+      box(boxName, "Temp. Unit"),
       Celsius(group_, "Celsius", " ˚Celsius"),
       Kelvin(group_, "Kelvin", " Kelvin") {
     Kelvin.turnOn();
+    Celsius.onChoose(this, &TemperatureUnit::Celsius_Action);
+    Kelvin.onChoose(this, &TemperatureUnit::Kelvin_Action);
 }
 
 toolkit::Block TemperatureUnit::block() {
     return box.around(toolkit::column({Celsius, Kelvin}));
 }
 
-double TemperatureUnit::toKelvin(double number) const {
-    return Celsius.isOn() ? number + zeroCelsius : number;
+TemperatureScale TemperatureUnit::scale() const {
+    return Celsius.isOn() ? TemperatureScale{celsius_, zeroCelsius} : TemperatureScale{"Kelvin"};
 }
 
-double TemperatureUnit::fromKelvin(double kelvin) const {
-    return Celsius.isOn() ? kelvin - zeroCelsius : kelvin;
+void TemperatureUnit::Celsius_Action() {
+    toolkit::runHandler(changed_, Celsius.name().c_str());
 }
 
-std::string TemperatureUnit::unitText() const {
-    return Celsius.isOn() ? "˚Celsius" : "Kelvin";
+void TemperatureUnit::Kelvin_Action() {
+    toolkit::runHandler(changed_, Kelvin.name().c_str());
+}
+
+TemperatureEntry::TemperatureEntry(const std::string& boxName, const std::string& unitName,
+                                   const std::string& celsius)
+    : unitLabel(unitName, "Kelvin"), unit(boxName, celsius) {
+    Temperature.setTarget(dataEntryT, unitLabel);
+    dataEntryT.onTextChange(this, &TemperatureEntry::dataEntryT_TextChange);
+    unit.onChange(this, &TemperatureEntry::unitChosen);
+}
+
+std::optional<double> TemperatureEntry::kelvin() const {
+    const std::optional<double> number = toolkit::parseNumber(dataEntryT.text());
+    return number ? std::optional(unit.toKelvin(*number)) : std::nullopt;
+}
+
+void TemperatureEntry::dataEntryT_TextChange() {
+    toolkit::runHandler(changed_, dataEntryT.name().c_str());
+}
+
+void TemperatureEntry::unitChosen() {
+    unitLabel.setText(unit.unitText());
+    dataEntryT.setText("");
+    toolkit::runHandler(changed_, unitLabel.name().c_str());
 }
 
 }  // namespace procedures

@@ -1,7 +1,5 @@
 #include "procedures/temperature_window.h"
 
-#include <cmath>
-
 #include "model/fluid_model.h"
 #include "procedures/units.h"
 #include "toolkit/number_text.h"
@@ -18,59 +16,76 @@ double TemperatureC = 0.0;
 }  // namespace
 
 TemperatureWindow::TemperatureWindow(toolkit::ScreenHost& host)
-    : VolumeScreen(host, {.screen = "TemperatureWindow",
-                          .title = "Temperatures - Drovan W",
-                          .volumeBox = "GroupBox2",
-                          .volumeUnit = "StaticText2",
-                          .temperatureBox = "GroupBox1",
-                          .secondCaption = {"Pressure", "Pressure"},
-                          .secondEntry = "dataEntryP",
-                          .secondUnit = {"StaticText3", "MPa"},
-                          .resultCaption = {"Temperature", "Temperature"},
-                          .result = "ResultT",
-                          .resultUnit = {"Label1", "Kelvin"}}) {
+    : Screen(host, "TemperatureWindow", "Temperatures - Drovan W") {
+    form.volume.onChange(this, &TemperatureWindow::emptyResult);
+    form.Clear.onClick(this, &TemperatureWindow::Clear_Action);
+    form.calculate.onClick(this, &TemperatureWindow::calculate_Action);
     dataEntryP.onTextChange(this, &TemperatureWindow::dataEntryP_TextChange);
+    temperature.onChange(this, &TemperatureWindow::temperatureUnitChosen);
+    Pressure.setTarget(dataEntryP, StaticText3);
+    Temperature.setTarget(ResultT, Label1);
+    setContent(form.block({Pressure, toolkit::Block(dataEntryP).expanding(), StaticText3},
+                          temperature.block(), {Temperature, ResultT, Label1}));
+    setDefault(form.calculate);
+    setFocus(form.volume.dataEntryV);
+}
+
+void TemperatureWindow::Event_Activate() {
+    form.volume.activated();
+    emptyResult();
+}
+
+void TemperatureWindow::emptyResult() {
+    ResultT.setText("");
+    form.warning.setText("");
 }
 
 void TemperatureWindow::dataEntryP_TextChange() {
     emptyResult();
 }
 
+void TemperatureWindow::Clear_Action() {
+    form.volume.dataEntryV.setText("");
+    dataEntryP.setText("");
+    emptyResult();
+}
+
+TemperatureWindow::Input TemperatureWindow::read() const {
+    return {form.volume.molarVolume(), dataEntryP.number()};
+}
+
 void TemperatureWindow::calculate_Action() {
-    const double V = volume.molarVolume();
-    const double P = dataEntryP.number();
-    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
-    const double T = fluid::TemperatureVdW(a, b, P, V);
-    // A temperature beyond the range of a double comes from a volume that is no real input either.
-    if (!(V > 0.0) || !std::isfinite(V) || !std::isfinite(T)) {
+    const Input input = read();
+    show(input,
+         temperatureAt(fluid::MixtureOf(fluid::LastComponent, fluid::Fractions), input.V, input.P));
+}
+
+void TemperatureWindow::show(const Input& input,
+                             const std::optional<CalculatedTemperature>& result) {
+    if (!result) {
         emptyResult();
-        warning.setText("warning: put a number for molar volume");
+        form.warning.setText("warning: put a number for molar volume");
         return;
     }
-    if (P == 0.0) {
+    if (input.P == 0.0) {
         dataEntryP.setText("0.000");  // shows which pressure was used
     }
-    std::string sentences = P > 0.0 ? "" : "Negative pressures are not excluded. ";
-    TemperatureK = T;
-    TemperatureC = T - zeroCelsius;
+    TemperatureK = result->T;
+    TemperatureC = TemperatureK - zeroCelsius;
     if (TemperatureK > 0.0) {
         ResultT.setText(
             toolkit::numberText(temperature.Celsius.isOn() ? TemperatureC : TemperatureK));
-    } else {
-        sentences += "Warning: temperature = " + toolkit::numberText(TemperatureK) + " K";
     }
-    warning.setText(sentences);
+    form.warning.setText(result->warning);
 }
 
-void TemperatureWindow::Celsius_Action() {
-    Label1.setText("˚Celsius");
-    ResultT.setText(TemperatureK > 0.0 ? toolkit::numberText(TemperatureC) : "");
-}
-
-void TemperatureWindow::Kelvin_Action() {
-    Label1.setText("Kelvin");
-    ResultT.setText(toolkit::numberText(TemperatureK));
+void TemperatureWindow::temperatureUnitChosen() {
+    Label1.setText(temperature.unitText());
+    if (temperature.Kelvin.isOn()) {
+        ResultT.setText(toolkit::numberText(TemperatureK));
+    } else {
+        ResultT.setText(TemperatureK > 0.0 ? toolkit::numberText(TemperatureC) : "");
+    }
 }
 
 }  // namespace procedures

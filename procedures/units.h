@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace procedures {
 
 inline constexpr double zeroCelsius = 273.15;  // K
@@ -8,9 +10,13 @@ inline constexpr double zeroCelsius = 273.15;  // K
 inline constexpr const char* densityUnit = "g/cm\u00B3";
 inline constexpr const char* volumeUnit = "cm\u00B3/mol";
 
-/// The unit of temperature on the screens of phase equilibria, whose degree sign is another.
-inline const char* degreeUnit(bool isCelsius) {
-    return isCelsius ? "\u00B0Celsius" : "Kelvin";
-}
+/// A unit of temperature: its name as it stands beside an entry or a result, and its 0 in K.
+struct TemperatureScale {
+    std::string name;
+    double zero = 0.0;
+
+    double toKelvin(double number) const { return number + zero; }
+    double fromKelvin(double kelvin) const { return kelvin - zero; }
+};
 
 }  // namespace procedures

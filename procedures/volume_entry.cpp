@@ -4,6 +4,7 @@
 
 #include "model/fluid_model.h"
 #include "procedures/units.h"
+#include "toolkit/event.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
@@ -19,9 +20,19 @@ VolumeUnit::VolumeUnit(const std::string& boxName)
       kgm3(group_, "kgm3", " g/cm3"),
       cm3mol(group_, "cm3mol", " cm3/mol") {
     cm3mol.turnOn();
+    kgm3.onChoose(this, &VolumeUnit::kgm3_Action);
+    cm3mol.onChoose(this, &VolumeUnit::cm3mol_Action);
 }
 
-toolkit::Block VolumeUnit::unitBlock() {
+void VolumeUnit::kgm3_Action() {
+    toolkit::runHandler(changed_, kgm3.name().c_str());
+}
+
+void VolumeUnit::cm3mol_Action() {
+    toolkit::runHandler(changed_, cm3mol.name().c_str());
+}
+
+toolkit::Block VolumeUnit::block() {
     return box.around(toolkit::column({kgm3, cm3mol}));
 }
 
@@ -46,37 +57,45 @@ void VolumeUnit::showCaptions() {
 
 VolumeEntry::VolumeEntry(const std::string& boxName, const std::string& unitName,
                          const std::string& captionName)
-    : VolumeUnit(boxName), MolarVolume(captionName, "Molar Volume"), unit(unitName, "cm3/mol") {
-    MolarVolume.setTarget(dataEntryV, unit);
+    : MolarVolume(captionName, "Molar Volume"), unitLabel(unitName, "cm3/mol"), unit(boxName) {
+    MolarVolume.setTarget(dataEntryV, unitLabel);
     DensityResult.setUnobtrusive();
     DensityResult.reserve(echoWidth);
+    dataEntryV.onTextChange(this, &VolumeEntry::dataEntryV_TextChange);
+    unit.onChange(this, &VolumeEntry::unitChosen);
 }
 
 double VolumeEntry::molarVolume() const {
-    return toMolarVolume(dataEntryV.number());
+    return unit.toMolarVolume(dataEntryV.number());
 }
 
 void VolumeEntry::showEcho() {
     const double number = dataEntryV.number();
     const double other =
         fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number);
-    std::string echo = kgm3.isOn() ? "corresponding molar volume" : "corresponding density";
+    const bool isDensity = unit.kgm3.isOn();
+    std::string echo = isDensity ? "corresponding molar volume" : "corresponding density";
     if (number > 0.0 && std::isfinite(other)) {
-        echo += " = " + toolkit::numberText(other) + " " + (kgm3.isOn() ? volumeUnit : densityUnit);
+        echo += " = " + toolkit::numberText(other) + " " + (isDensity ? volumeUnit : densityUnit);
     }
     DensityResult.setText(echo);
 }
 
-void VolumeEntry::unitChosen() {
-    unit.setText(unitText());
-    MolarVolume.setText(quantityText());
-    dataEntryV.setText("");
+void VolumeEntry::dataEntryV_TextChange() {
     showEcho();
+    toolkit::runHandler(changed_, dataEntryV.name().c_str());
+}
+
+void VolumeEntry::unitChosen() {
+    unitLabel.setText(unit.unitText());
+    MolarVolume.setText(unit.quantityText());
+    dataEntryV.setText("");
+    dataEntryV_TextChange();  // also where it was empty before
 }
 
 void VolumeEntry::activated() {
-    showCaptions();
-    unit.setText(unitText());
+    unit.showCaptions();
+    unitLabel.setText(unit.unitText());
     showEcho();
 }
 

@@ -15,8 +15,13 @@ class VolumeUnit {
     /// `boxName`: the control name of the group box.
     explicit VolumeUnit(const std::string& boxName);
 
+    /// `function` runs when the unit has become the other one.
+    template <class Object, class Base>
+    void onChange(Object* object, void (Base::*function)()) {
+        changed_ = toolkit::member(object, function);
+    }
     /// The group box with its two buttons.
-    toolkit::Block unitBlock();
+    toolkit::Block block();
     /// The molar volume in cm3/mol that a number in the chosen unit stands for; not above 0 where
     /// it stands for none.
     double toMolarVolume(double number) const;
@@ -27,6 +32,10 @@ class VolumeUnit {
     void showCaptions();
 
   private:
+    void kgm3_Action();
+    void cm3mol_Action();
+
+    toolkit::Handler changed_;
     toolkit::RadioGroup group_;
 
   public:
@@ -36,26 +45,38 @@ class VolumeUnit {
 };
 
 /// The entry of a molar volume or a density, with its caption and unit, the choice between the two,
-/// and the line that echoes the other quantity. The controls bear the names `dataEntryV`,
-/// `MolarVolume`, `kgm3`, `cm3mol` and `DensityResult`.
-class VolumeEntry : public VolumeUnit {
+/// which empties it, and the line that echoes the other quantity. The controls bear the names
+/// `dataEntryV`, `MolarVolume` and `DensityResult`.
+class VolumeEntry {
   public:
     /// `boxName`, `unitName` and `captionName`: the control names of the group box, of the unit
     /// label and of the caption.
     VolumeEntry(const std::string& boxName, const std::string& unitName,
                 const std::string& captionName = "MolarVolume");
 
+    /// `function` runs when the text or the unit has become another.
+    template <class Object, class Base>
+    void onChange(Object* object, void (Base::*function)()) {
+        changed_ = toolkit::member(object, function);
+    }
     /// The molar volume in cm3/mol that the entry stands for; not above 0 where it stands for none.
     double molarVolume() const;
-
-    /// What the screen's handlers of the same occasions do to these controls.
-    void showEcho();
-    void unitChosen();
+    /// What is to be shown anew when the screen is activated: the units, and the echo of what may
+    /// be another composition.
     void activated();
 
+  private:
+    void dataEntryV_TextChange();
+    void unitChosen();
+    void showEcho();
+
+    toolkit::Handler changed_;
+
+  public:
     toolkit::Caption MolarVolume;
     toolkit::Entry dataEntryV{"dataEntryV"};
-    toolkit::Label unit;
+    toolkit::Label unitLabel;
+    VolumeUnit unit;
     toolkit::ResultLabel DensityResult{"DensityResult", "corresponding density"};
 };
 
