@@ -95,7 +95,6 @@ void IsothermWindow::showUnits() {
     ListBox1.setHeads({std::string("Molar Volume (") + volumeUnit + ")",
                        std::string("Density (") + densityUnit + ")", "Pressure (MPa)", "State"});
     plotPanel.setAxes("Molar Volume", volumeUnit, "Pressure", "MPa");
-    plotPanel.plot.setLogarithmicX(true);
 }
 
 void IsothermWindow::emptyResults() {
@@ -266,7 +265,7 @@ void IsothermWindow::plot(const Isotherm& isotherm, const fluid::IsothermStabili
             const double share = static_cast<double>(k) / static_cast<double>(pieces);
             const double between = b + (V - b) * std::pow((next - b) / (V - b), share);
             if (between > V && between < next) {
-                line.addShape(between, fluid::PressureVdW(a, b, isotherm.T, between));
+                line.add(between, fluid::PressureVdW(a, b, isotherm.T, between));
             }
         }
         V = next;
@@ -277,7 +276,7 @@ void IsothermWindow::plot(const Isotherm& isotherm, const fluid::IsothermStabili
     series.push_back(std::move(spinodal));
     series.push_back(std::move(bubble));
     series.push_back(std::move(dew));
-    plotPanel.show(std::move(series));
+    plotPanel.show(std::move(series), {.isLogarithmicX = true});
 }
 
 }  // namespace procedures

@@ -6,7 +6,7 @@
 #include "toolkit/clipboard.h"
 #include "toolkit/file_chooser.h"
 #include "toolkit/file_writing.h"
-#include "toolkit/number_text.h"
+#include "toolkit/plot_picture.h"
 
 namespace procedures {
 
@@ -32,13 +32,7 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
     ReadOut.setUnobtrusive();
     SavePicture.onClick(this, &PlotPanel::SavePicture_Action);
     Copy.onClick(this, &PlotPanel::Copy_Action);
-    plot.onPoint([this](std::optional<toolkit::PlotPosition> position) { showPoint(position); });
-    plot.onFailure([this] {
-        const std::string before = message_.text();
-        message_.setText(
-            before + (before.empty() ? "" : "\n") +
-            "warning: the plot cannot be drawn; PLplot or its cairo driver is missing");
-    });
+    plot.onChange([this] { ReadOut.setText(plot.reading()); });
     SavePicture.setTooltip("Saves the plot as an SVG, PDF or PNG file");
     Copy.setTooltip("Copies the table, to be pasted into a spreadsheet");
 }
@@ -52,28 +46,15 @@ toolkit::Block PlotPanel::block() {
 
 void PlotPanel::setAxes(const std::string& x, const std::string& xUnit, const std::string& y,
                         const std::string& yUnit) {
-    x_ = x;
-    xUnit_ = xUnit;
-    y_ = y;
-    yUnit_ = yUnit;
-    plot.setAxes(x + " (" + xUnit + ")", y + " (" + yUnit + ")");
-}
-
-void PlotPanel::showPoint(std::optional<toolkit::PlotPosition> position) {
-    if (!position) {
-        ReadOut.setText("");
-        return;
-    }
-    const toolkit::PlotSeries& series = plot.series()[position->series];
-    const double x = series.x[position->point];
-    const double y = series.y[position->point];
-    ReadOut.setText(x_ + " " + toolkit::numberText(x) + " " + xUnit_ + ", " + y_ + " " +
-                    toolkit::numberText(y) + " " + yUnit_);
+    plot.setAxes({x, xUnit}, {y, yUnit});
 }
 
 void PlotPanel::SavePicture_Action() {
     saveToFile(screen_, message_, "Save picture", fileName_, {".svg", ".pdf", ".png"},
-               [this](const std::string& path) { return plot.save(path); });
+               [this](const std::string& path) {
+                   return toolkit::savePlot(path, toolkit::pictureSizes[1], plot.content(),
+                                            plot.view());
+               });
 }
 
 void PlotPanel::Copy_Action() {

@@ -33,7 +33,9 @@ class PlotPanel {
     /// The quantities on the axes, and their units.
     void setAxes(const std::string& x, const std::string& xUnit, const std::string& y,
                  const std::string& yUnit);
-    void show(std::vector<toolkit::PlotSeries> series) { plot.show(std::move(series)); }
+    void show(std::vector<toolkit::PlotSeries> series, const toolkit::FirstView& first = {}) {
+        plot.show(std::move(series), first);
+    }
     void clear() { plot.clear(); }
 
     toolkit::Plot plot;
@@ -41,16 +43,11 @@ class PlotPanel {
   private:
     void SavePicture_Action();
     void Copy_Action();
-    void showPoint(std::optional<toolkit::PlotPosition> position);
 
     toolkit::Screen& screen_;
     toolkit::Message& message_;
     const toolkit::List& table_;
     std::string fileName_;
-    std::string x_;
-    std::string xUnit_;
-    std::string y_;
-    std::string yUnit_;
 
   public:
     toolkit::ResultLabel ReadOut{"ReadOut"};

@@ -200,7 +200,6 @@ void SpinodalWindow::plotChosen() {
     } else {
         plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");
     }
-    plotPanel.plot.setLogarithmicX(PlotV.isOn());
     plot();
 }
 
@@ -392,7 +391,8 @@ void SpinodalWindow::plot() {
     for (const StatePoint& mark : marks_) {
         marks.add(x(mark), mark.P);
     }
-    plotPanel.show({std::move(diffusional), std::move(mechanical), std::move(marks)});
+    plotPanel.show({std::move(diffusional), std::move(mechanical), std::move(marks)},
+                   {.isLogarithmicX = PlotV.isOn()});
 }
 
 }  // namespace procedures

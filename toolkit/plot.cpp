@@ -1,21 +1,19 @@
 #include "toolkit/plot.h"
 
-#include <cairo-pdf.h>
-#include <cairo-svg.h>
+#include <gdk/gdkkeysyms.h>
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
-#include <string_view>
 #include <utility>
 
+#include "toolkit/announcement.h"
 #include "toolkit/event.h"
 #include "toolkit/exposure.h"
-#include "toolkit/file_chooser.h"
-#include "toolkit/file_writing.h"
-#include "toolkit/plot_drawing.h"
-#include "toolkit/plot_library.h"
+#include "toolkit/plot_reading.h"
+#include "toolkit/text_size.h"
 
 namespace toolkit {
 
@@ -24,229 +22,542 @@ namespace {
 struct SurfaceDeleter {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
 };
-using Surface = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
 
-/// The height of a line of text in the widget's font, and the size of the font, in pixels.
-struct TextSize {
-    double line = 0.0;
-    double font = 0.0;
-};
+constexpr double reach = 30.0;  // pixels, of the pointer
+constexpr double zoomStep = 1.25;
+constexpr double panStep = 0.1;
 
-TextSize textSizeOf(GtkWidget* widget) {
-    PangoContext* const context = gtk_widget_get_pango_context(widget);
-    const PangoFontDescription* const font = pango_context_get_font_description(context);
-    PangoFontMetrics* const metrics = pango_context_get_metrics(context, font, nullptr);
-    const double line =
-        pango_font_metrics_get_ascent(metrics) + pango_font_metrics_get_descent(metrics);
-    pango_font_metrics_unref(metrics);
-    constexpr double fontOfLine = 0.6;
-    return {line / PANGO_SCALE, fontOfLine * line / PANGO_SCALE};
+Colour colourOf(const GdkColor& colour) {
+    constexpr double most = 65535.0;
+    return {colour.red / most, colour.green / most, colour.blue / most};
 }
 
-cairo_status_t append(void* text, const unsigned char* data, unsigned length) {
-    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(data), length);
-    return CAIRO_STATUS_SUCCESS;
+/// The font and the colours of the widget's theme.
+PlotLook lookOf(GtkWidget* widget) {
+    const PangoFontDescription* const font =
+        pango_context_get_font_description(gtk_widget_get_pango_context(widget));
+    const double size = static_cast<double>(pango_font_description_get_size(font)) / PANGO_SCALE;
+    constexpr double pointsPerInch = 72.0;
+    const double dotsPerInch = gdk_screen_get_resolution(gtk_widget_get_screen(widget));
+    const bool isInPixels = pango_font_description_get_size_is_absolute(font) != FALSE;
+    const GtkStyle* const style = gtk_widget_get_style(widget);
+    return {pango_font_description_get_family(font),
+            isInPixels ? size : size * dotsPerInch / pointsPerInch,
+            colourOf(style->base[GTK_STATE_NORMAL]), colourOf(style->text[GTK_STATE_NORMAL])};
 }
 
 }  // namespace
 
-/// What was drawn last, and where.
+/// What several plots show together.
+struct Plot::Sheet {
+    PlotContent content;
+    PlotView view;
+    std::optional<PlotPosition> pointed;
+    bool isPointedByKeys = false;
+    std::vector<Plot*> plots;
+};
+
+/// What was drawn last, and what the pointer does there.
 struct Plot::Canvas {
-    Surface surface;
+    enum class Drag { none, box, pan };
+
+    std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface;
     int width = 0;
     int height = 0;
-    std::optional<PlotFrame> frame;
+    std::optional<DrawnPlot> drawn;
+    Drag drag = Drag::none;
+    PlotPlace start;  // of the drag
+    PlotPlace end;
+    std::vector<PlotPin> pinsBefore;  // the last click
 
-    std::optional<PlotPlace> placeOf(const PlotSeries& series, std::size_t point) const {
-        return frame ? frame->placeOf(series.x[point], series.y[point]) : std::nullopt;
-    }
+    const PlotFrame* frame() const { return drawn ? &drawn->frame : nullptr; }
 };
 
 struct Plot::Callbacks {
-    static gboolean onExpose(GtkWidget* widget, GdkEventExpose* event, gpointer data) {
+    /// Runs what C has called for.
+    template <class Function>
+    static gboolean guarded(gpointer data, Function function) {
         auto* const self = static_cast<Plot*>(data);
-        GtkAllocation place;
-        gtk_widget_get_allocation(widget, &place);
-        if (self->canvas_->surface == nullptr || self->canvas_->width != place.width ||
-            self->canvas_->height != place.height) {
-            self->canvas_->width = place.width;
-            self->canvas_->height = place.height;
-            self->draw();
-        }
-        const CairoContext cairo = exposedPart(widget, *event);
-        cairo_set_source_surface(cairo.get(), self->canvas_->surface.get(), 0.0, 0.0);
-        cairo_paint(cairo.get());
-        if (const auto marked = self->pointed_ ? self->place(*self->pointed_) : std::nullopt) {
-            constexpr double radius = 5.0;
-            cairo_set_line_width(cairo.get(), 2.0);
-            cairo_arc(cairo.get(), marked->x, marked->y, radius, 0.0, 2.0 * G_PI);
-            cairo_stroke(cairo.get());
-        }
-        return FALSE;
+        bool isHandled = false;
+        runHandler([&] { isHandled = function(*self); }, self->name().c_str());
+        return static_cast<gboolean>(isHandled);
+    }
+
+    static gboolean onExpose(GtkWidget* widget, GdkEventExpose* event, gpointer data) {
+        return guarded(data, [&](Plot& self) {
+            GtkAllocation place;
+            gtk_widget_get_allocation(widget, &place);
+            Canvas& canvas = *self.canvas_;
+            if (canvas.surface == nullptr || canvas.width != place.width ||
+                canvas.height != place.height) {
+                canvas.width = place.width;
+                canvas.height = place.height;
+                self.draw();
+            }
+            const CairoContext cairo = exposedPart(widget, *event);
+            cairo_set_source_surface(cairo.get(), canvas.surface.get(), 0.0, 0.0);
+            cairo_paint(cairo.get());
+            self.paintOver(cairo.get());
+            if (gtk_widget_has_focus(widget) != FALSE) {
+                gtk_paint_focus(gtk_widget_get_style(widget), gtk_widget_get_window(widget),
+                                GTK_STATE_NORMAL, &event->area, widget, nullptr, 0, 0, place.width,
+                                place.height);
+            }
+            return false;
+        });
     }
 
     static void onStyleSet(GtkWidget* /*widget*/, GtkStyle* /*previous*/, gpointer data) {
         static_cast<Plot*>(data)->canvas_->surface.reset();
     }
 
+    static gboolean onButton(GtkWidget* widget, GdkEventButton* event, gpointer data) {
+        return guarded(data, [&](Plot& self) {
+            if (event->type == GDK_2BUTTON_PRESS && event->button == 1) {
+                self.showAllInstead();
+                return true;
+            }
+            if (event->type != GDK_BUTTON_PRESS) {
+                return false;
+            }
+            gtk_widget_grab_focus(widget);
+            return self.press(event->x, event->y, event->button,
+                              (event->state & GDK_SHIFT_MASK) != 0);
+        });
+    }
+
+    static gboolean onRelease(GtkWidget* /*widget*/, GdkEventButton* event, gpointer data) {
+        return guarded(data, [&](Plot& self) {
+            self.release(event->x, event->y);
+            return false;
+        });
+    }
+
     static gboolean onMotion(GtkWidget* /*widget*/, GdkEventMotion* event, gpointer data) {
-        auto* const self = static_cast<Plot*>(data);
-        self->pointerAt(self->nearest(event->x, event->y));
-        return FALSE;
+        return guarded(data, [&](Plot& self) {
+            self.dragTo(event->x, event->y);
+            return false;
+        });
     }
 
     static gboolean onEnter(GtkWidget* /*widget*/, GdkEventCrossing* event, gpointer data) {
-        auto* const self = static_cast<Plot*>(data);
-        self->pointerAt(self->nearest(event->x, event->y));
-        return FALSE;
+        return guarded(data, [&](Plot& self) {
+            self.dragTo(event->x, event->y);
+            return false;
+        });
     }
 
     static gboolean onLeave(GtkWidget* /*widget*/, GdkEventCrossing* /*event*/, gpointer data) {
-        static_cast<Plot*>(data)->pointerAt(std::nullopt);
-        return FALSE;
+        return guarded(data, [](Plot& self) {
+            if (!self.sheet_->isPointedByKeys) {
+                self.pointAt(std::nullopt);
+            }
+            return false;
+        });
+    }
+
+    static gboolean onScroll(GtkWidget* /*widget*/, GdkEventScroll* event, gpointer data) {
+        return guarded(data, [&](Plot& self) {
+            const bool isUp = event->direction == GDK_SCROLL_UP;
+            return (isUp || event->direction == GDK_SCROLL_DOWN) &&
+                   self.turnWheel(event->x, event->y, isUp);
+        });
+    }
+
+    static gboolean onKey(GtkWidget* widget, GdkEventKey* event, gpointer data) {
+        return guarded(data, [&](Plot& self) {
+            const auto others =
+                static_cast<guint>(GDK_CONTROL_MASK | GDK_MOD1_MASK | GDK_SUPER_MASK);
+            if ((event->state & others) != 0) {
+                return false;
+            }
+            const Announcement announcement(widget);
+            const std::string before = self.reading();
+            const bool isHandled =
+                self.pressKey(event->keyval, (event->state & GDK_SHIFT_MASK) != 0);
+            if (self.reading() != before) {
+                announce(self, self.reading());
+            }
+            return isHandled;
+        });
     }
 };
 
 Plot::Plot(std::string name, const std::string& description)
-    : Control(std::move(name), gtk_drawing_area_new()), canvas_(std::make_unique<Canvas>()) {
-    gtk_widget_add_events(widget(),
-                          GDK_POINTER_MOTION_MASK | GDK_ENTER_NOTIFY_MASK | GDK_LEAVE_NOTIFY_MASK);
+    : Plot(std::move(name), description, std::make_shared<Sheet>()) {}
+
+Plot::Plot(std::string name, const std::string& description, const Plot& other)
+    : Plot(std::move(name), description, other.sheet_) {}
+
+Plot::Plot(std::string name, const std::string& description, std::shared_ptr<Sheet> sheet)
+    : Control(std::move(name), gtk_drawing_area_new()),
+      sheet_(std::move(sheet)),
+      canvas_(std::make_unique<Canvas>()) {
+    sheet_->plots.push_back(this);
+    gtk_widget_add_events(widget(), GDK_POINTER_MOTION_MASK | GDK_ENTER_NOTIFY_MASK |
+                                        GDK_LEAVE_NOTIFY_MASK | GDK_BUTTON_PRESS_MASK |
+                                        GDK_BUTTON_RELEASE_MASK | GDK_SCROLL_MASK |
+                                        GDK_KEY_PRESS_MASK);
+    gtk_widget_set_can_focus(widget(), TRUE);
     atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_IMAGE);
     setAccessibleName(description);
-    g_signal_connect(widget(), "expose-event", G_CALLBACK(&Callbacks::onExpose), this);
-    g_signal_connect(widget(), "style-set", G_CALLBACK(&Callbacks::onStyleSet), this);
-    g_signal_connect(widget(), "motion-notify-event", G_CALLBACK(&Callbacks::onMotion), this);
-    g_signal_connect(widget(), "enter-notify-event", G_CALLBACK(&Callbacks::onEnter), this);
-    g_signal_connect(widget(), "leave-notify-event", G_CALLBACK(&Callbacks::onLeave), this);
+    const auto connect = [this](const char* signal, GCallback callback) {
+        g_signal_connect(widget(), signal, callback, this);
+    };
+    connect("expose-event", G_CALLBACK(&Callbacks::onExpose));
+    connect("style-set", G_CALLBACK(&Callbacks::onStyleSet));
+    connect("button-press-event", G_CALLBACK(&Callbacks::onButton));
+    connect("button-release-event", G_CALLBACK(&Callbacks::onRelease));
+    connect("motion-notify-event", G_CALLBACK(&Callbacks::onMotion));
+    connect("enter-notify-event", G_CALLBACK(&Callbacks::onEnter));
+    connect("leave-notify-event", G_CALLBACK(&Callbacks::onLeave));
+    connect("scroll-event", G_CALLBACK(&Callbacks::onScroll));
+    connect("key-press-event", G_CALLBACK(&Callbacks::onKey));
 }
 
-Plot::~Plot() = default;
+Plot::~Plot() {
+    std::erase(sheet_->plots, this);
+}
 
 Block Plot::sized(double widthInLines, double heightInLines) {
-    const double line = textSizeOf(widget()).line;
-    gtk_widget_set_size_request(widget(), static_cast<gint>(std::lround(widthInLines * line)),
-                                static_cast<gint>(std::lround(heightInLines * line)));
+    const int height = lineHeight(widget());
+    gtk_widget_set_size_request(widget(), static_cast<gint>(std::lround(widthInLines * height)),
+                                static_cast<gint>(std::lround(heightInLines * height)));
     return Block(*this).expanding();
 }
 
-void Plot::setAxes(const std::string& x, const std::string& y) {
-    xTitle_ = x;
-    yTitle_ = y;
-    show(std::move(series_));
+const PlotContent& Plot::content() const {
+    return sheet_->content;
 }
 
-void Plot::setLogarithmicX(bool isLogarithmic) {
-    isLogarithmicX_ = isLogarithmic;
-    show(std::move(series_));
+const PlotView& Plot::view() const {
+    return sheet_->view;
 }
 
-void Plot::show(std::vector<PlotSeries> series) {
-    pointerAt(std::nullopt);
-    series_ = std::move(series);
-    for (PlotSeries& each : series_) {  // a missing number makes a gap
+void Plot::setTitle(const std::string& title) {
+    sheet_->content.title = title;
+    changed();
+}
+
+void Plot::setAxes(const PlotAxis& x, const PlotAxis& y) {
+    sheet_->content.x = x;
+    sheet_->content.y = y;
+    changed();
+}
+
+void Plot::setGrid(bool hasGrid) {
+    sheet_->content.hasGrid = hasGrid;
+    changed();
+}
+
+void Plot::show(std::vector<PlotSeries> series, const FirstView& first) {
+    for (PlotSeries& each : series) {  // a missing number makes a gap
         const std::size_t size = std::max(each.x.size(), each.y.size());
         each.x.resize(size, std::numeric_limits<double>::quiet_NaN());
         each.y.resize(size, std::numeric_limits<double>::quiet_NaN());
     }
-    canvas_->surface.reset();
-    canvas_->frame.reset();
-    isFailureTold_ = false;
-    gtk_widget_queue_draw(widget());
+    sheet_->content.series = std::move(series);
+    sheet_->content.pins.clear();
+    sheet_->pointed.reset();
+    sheet_->view.start(sheet_->content.series, first);
+    for (Plot* const plot : sheet_->plots) {
+        plot->canvas_->drag = Canvas::Drag::none;
+        plot->canvas_->pinsBefore.clear();
+        plot->canvas_->drawn.reset();
+    }
+    changed();
 }
 
-void Plot::draw() {
-    canvas_->surface.reset(
-        cairo_image_surface_create(CAIRO_FORMAT_RGB24, canvas_->width, canvas_->height));
-    const CairoContext cairo(cairo_create(canvas_->surface.get()));
-    canvas_->frame =
-        drawPlot(cairo.get(), canvas_->width, canvas_->height, textSizeOf(widget()).font,
-                 {xTitle_, yTitle_, isLogarithmicX_, series_});
-    if (plotLibrary() == nullptr && !series_.empty() && !std::exchange(isFailureTold_, true)) {
-        runHandler(failed_, name().c_str());
-    }
+bool Plot::isEmpty() const {
+    return std::all_of(series().begin(), series().end(),
+                       [](const PlotSeries& each) { return each.size() == 0; });
+}
+
+bool Plot::setLimits(const PlotLimits& limits) {
+    const bool isShown = sheet_->view.show(limits);
+    changed();
+    return isShown;
+}
+
+std::string Plot::reading() const {
+    return sheet_->pointed ? readingOf(content(), view().limits(), *sheet_->pointed).sentence()
+                           : "";
 }
 
 std::optional<Area> Plot::place(const PlotPosition& position) const {
-    const bool isThere =
-        position.series < series_.size() && position.point < series_[position.series].x.size();
-    const auto found =
-        isThere ? canvas_->placeOf(series_[position.series], position.point) : std::nullopt;
-    if (!found) {
+    const bool isThere = canvas_->drawn && position.series < series().size() &&
+                         position.point < series()[position.series].size();
+    if (!isThere) {
+        return std::nullopt;
+    }
+    const PlotFrame& frame = canvas_->drawn->frame;
+    const auto found = frame.placeOf(pointOf(series()[position.series], position, frame));
+    if (!found || !frame.contains(*found)) {
         return std::nullopt;
     }
     return Area{static_cast<int>(std::lround(found->x)), static_cast<int>(std::lround(found->y)), 1,
                 1};
 }
 
-std::optional<PlotPosition> Plot::nearest(double x, double y) const {
-    constexpr double reach = 30.0;  // pixels
-    std::optional<PlotPosition> found;
-    double shortest = reach * reach;
-    for (std::size_t i = 0; i < series_.size(); ++i) {
-        auto shape = series_[i].shape.begin();
-        for (std::size_t k = 0; k < series_[i].x.size(); ++k) {
-            if (shape != series_[i].shape.end() && *shape == k) {
-                ++shape;
-                continue;
-            }
-            const auto place = canvas_->placeOf(series_[i], k);
-            if (!place) {
-                continue;
-            }
-            const double distance =
-                (place->x - x) * (place->x - x) + (place->y - y) * (place->y - y);
-            if (distance < shortest) {
-                shortest = distance;
-                found = PlotPosition{i, k};
-            }
-        }
+void Plot::changed() {
+    for (Plot* const plot : sheet_->plots) {
+        plot->canvas_->surface.reset();
+        gtk_widget_queue_draw(plot->widget());
+        runHandler(plot->changed_, plot->name().c_str());
     }
-    return found;
 }
 
-void Plot::pointerAt(std::optional<PlotPosition> position) {
-    const bool isSame =
-        position.has_value() == pointed_.has_value() &&
-        (!position || (position->series == pointed_->series && position->point == pointed_->point));
-    if (isSame) {
+void Plot::draw() {
+    canvas_->surface.reset(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, canvas_->width, canvas_->height));
+    const CairoContext cairo(cairo_create(canvas_->surface.get()));
+    canvas_->drawn =
+        drawPlot(cairo.get(), canvas_->width, canvas_->height, lookOf(widget()), content(), view());
+}
+
+/// What moves over the plot: a ring around what is read, and the rectangle of a drag.
+void Plot::paintOver(cairo_t* cairo) const {
+    const PlotLook look = lookOf(widget());
+    cairo_set_source_rgb(cairo, look.ink.red, look.ink.green, look.ink.blue);
+    if (const auto marked = sheet_->pointed ? place(*sheet_->pointed) : std::nullopt) {
+        constexpr double radius = 5.0;
+        cairo_set_line_width(cairo, 2.0);
+        cairo_arc(cairo, marked->x, marked->y, radius, 0.0, 2.0 * G_PI);
+        cairo_stroke(cairo);
+    }
+    if (canvas_->drag == Canvas::Drag::box) {
+        constexpr double middleOfPixel = 0.5;
+        const PlotPlace& start = canvas_->start;
+        const PlotPlace& end = canvas_->end;
+        cairo_set_line_width(cairo, 1.0);
+        cairo_rectangle(cairo, std::floor(std::min(start.x, end.x)) + middleOfPixel,
+                        std::floor(std::min(start.y, end.y)) + middleOfPixel,
+                        std::abs(end.x - start.x), std::abs(end.y - start.y));
+        cairo_stroke(cairo);
+    }
+}
+
+void Plot::pointAt(std::optional<PlotPosition> position) {
+    if (position == sheet_->pointed) {
         return;
     }
-    pointed_ = position;
-    gtk_widget_queue_draw(widget());
-    if (point_) {
-        point_(pointed_);
+    sheet_->pointed = position;
+    for (Plot* const plot : sheet_->plots) {
+        gtk_widget_queue_draw(plot->widget());
+        runHandler(plot->changed_, plot->name().c_str());
     }
 }
 
-std::optional<std::string> Plot::save(const std::string& path) const {
-    constexpr double width = 720.0;  // points
-    constexpr double height = 480.0;
-    constexpr double textHeight = 9.0;
-    constexpr int pixelsPerPoint = 2;
-    const bool isSvg = hasExtension(path, ".svg");
-    const bool isPdf = hasExtension(path, ".pdf");
-    const bool isVector = isSvg || isPdf;
-    std::string picture;
-    {
-        const Surface surface(
-            isSvg   ? cairo_svg_surface_create_for_stream(&append, &picture, width, height)
-            : isPdf ? cairo_pdf_surface_create_for_stream(&append, &picture, width, height)
-                    : cairo_image_surface_create(CAIRO_FORMAT_RGB24,
-                                                 static_cast<int>(width) * pixelsPerPoint,
-                                                 static_cast<int>(height) * pixelsPerPoint));
-        const double scale = isVector ? 1.0 : pixelsPerPoint;
-        const CairoContext cairo(cairo_create(surface.get()));
-        const auto frame = drawPlot(cairo.get(), width * scale, height * scale, textHeight * scale,
-                                    {xTitle_, yTitle_, isLogarithmicX_, series_});
-        if (!isVector) {
-            cairo_surface_write_to_png_stream(surface.get(), &append, &picture);
+std::optional<PlotPosition> Plot::nearestTo(double x, double y) const {
+    const PlotFrame* const frame = canvas_->frame();
+    return frame == nullptr ? std::nullopt : nearest(series(), *frame, {x, y}, reach);
+}
+
+bool Plot::press(double x, double y, unsigned button, bool isShifted) {
+    const PlotFrame* const frame = canvas_->frame();
+    constexpr unsigned left = 1;
+    constexpr unsigned middle = 2;
+    if (frame == nullptr || isEmpty() || (button != left && button != middle) ||
+        canvas_->drag != Canvas::Drag::none) {
+        return false;
+    }
+    const PlotPlace place{x, y};
+    canvas_->drag = button == middle || isShifted ? Canvas::Drag::pan : Canvas::Drag::box;
+    canvas_->start = canvas_->end = place;
+    return true;
+}
+
+void Plot::dragTo(double x, double y) {
+    const PlotFrame* const frame = canvas_->frame();
+    if (canvas_->drag == Canvas::Drag::none) {
+        sheet_->isPointedByKeys = false;
+        pointAt(nearestTo(x, y));
+    } else if (canvas_->drag == Canvas::Drag::box && frame != nullptr) {
+        canvas_->end = {std::clamp(x, frame->left, frame->right),
+                        std::clamp(y, frame->top, frame->bottom)};
+        gtk_widget_queue_draw(widget());
+    } else if (frame != nullptr) {
+        const PlotPlace before = std::exchange(canvas_->end, {x, y});
+        sheet_->view.pan((before.x - x) / frame->width(), (y - before.y) / frame->height());
+        changed();
+    }
+}
+
+void Plot::release(double x, double y) {
+    const auto drag = std::exchange(canvas_->drag, Canvas::Drag::none);
+    const PlotFrame* const frame = canvas_->frame();
+    sheet_->view.endAct();
+    if (drag != Canvas::Drag::box || frame == nullptr) {
+        return;
+    }
+    constexpr double still = 4.0;  // pixels
+    const PlotPlace start = canvas_->start;
+    if (std::abs(x - start.x) < still && std::abs(y - start.y) < still) {
+        togglePin(start);
+    } else if (std::abs(canvas_->end.x - start.x) >= still &&
+               std::abs(canvas_->end.y - start.y) >= still) {
+        sheet_->view.zoomTo(frame->pointAt({std::clamp(start.x, frame->left, frame->right),
+                                            std::clamp(start.y, frame->top, frame->bottom)}),
+                            frame->pointAt(canvas_->end));
+    }
+    changed();
+}
+
+void Plot::togglePin(const PlotPlace& place) {
+    std::vector<PlotPin>& pins = sheet_->content.pins;
+    canvas_->pinsBefore = pins;
+    const auto isAt = [&](const PlotPin& pin) {
+        constexpr double near = 6.0;  // pixels
+        const auto point = canvas_->drawn->frame.placeOf(pin.point);
+        return point && std::hypot(point->x - place.x, point->y - place.y) < near;
+    };
+    const auto label = static_cast<std::ptrdiff_t>(canvas_->drawn->pinAt(place));
+    const auto there = label < std::ssize(pins) ? pins.begin() + label
+                                                : std::find_if(pins.begin(), pins.end(), isAt);
+    if (there != pins.end()) {
+        pins.erase(there);
+    } else if (const auto position = nearestTo(place.x, place.y)) {
+        const PlotReading reading = readingOf(content(), view().limits(), *position);
+        pins.push_back({reading.point, reading.label()});
+    }
+}
+
+/// A double click: its first click is taken back.
+void Plot::showAllInstead() {
+    canvas_->drag = Canvas::Drag::none;
+    sheet_->content.pins = canvas_->pinsBefore;
+    sheet_->view.showAll();
+    changed();
+}
+
+bool Plot::turnWheel(double x, double y, bool isUp) {
+    const PlotFrame* const frame = canvas_->frame();
+    if (frame == nullptr || isEmpty() || !frame->contains({x, y})) {
+        return false;
+    }
+    sheet_->view.zoom(frame->pointAt({x, y}), isUp ? 1.0 / zoomStep : zoomStep,
+                      PlotView::Act::wheel);
+    changed();
+    return true;
+}
+
+bool Plot::pressKey(unsigned key, bool isShifted) {
+    const PlotFrame* const frame = canvas_->frame();
+    if (frame == nullptr || isEmpty()) {
+        return false;
+    }
+    constexpr double stride = 6.0;  // pixels
+    const auto arrow = [&](double right, double up) {
+        if (isShifted) {
+            sheet_->view.pan(panStep * right, panStep * up);
+        } else if (right != 0.0) {
+            walk(stride * right);
+        } else {
+            changeCurve(up < 0.0);
         }
-        cairo_surface_finish(surface.get());
-        if (!frame || cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
-            return "warning: the picture could not be drawn";
+    };
+    const auto zoom = [&](double factor) {
+        const PlotPlace middle{0.5 * (frame->left + frame->right),
+                               0.5 * (frame->top + frame->bottom)};
+        const auto pointed = sheet_->pointed ? place(*sheet_->pointed) : std::nullopt;
+        sheet_->view.zoom(
+            frame->pointAt(pointed ? PlotPlace{1.0 * pointed->x, 1.0 * pointed->y} : middle),
+            factor, PlotView::Act::wheel);
+    };
+    switch (key) {
+        case GDK_KEY_Left:
+        case GDK_KEY_KP_Left:
+            arrow(-1.0, 0.0);
+            break;
+        case GDK_KEY_Right:
+        case GDK_KEY_KP_Right:
+            arrow(1.0, 0.0);
+            break;
+        case GDK_KEY_Up:
+        case GDK_KEY_KP_Up:
+            arrow(0.0, 1.0);
+            break;
+        case GDK_KEY_Down:
+        case GDK_KEY_KP_Down:
+            arrow(0.0, -1.0);
+            break;
+        case GDK_KEY_plus:
+        case GDK_KEY_equal:
+        case GDK_KEY_KP_Add:
+            zoom(1.0 / zoomStep);
+            break;
+        case GDK_KEY_minus:
+        case GDK_KEY_KP_Subtract:
+            zoom(zoomStep);
+            break;
+        case GDK_KEY_Home:
+        case GDK_KEY_KP_Home:
+            sheet_->view.showAll();
+            break;
+        case GDK_KEY_BackSpace:
+            sheet_->view.back();
+            break;
+        case GDK_KEY_space:
+            if (const auto pointed = sheet_->pointed ? place(*sheet_->pointed) : std::nullopt) {
+                togglePin({1.0 * pointed->x, 1.0 * pointed->y});
+            }
+            break;
+        case GDK_KEY_Escape:
+            if (canvas_->drag == Canvas::Drag::none && !sheet_->pointed) {
+                return false;
+            }
+            canvas_->drag = Canvas::Drag::none;
+            pointAt(std::nullopt);
+            break;
+        default:
+            return false;
+    }
+    changed();
+    return true;
+}
+
+/// Has a position read that the keys have led to, and brings it into view.
+void Plot::follow(const PlotPosition& position) {
+    sheet_->isPointedByKeys = true;
+    const PlotFrame& frame = canvas_->drawn->frame;
+    const auto there = frame.placeOf(pointOf(series()[position.series], position, frame));
+    if (there && !frame.contains(*there)) {
+        constexpr double middle = 0.5;
+        sheet_->view.pan((there->x - frame.left) / frame.width() - middle,
+                         middle - (there->y - frame.top) / frame.height(), PlotView::Act::walk);
+    }
+    pointAt(position);
+}
+
+void Plot::walk(double length) {
+    if (!sheet_->pointed) {
+        changeCurve(true);
+        return;
+    }
+    const PlotSeries& curve = series()[sheet_->pointed->series];
+    const bool runsLeft = !curve.isMarks() && curve.x.front() > curve.x.back();
+    follow(walked(series(), canvas_->drawn->frame, *sheet_->pointed, runsLeft ? -length : length));
+}
+
+/// The nearest position on the next curve that has one in view; at first that of the first curve
+/// in the middle.
+void Plot::changeCurve(bool isNext) {
+    const PlotFrame& frame = canvas_->drawn->frame;
+    const std::size_t count = series().size();
+    const auto from =
+        sheet_->pointed
+            ? frame.placeOf(pointOf(series()[sheet_->pointed->series], *sheet_->pointed, frame))
+            : PlotPlace{0.5 * (frame.left + frame.right), 0.5 * (frame.top + frame.bottom)};
+    std::size_t curve = sheet_->pointed ? sheet_->pointed->series : count - 1;
+    for (std::size_t i = 0; i < count && from; ++i) {
+        curve = (curve + (isNext ? 1 : count - 1)) % count;
+        const auto found = nearest(std::span(series()).subspan(curve, 1), frame, *from,
+                                   std::numeric_limits<double>::infinity());
+        if (found) {
+            follow({curve, found->point, found->share});
+            return;
         }
     }
-    return writeFile(path, picture);
 }
 
 }  // namespace toolkit

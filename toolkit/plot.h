@@ -1,97 +1,81 @@
 #pragma once
 
-#include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "toolkit/control.h"
 #include "toolkit/layout.h"
+#include "toolkit/plot_drawing.h"
+#include "toolkit/plot_series.h"
+#include "toolkit/plot_view.h"
 
 namespace toolkit {
 
-/// Points of one kind in a plot, joined by a line or marked one by one.
-struct PlotSeries {
-    enum class Style { line, dashed, dotted, markers };
-
-    explicit PlotSeries(std::string seriesName = {}, Style seriesStyle = Style::line,
-                        std::size_t seriesColour = 0)
-        : name(std::move(seriesName)), style(seriesStyle), colour(seriesColour) {}
-
-    void add(double pointX, double pointY) {
-        x.push_back(pointX);
-        y.push_back(pointY);
-    }
-    /// A point that only shapes the curve: it is drawn, but not read out.
-    void addShape(double pointX, double pointY) {
-        shape.push_back(x.size());
-        add(pointX, pointY);
-    }
-
-    std::string name;  // stands in the legend; an empty name does not
-    Style style;
-    std::size_t colour;  // of a palette of six that colour-blind readers can tell apart
-    std::vector<double> x;
-    std::vector<double> y;           // as many as x; a number that is not finite makes a gap
-    std::vector<std::size_t> shape;  // which of the points only shape the curve, ascending
-};
-
-/// A point of the series shown: the series, and the point in it.
-struct PlotPosition {
-    std::size_t series = 0;
-    std::size_t point = 0;
-};
-
 /// Curves and marks over a pair of axes, drawn in whatever size the plot has.
+///
+/// A drag shows what its rectangle holds, the wheel zooms, the middle button or Shift moves the
+/// view, a double click or Home shows everything, Backspace what was in view before. The curve near
+/// the pointer is read out; a click pins what is read, another removes it. With the focus, Left and
+/// Right walk along a curve, Up and Down go to another one, + and - zoom, Shift and an arrow move
+/// the view, and Space pins.
 class Plot : public Control {
   public:
-    /// What runs when the pointer comes near another point that is read out, or near none.
-    using PointHandler = std::function<void(std::optional<PlotPosition>)>;
-
     /// `description` tells a screen reader what the plot shows.
     Plot(std::string name, const std::string& description);
+    /// Shows what `other` shows and goes along with it, as `other` does with this one.
+    Plot(std::string name, const std::string& description, const Plot& other);
     ~Plot() override;
 
     /// The plot, asking for a size in lines of text and taking what is left over.
     Block sized(double widthInLines, double heightInLines);
-    /// The titles of the axes with their units.
-    void setAxes(const std::string& x, const std::string& y);
-    /// Draws the x axis by powers of ten; series then need x above 0, other points are gaps.
-    void setLogarithmicX(bool isLogarithmic);
+    void setTitle(const std::string& title);
+    void setAxes(const PlotAxis& x, const PlotAxis& y);
+    void setGrid(bool hasGrid);
     /// Shows these series in place of what stood before.
-    void show(std::vector<PlotSeries> series);
+    void show(std::vector<PlotSeries> series, const FirstView& first = {});
     void clear() { show({}); }
-    const std::vector<PlotSeries>& series() const { return series_; }
-    void onPoint(PointHandler handler) { point_ = std::move(handler); }
-    /// `failed` runs when series that are shown turn out not to be drawn, once for each `show`.
-    void onFailure(Handler failed) { failed_ = std::move(failed); }
+    bool isEmpty() const;
+    const PlotContent& content() const;
+    const std::vector<PlotSeries>& series() const { return content().series; }
+    const PlotView& view() const;
+    /// Shows these limits; returns false where nothing can be drawn between them.
+    bool setLimits(const PlotLimits& limits);
+    /// What is read at the pointer or where the keys have led; empty where that is nothing.
+    std::string reading() const;
+    /// `changed` runs when what is in view or what is read has changed.
+    void onChange(Handler changed) { changed_ = std::move(changed); }
     /// Where a point is drawn, relative to the plot's upper left corner; nothing before it was.
     std::optional<Area> place(const PlotPosition& position) const;
-
-    /// Writes the plot as a picture, in the format that the path ends with: .svg, .pdf or .png.
-    /// Returns nothing, or the sentence that says what went wrong.
-    std::optional<std::string> save(const std::string& path) const;
 
   private:
     struct Callbacks;
     struct Canvas;
+    struct Sheet;
+
+    Plot(std::string name, const std::string& description, std::shared_ptr<Sheet> sheet);
 
     void draw();
-    std::optional<PlotPosition> nearest(double x, double y) const;
-    void pointerAt(std::optional<PlotPosition> position);
+    /// Has all plots of the sheet drawn again.
+    void changed();
+    void pointAt(std::optional<PlotPosition> position);
+    std::optional<PlotPosition> nearestTo(double x, double y) const;
+    void togglePin(const PlotPlace& place);
+    bool press(double x, double y, unsigned button, bool isShifted);
+    void dragTo(double x, double y);
+    void release(double x, double y);
+    void showAllInstead();
+    bool turnWheel(double x, double y, bool isUp);
+    bool pressKey(unsigned key, bool isShifted);
+    void walk(double length);
+    void changeCurve(bool isNext);
+    void follow(const PlotPosition& position);
+    void paintOver(cairo_t* cairo) const;
 
-    std::string xTitle_;
-    std::string yTitle_;
-    bool isLogarithmicX_ = false;
-    std::vector<PlotSeries> series_;
-    PointHandler point_;
-    Handler failed_;
-    bool isFailureTold_ = false;
-    std::optional<PlotPosition> pointed_;
+    std::shared_ptr<Sheet> sheet_;
     std::unique_ptr<Canvas> canvas_;
+    Handler changed_;
 };
 
 }  // namespace toolkit

@@ -1,580 +1,736 @@
 #include "toolkit/plot_drawing.h"
 
-#include <cairo.h>
-#include <glib.h>
+#include <pango/pangocairo.h>
 
 #include <algorithm>
 #include <array>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
-#include <limits>
+#include <initializer_list>
 #include <memory>
 #include <set>
-#include <string_view>
 #include <utility>
-#include <vector>
 
-#include "toolkit/plot_library.h"
+#include "toolkit/plot_line.h"
+#include "toolkit/plot_ticks.h"
 
 namespace toolkit {
 
 namespace {
 
-constexpr double dotsPerInch = 72.0;    // the device's own
-constexpr double xTitleDistance = 3.2;  // from the axis, in heights of the text
-/// A plot is drawn in units in which its text is so high, which suits the one size of the library's
-/// dashes and marks, and scaled.
-constexpr double usualText = 10.0;
-constexpr double lineWidth = 0.2 * usualText;
-constexpr double largest = 1e300;  // of the numbers drawn; a range of numbers has to be finite
+using Style = PlotSeries::Style;
 
-/// White, black, and a palette that colour-blind readers can tell apart and that differs in
-/// brightness in print (M. Okabe, K. Ito, Color Universal Design, 2008).
-constexpr std::array<PLINT, 8> reds = {255, 0, 0, 213, 0, 204, 230, 86};
-constexpr std::array<PLINT, 8> greens = {255, 0, 114, 94, 158, 121, 159, 180};
-constexpr std::array<PLINT, 8> blues = {255, 0, 178, 0, 115, 167, 0, 233};
-constexpr PLINT black = 1;
-constexpr std::size_t firstColour = 2;
-constexpr std::size_t colours = reds.size() - firstColour;
-constexpr std::array<const char*, colours> markers = {"●", "▲", "■", "◆", "▼", "○"};
+// All in heights of the text.
+constexpr double line = 1.3;  // from one line of text to the next
+constexpr double gap = 0.4;   // between parts of the drawing
+constexpr double majorTick = 0.5;
+constexpr double minorTick = 0.25;
+constexpr double curveWidth = 0.15;
+constexpr double axisWidth = 0.07;
+constexpr double markRadius = 0.36;
+constexpr double sampleWidth = 2.6;  // of a line in the legend
 
-PLINT colourOf(const PlotSeries& series) {
-    return static_cast<PLINT>(firstColour + series.colour % colours);
+/// Palettes that colour-blind readers can tell apart, and whose colours stand out from a light and
+/// from a dark ground (after M. Okabe, K. Ito, Color Universal Design, 2008).
+constexpr std::size_t colours = 6;
+constexpr std::array<Colour, colours> onLight = {{{0.00, 0.45, 0.70},
+                                                  {0.80, 0.33, 0.00},
+                                                  {0.00, 0.56, 0.41},
+                                                  {0.70, 0.33, 0.53},
+                                                  {0.65, 0.45, 0.00},
+                                                  {0.15, 0.52, 0.72}}};
+constexpr std::array<Colour, colours> onDark = {{{0.34, 0.71, 0.91},
+                                                 {1.00, 0.58, 0.30},
+                                                 {0.25, 0.82, 0.62},
+                                                 {0.95, 0.65, 0.80},
+                                                 {0.94, 0.89, 0.26},
+                                                 {0.75, 0.88, 1.00}}};
+
+Colour mixed(const Colour& one, const Colour& other, double share) {
+    return {one.red + share * (other.red - one.red), one.green + share * (other.green - one.green),
+            one.blue + share * (other.blue - one.blue)};
 }
 
-const char* markerOf(const PlotSeries& series) {
-    return markers[series.colour % colours];
+void setSource(cairo_t* cairo, const Colour& colour, double opacity = 1.0) {
+    cairo_set_source_rgba(cairo, colour.red, colour.green, colour.blue, opacity);
 }
 
-/// The line styles of the library.
-PLINT styleOf(const PlotSeries& series) {
-    constexpr PLINT solid = 1;
-    constexpr PLINT shortDashes = 2;
-    constexpr PLINT longDashes = 3;
-    switch (series.style) {
-        case PlotSeries::Style::dashed:
-            return longDashes;
-        case PlotSeries::Style::dotted:
-            return shortDashes;
-        default:
-            return solid;
-    }
-}
-
-struct Range {
-    double low = std::numeric_limits<double>::infinity();
-    double high = -std::numeric_limits<double>::infinity();
-
-    void take(double value) {
-        low = std::min(low, value);
-        high = std::max(high, value);
-    }
-    double size() const { return std::max(std::abs(low), std::abs(high)); }
-    /// The range with some room at its ends, wide enough for labels that differ; an empty one
-    /// becomes 0 to 1.
-    Range widened() const {
-        constexpr double margin = 0.04;
-        constexpr double smallest = 1e-300;    // of the numbers that differ from 0 in a plot
-        constexpr double narrowest = 1e-4;     // of the size of the numbers
-        constexpr double neighbourhood = 0.1;  // of a single number
-        if (low > high) {
-            return {0.0, 1.0};
-        }
-        if (size() < smallest) {
-            return {-1.0, 1.0};
-        }
-        const double width = high - low;
-        const double room = width < narrowest * size() ? neighbourhood * size() : margin * width;
-        return {low - room, high + room};
-    }
+struct Unreferencer {
+    void operator()(void* object) const { g_object_unref(object); }
 };
 
-bool isDrawn(double x, double y, bool isLogarithmicX) {
-    return std::abs(x) < largest && std::abs(y) < largest && (!isLogarithmicX || x > 0.0);
-}
-
-double scaled(double x, bool isLogarithmicX) {
-    return isLogarithmicX ? std::log10(x) : x;
-}
-
-/// Calls `visit(x, y)` with each point that is drawn, x on the scale of the axis, and `gap()` where
-/// one is not.
-template <class Visit, class Gap>
-void forEachPoint(const PlotSeries& series, bool isLogarithmicX, Visit visit, Gap gap) {
-    for (std::size_t i = 0; i < series.x.size(); ++i) {
-        if (isDrawn(series.x[i], series.y[i], isLogarithmicX)) {
-            visit(scaled(series.x[i], isLogarithmicX), series.y[i]);
-        } else {
-            gap();
-        }
-    }
-}
-
-/// What the library shows as this text: '#' begins an escape sequence of it, and of what is no
-/// UTF-8 it complains at the terminal.
-std::string escaped(const std::string& text) {
-    const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text.c_str(), -1),
-                                                         &g_free);
-    std::string result;
-    for (const char c : std::string_view(valid.get())) {
-        result += c;
-        if (c == '#') {
-            result += c;
-        }
-    }
-    return result;
-}
-
-/// The labels of an axis, as far as their room has to be known before the library sets them.
-struct Labels {
-    static constexpr int mostDigits = 6;
-
-    double characters = 0.0;  // of the longest
-    bool hasFactor = false;   // whether a power of ten may stand apart from them
-
-    static Labels of(const Range& range) {
-        constexpr double ticks = 10.0;  // no more than that, and a digit for each
-        const double first = std::floor(std::log10(range.size()));
-        const double last =
-            std::min(first, std::floor(std::log10((range.high - range.low) / ticks)));
-        const double whole = std::max(first, 0.0) + 1.0;
-        const double digits = std::max(first, 0.0) - std::min(last, 0.0) + 1.0;
-        const double sign = range.low < 0.0 ? 1.0 : 0.0;
-        if (digits <= mostDigits) {
-            return {sign + digits + (digits > whole ? 1.0 : 0.0), whole >= mostDigits};
-        }
-        return {sign + std::min<double>(first - last + 1.0, mostDigits) + 1.0, true};
-    }
-};
-
-/// Draws marks of one kind; of many that would hide one another only the first.
-class Marks {
+/// Sets text in the font of the look.
+class Typesetter {
   public:
-    Marks(const PlotLibrary& library, const char* symbol, double cell)
-        : library_(library), symbol_(symbol), cell_(cell) {}
+    Typesetter(cairo_t* cairo, const PlotLook& look)
+        : cairo_(cairo), layout_(pango_cairo_create_layout(cairo)) {
+        // As wide on the display as in print.
+        PangoContext* const context = pango_layout_get_context(layout_.get());
+        cairo_font_options_t* const options = cairo_font_options_create();
+        cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+        pango_cairo_context_set_font_options(context, options);
+        cairo_font_options_destroy(options);
+        pango_context_set_round_glyph_positions(context, FALSE);
+        PangoFontDescription* const font = pango_font_description_from_string(look.font.c_str());
+        pango_font_description_set_absolute_size(font, look.textHeight * PANGO_SCALE);
+        pango_layout_set_font_description(layout_.get(), font);
+        pango_font_description_free(font);
+    }
 
-    void add(double x, double y) {
-        const auto column = static_cast<std::int64_t>(std::floor(x / cell_));
-        const auto row = static_cast<std::int64_t>(std::floor(y / cell_));
-        if (taken_.insert({column, row}).second) {
-            constexpr double lift = 0.17 * usualText;  // the library's marks lie too low
-            const double middle = y + lift;
-            library_.drawMarkers(1, &x, &middle, symbol_);
-        }
+    PlotPlace sizeOf(const std::string& text) {
+        set(text);
+        int width = 0;
+        int height = 0;
+        pango_layout_get_size(layout_.get(), &width, &height);
+        return {static_cast<double>(width) / PANGO_SCALE,
+                static_cast<double>(height) / PANGO_SCALE};
+    }
+
+    /// `x` and `y`: a place in the text's own box, as shares of its width and height, that comes to
+    /// `place`.
+    void draw(const std::string& text, const PlotPlace& place, double x, double y) {
+        const PlotPlace size = sizeOf(text);
+        cairo_move_to(cairo_, place.x - x * size.x, place.y - y * size.y);
+        pango_cairo_show_layout(cairo_, layout_.get());
+    }
+    /// At the present place.
+    void show(const std::string& text) {
+        set(text);
+        pango_cairo_show_layout(cairo_, layout_.get());
+    }
+
+    /// Breaks texts into centred lines of this width and ends them after so many.
+    void wrap(double width, int lines) {
+        pango_layout_set_width(layout_.get(), static_cast<int>(width * PANGO_SCALE));
+        pango_layout_set_height(layout_.get(), -lines);
+        pango_layout_set_ellipsize(layout_.get(), PANGO_ELLIPSIZE_END);
+        pango_layout_set_alignment(layout_.get(), PANGO_ALIGN_CENTER);
+    }
+    void unwrap() {
+        pango_layout_set_width(layout_.get(), -1);
+        pango_layout_set_ellipsize(layout_.get(), PANGO_ELLIPSIZE_NONE);
+        pango_layout_set_alignment(layout_.get(), PANGO_ALIGN_LEFT);
     }
 
   private:
-    const PlotLibrary& library_;
-    const char* symbol_;
-    double cell_;
-    std::set<std::pair<std::int64_t, std::int64_t>> taken_;
+    void set(const std::string& text) {
+        const std::unique_ptr<char, decltype(&g_free)> valid(
+            g_utf8_make_valid(text.c_str(), static_cast<gssize>(text.size())), &g_free);
+        pango_layout_set_text(layout_.get(), valid.get(), -1);
+    }
+
+    cairo_t* cairo_;
+    std::unique_ptr<PangoLayout, Unreferencer> layout_;
 };
 
-/// Takes in the points of a line and gives out those that make a difference on the display: of
-/// those in one column of pixels the first, the lowest, the highest and the last.
-class Polyline {
+using Box = DrawnPlot::Box;
+
+/// Which parts of the frame something is drawn in.
+class Occupancy {
   public:
-    /// `single` takes the points that stand alone.
-    Polyline(const PlotLibrary& library, Marks& single) : library_(library), single_(single) {}
+    Occupancy(const PlotFrame& frame, double cell)
+        : frame_(frame),
+          cell_(cell),
+          columns_(1 + static_cast<std::size_t>(frame.width() / cell)),
+          rows_(1 + static_cast<std::size_t>(frame.height() / cell)),
+          cells_(columns_ * rows_, false) {}
 
-    void add(double x, double y) {
-        const double column = std::floor(x);
-        if (column != column_) {
-            flushColumn();
-            column_ = column;
-            keep(x, y);
-        }
-        if (y < low_.y) {
-            low_ = {x, y, count_};
-        }
-        if (y > high_.y) {
-            high_ = {x, y, count_};
-        }
-        last_ = {x, y, count_};
-        ++count_;
-    }
-
-    /// Draws what was taken in since the last time.
-    void finish() {
-        flushColumn();
-        column_ = std::numeric_limits<double>::quiet_NaN();
-        if (xs_.empty()) {
-            return;
-        }
-        if (isDot()) {
-            single_.add(xs_[0], ys_[0]);
-        } else {
-            library_.drawLine(static_cast<PLINT>(xs_.size()), xs_.data(), ys_.data());
-        }
-        xs_.clear();
-        ys_.clear();
-        count_ = 0;
-    }
-
-  private:
-    struct Point {
-        double x;
-        double y;
-        std::size_t position;
-    };
-    static constexpr Point lowest{0.0, std::numeric_limits<double>::infinity(), 0};
-    static constexpr Point highest{0.0, -std::numeric_limits<double>::infinity(), 0};
-
-    void keep(double x, double y) {
-        const bool isNew = xs_.empty() || xs_.back() != x || ys_.back() != y;
-        if (isNew) {
-            xs_.push_back(x);
-            ys_.push_back(y);
+    void take(const PlotPlace& place) {
+        if (frame_.contains(place)) {
+            cells_[index(place.x, place.y)] = true;
         }
     }
-
-    /// Whether all points lie within a pixel, where a line would hardly be seen.
-    bool isDot() const {
-        for (std::size_t i = 1; i < xs_.size(); ++i) {
-            if (std::abs(xs_[i] - xs_[0]) > 1.0 || std::abs(ys_[i] - ys_[0]) > 1.0) {
-                return false;
+    /// The straight way between two places in the frame.
+    void take(const PlotPlace& one, const PlotPlace& other) {
+        const double steps = std::ceil(2.0 * std::hypot(other.x - one.x, other.y - one.y) / cell_);
+        for (double i = 0.0; i <= steps; ++i) {
+            const double share = steps > 0.0 ? i / steps : 0.0;
+            take({one.x + share * (other.x - one.x), one.y + share * (other.y - one.y)});
+        }
+    }
+    bool isFree(const Box& box) const {
+        for (double y = box.y; y < box.y + box.height + cell_; y += cell_) {
+            for (double x = box.x; x < box.x + box.width + cell_; x += cell_) {
+                const double column = std::min(x, box.x + box.width);
+                const double row = std::min(y, box.y + box.height);
+                if (frame_.contains({column, row}) && cells_[index(column, row)]) {
+                    return false;
+                }
             }
         }
         return true;
     }
 
-    void flushColumn() {
-        if (low_.y <= high_.y) {
-            const bool lowFirst = low_.position < high_.position;
-            const Point& first = lowFirst ? low_ : high_;
-            const Point& second = lowFirst ? high_ : low_;
-            keep(first.x, first.y);
-            keep(second.x, second.y);
-            keep(last_.x, last_.y);
-        }
-        low_ = lowest;
-        high_ = highest;
-    }
-
-    const PlotLibrary& library_;
-    Marks& single_;
-    double column_ = std::numeric_limits<double>::quiet_NaN();
-    Point low_ = lowest;
-    Point high_ = highest;
-    Point last_{};
-    std::size_t count_ = 0;
-    std::vector<double> xs_;
-    std::vector<double> ys_;
-};
-
-/// Numbers with a point in the library, whatever the locale.
-class PointLocale {
-  public:
-    PointLocale()
-        : own_(newlocale(LC_NUMERIC_MASK, "C", duplocale(uselocale(nullptr)))),
-          before_(uselocale(own_)) {}
-    PointLocale(const PointLocale&) = delete;
-    PointLocale& operator=(const PointLocale&) = delete;
-    ~PointLocale() {
-        uselocale(before_);
-        freelocale(own_);
-    }
-
   private:
-    locale_t own_;
-    locale_t before_;
+    std::size_t index(double x, double y) const {
+        return static_cast<std::size_t>((y - frame_.top) / cell_) * columns_ +
+               static_cast<std::size_t>((x - frame_.left) / cell_);
+    }
+
+    const PlotFrame& frame_;
+    double cell_;
+    std::size_t columns_;
+    std::size_t rows_;
+    std::vector<bool> cells_;
 };
 
-/// What a text takes in the library's font.
-double widthOf(cairo_t* cairo, const std::string& text) {
-    constexpr double pixelsPerPoint = 96.0 / dotsPerInch;
-    cairo_select_font_face(cairo, "sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(cairo, pixelsPerPoint * usualText);
-    cairo_text_extents_t extents;
-    cairo_text_extents(cairo, text.c_str(), &extents);
-    return extents.x_advance;
+/// A row of the legend.
+struct Entry {
+    std::string text;
+    Style style = Style::line;
+    std::size_t colour = 0;
+    bool isInk = false;  // it says what a line style means, whatever the colour
+};
+
+/// A curve's name is said by its colour; what its parts are, by their line styles.
+std::vector<Entry> entriesOf(const std::vector<PlotSeries>& series) {
+    std::vector<Entry> entries;
+    std::vector<Entry> states;
+    for (const PlotSeries& each : series) {
+        if (each.size() == 0) {
+            continue;
+        }
+        if (!each.name.empty()) {
+            const bool isPlain = each.parts.size() == 1 && each.parts[0].state.empty();
+            entries.push_back(
+                {each.name, isPlain ? each.parts[0].style : Style::line, each.colour, false});
+        }
+        for (const PlotSeries::Part& part : each.parts) {
+            const bool isKnown = std::any_of(states.begin(), states.end(), [&part](const Entry& e) {
+                return e.text == part.state && e.style == part.style;
+            });
+            if (!part.state.empty() && !isKnown) {
+                states.push_back({part.state, part.style, 0, true});
+            }
+        }
+    }
+    const auto isMark = [](const Entry& entry) { return entry.style == Style::markers; };
+    entries.insert(std::find_if(entries.begin(), entries.end(), isMark), states.begin(),
+                   states.end());
+    return entries;
 }
 
-/// One plot being drawn, in units in which the text has its usual height.
+/// One plot being drawn.
 class Drawer {
   public:
-    Drawer(const PlotLibrary& library, double width, double height, const PlotContent& content)
-        : library_(library), width_(width), height_(height), content_(content) {}
+    Drawer(cairo_t* cairo, const PlotLook& look, const PlotContent& content, const PlotView& view)
+        : cairo_(cairo),
+          look_(look),
+          content_(content),
+          view_(view),
+          text_(cairo, look),
+          unit_(look.textHeight),
+          entries_(entriesOf(content.series)) {}
 
-    std::optional<PlotFrame> draw(cairo_t* cairo);
+    std::optional<DrawnPlot> draw(double width, double height);
 
   private:
-    struct Legend {
-        static constexpr double row = 1.8;  // heights of the text
-
-        std::vector<const PlotSeries*> series;
-        PLINT columns = 1;
-
-        PLINT count() const { return static_cast<PLINT>(series.size()); }
-        PLINT rows() const { return (count() + columns - 1) / columns; }
-        /// In heights of the text, with the room above and below it.
-        double height() const { return 1.5 + row * rows(); }
-    };
-
-    void measureRanges();
-    bool layOut(cairo_t* cairo);
-    void planLegend(cairo_t* cairo);
-    double legendWidth(double widestName) const;
-    void prepare() const;
-    void drawAxes() const;
+    bool layOut(double width, double height);
+    bool layOutFrame(double width, double height);
+    bool placeLegendInside();
+    void planLegendBelow(double width, double height);
+    void takePlaces(Occupancy& occupancy);
+    Box boxOf(const PlotPin& pin, const PlotPlace& place);
+    void drawGrid() const;
+    void drawAxes();
+    void drawTick(double value, bool isX, double length) const;
+    void drawTitles();
     void drawSeries(const PlotSeries& series) const;
-    void drawLegend() const;
-    PlotFrame frame() const;
+    void addMark(const PlotPlace& place, std::size_t number) const;
+    void drawMarks(std::size_t number) const;
+    void drawMore() const;
+    Box drawPin(const PlotPin& pin);
+    void drawLegend();
+    void setLine(Style style) const;
+    void setColour(std::size_t number) const {
+        setSource(cairo_, plotColour(number, look_.ground));
+    }
 
-    const PlotLibrary& library_;
-    double width_;
-    double height_;
+    cairo_t* cairo_;
+    const PlotLook& look_;
     const PlotContent& content_;
-    bool isLogarithmicX_ = false;
-    Range x_;
-    Range y_;
-    Legend legend_;
-    double left_ = 0.0;
-    double right_ = 0.0;
-    double bottom_ = 0.0;
-    double top_ = 0.0;
-    double yTitle_ = 0.0;  // its distance from the axis, in heights of the text
+    const PlotView& view_;
+    Typesetter text_;
+    double unit_;
+    std::vector<Entry> entries_;
+    double entryWidth_ = 0.0;  // of the widest one
+    std::size_t columns_ = 1;  // of the legend
+    Box legend_;
+    bool isLegendBelow_ = false;
+    double titleWidth_ = 0.0;
+    double titleHeight_ = 0.0;
+    double yLabelWidth_ = 0.0;
+    PlotTicks xTicks_;
+    PlotTicks yTicks_;
+    PlotFrame frame_;
 };
 
-void Drawer::measureRanges() {
-    Range x;
-    Range y;
-    const auto measure = [&] {
-        x = {};
-        y = {};
-        for (const PlotSeries& series : content_.series) {
-            forEachPoint(
-                series, isLogarithmicX_,
-                [&](double pointX, double pointY) {
-                    x.take(pointX);
-                    y.take(pointY);
-                },
-                [] {});
-        }
-    };
-    isLogarithmicX_ = content_.isLogarithmicX;
-    measure();
-    // Fewer have too few labels; more have no room for them, and what steps evenly over so many
-    // lies in the last few of them anyway.
-    constexpr double fewestDecades = 1.5;
-    constexpr double mostDecades = 16.0;
-    const double decades = x.high - x.low;
-    if (isLogarithmicX_ && !(decades > fewestDecades && decades < mostDecades)) {
-        isLogarithmicX_ = false;
-        measure();
-    }
-    x_ = x.widened();
-    y_ = y.widened();
+std::string axisTitle(const PlotAxis& axis, int exponent) {
+    const std::string factor = exponent == 0 ? "" : powerOfTen(exponent);
+    const std::string unit = factor + (factor.empty() || axis.unit.empty() ? "" : " ") + axis.unit;
+    return unit.empty() ? axis.quantity : axis.quantity + " (" + unit + ")";
 }
 
-/// What the library takes for the legend in its present columns.
-double Drawer::legendWidth(double widestName) const {
-    constexpr double sample = 3.3;  // with what is before and behind it
-    constexpr double gaps = 2.5;    // of a box as wide as high: they grow with its width
-    const double height = height_ - bottom_ - legend_.height() * usualText;
-    const double ratio = (right_ - left_) / std::max(height, usualText);
-    return legend_.columns * (widestName + (sample + gaps * ratio) * usualText);
-}
-
-/// As many columns as fit between the sides of the box.
-void Drawer::planLegend(cairo_t* cairo) {
-    double widest = 0.0;
-    for (const PlotSeries& series : content_.series) {
-        if (!series.name.empty() && !series.x.empty()) {
-            legend_.series.push_back(&series);
-            widest = std::max(widest, widthOf(cairo, escaped(series.name)));
-        }
-    }
-    legend_.columns = std::max(legend_.count(), 1);
-    while (legend_.columns > 1 && legendWidth(widest) > right_ - left_) {
-        --legend_.columns;
-    }
-    if (legendWidth(widest) > 2.0 * width_ - left_ - right_) {  // it stands over the box's middle
-        legend_ = {};
-    }
-}
-
-void Drawer::drawAxes() const {
-    library_.setColour(black);
-    library_.setLineWidth(lineWidth / 2.0);
-    library_.setLineStyle(1);
-    library_.drawBox(isLogarithmicX_ ? "bclnst" : "bcnst", 0.0, 0, "bcnstv", 0.0, 0);
-    library_.drawTitle("b", xTitleDistance, 0.5, 0.5, escaped(content_.xTitle).c_str());
-    library_.drawTitle("l", yTitle_, 0.5, 0.5, escaped(content_.yTitle).c_str());
-}
-
-void Drawer::drawSeries(const PlotSeries& series) const {
-    library_.setColour(colourOf(series));
-    library_.setLineWidth(lineWidth);
-    library_.setLineStyle(styleOf(series));
-    constexpr std::size_t fewMarks = 1000;  // are all drawn
-    const double cell = series.x.size() > fewMarks ? usualText / 2.0 : 1.0;
-    const double xScale = (right_ - left_) / (x_.high - x_.low);
-    const double yScale = (top_ - bottom_) / (y_.high - y_.low);
-    const auto forEachPlace = [&](auto visit, auto gap) {
-        forEachPoint(
-            series, isLogarithmicX_,
-            [&](double x, double y) { visit((x - x_.low) * xScale, (y - y_.low) * yScale); }, gap);
-    };
-    if (series.style == PlotSeries::Style::markers) {
-        Marks marks(library_, markerOf(series), cell);
-        forEachPlace([&](double x, double y) { marks.add(x, y); }, [] {});
-        return;
-    }
-    Marks single(library_, markers[0], cell);
-    Polyline line(library_, single);
-    forEachPlace([&](double x, double y) { line.add(x, y); }, [&] { line.finish(); });
-    line.finish();
-}
-
-void Drawer::drawLegend() const {
-    const std::size_t count = legend_.series.size();
-    if (count == 0) {
-        return;
-    }
-    std::vector<PLINT> options;
-    std::vector<PLINT> colour;
-    std::vector<PLINT> style;
-    std::vector<std::string> names;
-    std::vector<const char*> texts;
-    std::vector<const char*> symbols;
-    texts.reserve(count);
-    for (const PlotSeries* const series : legend_.series) {
-        const bool isMarked = series->style == PlotSeries::Style::markers;
-        options.push_back(isMarked ? PL_LEGEND_SYMBOL : PL_LEGEND_LINE);
-        colour.push_back(colourOf(*series));
-        style.push_back(styleOf(*series));
-        names.push_back(escaped(series->name));
-        symbols.push_back(markerOf(*series));
-    }
-    for (const std::string& name : names) {
-        texts.push_back(name.c_str());
-    }
-    const std::vector<PLINT> textColours(count, black);
-    const std::vector<double> lineWidths(count, lineWidth);
-    const std::vector<double> scales(count, 1.0);
-    const std::vector<PLINT> once(count, 1);
-    const double sample = 3.0 * usualText / (right_ - left_);
-    library_.setColour(black);
-    library_.setLineStyle(1);
-    double width = 0.0;
-    double height = 0.0;
-    library_.drawLegend(&width, &height, PL_LEGEND_ROW_MAJOR, PL_POSITION_TOP | PL_POSITION_OUTSIDE,
-                        0.0, 0.5 * usualText / (top_ - bottom_), sample, 0, 0, 0, legend_.rows(),
-                        legend_.columns, legend_.count(), options.data(), 1.0, 1.0, Legend::row,
-                        0.0, textColours.data(), texts.data(), nullptr, nullptr, nullptr, nullptr,
-                        colour.data(), style.data(), lineWidths.data(), colour.data(),
-                        scales.data(), once.data(), symbols.data());
-}
-
-PlotFrame Drawer::frame() const {
-    const double xScale = (right_ - left_) / (x_.high - x_.low);
-    const double yScale = (top_ - bottom_) / (y_.high - y_.low);
-    return {isLogarithmicX_, left_ - x_.low * xScale, xScale, height_ - bottom_ + y_.low * yScale,
-            -yScale};
-}
-
-/// Gives the labels, the titles and the legend their room, in heights of the text, and the rest to
-/// the box of the axes; small plots do without the legend. Returns false where nothing is left.
-bool Drawer::layOut(cairo_t* cairo) {
-    constexpr double digitWidth = 0.75;
-    constexpr double factorHeight = 4.8;
-    constexpr double factorWidth = 3.2;  // its half: it stands below the end of the axis
-    constexpr double least = 3.0;
-    const Labels x = isLogarithmicX_ ? Labels{} : Labels::of(x_);
-    const Labels y = Labels::of(y_);
-    yTitle_ = std::max(5.2, 2.0 + digitWidth * y.characters);
-    left_ = (yTitle_ + 1.8) * usualText;
-    const double right = std::max(1.5, digitWidth * x.characters / 2.0);
-    right_ = width_ - std::max(right, x.hasFactor ? factorWidth : 0.0) * usualText;
-    bottom_ = (xTitleDistance + 1.3) * usualText;
-    if (right_ - left_ < least * usualText) {
+/// Gives the labels, the titles and a legend below their room and the rest to the frame; returns
+/// false where nothing is left.
+bool Drawer::layOutFrame(double width, double height) {
+    constexpr double least = 5.0;
+    constexpr double rowsForLabel = 2.4;
+    const double top = (content_.title.empty() ? unit_ : titleHeight_ + 2.0 * gap * unit_);
+    const double below = isLegendBelow_ ? legend_.height + gap * unit_ : 0.0;
+    const double bottom = height - below - (2.0 * line + majorTick + gap) * unit_;
+    if (bottom - top < least * unit_) {
         return false;
     }
-    planLegend(cairo);
-    const double top = std::max(1.5, y.hasFactor ? factorHeight : 0.0);
-    const auto placeTop = [&] { top_ = height_ - std::max(top, legend_.height()) * usualText; };
-    placeTop();
-    if (top_ - bottom_ < least * Legend::row * usualText) {
-        legend_ = {};
-        placeTop();
+    yTicks_ = ticksOf(view_.limits().y, (bottom - top) / (rowsForLabel * unit_));
+    yLabelWidth_ = 0.0;
+    for (const PlotTicks::Major& tick : yTicks_.major) {
+        yLabelWidth_ = std::max(yLabelWidth_, text_.sizeOf(tick.label).x);
     }
-    return top_ - bottom_ >= least * usualText;
+    const double left = yLabelWidth_ + (line + 2.0 * gap + majorTick) * unit_;
+    double labelWidth = 3.0 * unit_;
+    double right = width - unit_;
+    constexpr int attempts = 3;  // the labels depend on their number, and that on their width
+    for (int i = 0; i < attempts; ++i) {
+        right = width - std::max(0.5 * labelWidth + gap * unit_, unit_);
+        if (right - left < least * unit_) {
+            return false;
+        }
+        xTicks_ = ticksOf(view_.limits().x, (right - left) / (labelWidth + 1.5 * unit_));
+        double widest = 0.0;
+        for (const PlotTicks::Major& tick : xTicks_.major) {
+            widest = std::max(widest, text_.sizeOf(tick.label).x);
+        }
+        if (widest <= labelWidth && i > 0) {
+            break;
+        }
+        labelWidth = widest;
+    }
+    frame_ = PlotFrame(view_.limits(), left, top, right, bottom);
+    return true;
 }
 
-/// Sets what the library draws by.
-void Drawer::prepare() const {
-    constexpr double millimetresPerInch = 25.4;
-    library_.advance(0);
-    library_.setTextHeight(usualText * millimetresPerInch / dotsPerInch, 1.0);
-    library_.setMajorTicks(0.0, 0.5);
-    library_.setMinorTicks(0.0, 0.5);
-    library_.setXDigits(Labels::mostDigits, 0);
-    library_.setYDigits(Labels::mostDigits, 0);
-    library_.setViewport(left_ / width_, right_ / width_, bottom_ / height_, top_ / height_);
-    library_.setWindow(x_.low, x_.high, y_.low, y_.high);
+/// Where the text of a pin stands: beside its point, in the frame.
+Box Drawer::boxOf(const PlotPin& pin, const PlotPlace& place) {
+    const PlotPlace size = text_.sizeOf(pin.text);
+    const double width = size.x + 2.0 * gap * unit_;
+    const double height = size.y + gap * unit_;
+    const double away = 0.8 * unit_;
+    const bool isRight = place.x + away + width <= frame_.right;
+    const bool isAbove = place.y - away - height >= frame_.top;
+    return {std::max(isRight ? place.x + away : place.x - away - width, frame_.left),
+            isAbove ? place.y - away - height : place.y + away, width, height};
 }
 
-std::optional<PlotFrame> Drawer::draw(cairo_t* cairo) {
-    measureRanges();
-    if (!layOut(cairo)) {
-        return std::nullopt;
-    }
-    const PointLocale locale;
-    PLINT stream = 0;
-    library_.makeStream(&stream);
-    library_.setDevice(PlotLibrary::device);
-    library_.setPage(dotsPerInch, dotsPerInch, static_cast<PLINT>(std::lround(width_)),
-                     static_cast<PLINT>(std::lround(height_)), 0, 0);
-    library_.setColours(reds.data(), greens.data(), blues.data(), static_cast<PLINT>(reds.size()));
-    if (!startPlot(library_)) {
-        return std::nullopt;
-    }
-    library_.command(PLESC_DEVINIT, cairo);
-    prepare();
-    drawAxes();
-    // The series in the units of the drawing: some functions of the library fail on huge numbers.
-    library_.setWindow(0.0, right_ - left_, 0.0, top_ - bottom_);
+/// The curves and pins in the frame.
+void Drawer::takePlaces(Occupancy& occupancy) {
     for (const PlotSeries& series : content_.series) {
-        drawSeries(series);
+        for (std::size_t part = 0; part < series.parts.size(); ++part) {
+            if (series.isMarks()) {
+                trace(
+                    series, part, frame_,
+                    [&occupancy](const PlotSpot& spot) { occupancy.take(spot.place); }, [] {});
+                continue;
+            }
+            tracePolylines(series, part, frame_, [&occupancy](const Polyline& curve) {
+                for (std::size_t i = 0; i < curve.size(); ++i) {
+                    occupancy.take(curve[i > 0 ? i - 1 : 0], curve[i]);
+                }
+            });
+        }
     }
+    for (const PlotPin& pin : content_.pins) {
+        if (const auto place = frame_.placeOf(pin.point); place && frame_.contains(*place)) {
+            const Box box = boxOf(pin, *place);
+            for (double y = box.y; y < box.y + box.height; y += 0.5 * unit_) {
+                occupancy.take({box.x, y}, {box.x + box.width, y});
+            }
+        }
+    }
+}
+
+/// Puts the legend into a corner where nothing is; returns false where there is none.
+bool Drawer::placeLegendInside() {
+    constexpr double most = 0.6;  // of the frame
+    legend_.width = entryWidth_ + 2.0 * gap * unit_;
+    legend_.height = (line * static_cast<double>(entries_.size()) + gap) * unit_;
+    columns_ = 1;
+    if (legend_.width > most * frame_.width() || legend_.height > most * frame_.height()) {
+        return false;
+    }
+    Occupancy occupancy(frame_, 0.5 * unit_);
+    takePlaces(occupancy);
+    const double margin = majorTick * unit_;
+    for (const double y : {frame_.top + margin, frame_.bottom - margin - legend_.height}) {
+        for (const double x : {frame_.right - margin - legend_.width, frame_.left + margin}) {
+            legend_.x = x;
+            legend_.y = y;
+            if (occupancy.isFree(legend_)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// As many columns below the plot as fit; without a legend where not one does.
+void Drawer::planLegendBelow(double width, double height) {
+    const double room = width - 2.0 * unit_;
+    const double column = entryWidth_ + unit_;
+    columns_ = std::min(entries_.size(), static_cast<std::size_t>(std::max(room / column, 0.0)));
+    if (columns_ == 0) {
+        entries_.clear();
+        return;
+    }
+    const std::size_t rows = (entries_.size() + columns_ - 1) / columns_;
+    legend_.width = static_cast<double>(columns_) * column;
+    legend_.height = line * unit_ * static_cast<double>(rows);
+    legend_.x = 0.5 * (width - legend_.width);
+    legend_.y = height - legend_.height - gap * unit_;
+    isLegendBelow_ = true;
+}
+
+bool Drawer::layOut(double width, double height) {
+    constexpr double roomAtSides = 2.0;
+    constexpr int titleLines = 2;
+    titleWidth_ = width - roomAtSides * unit_;
+    if (titleWidth_ < unit_) {
+        return false;
+    }
+    if (!content_.title.empty()) {
+        text_.wrap(titleWidth_, titleLines);
+        titleHeight_ = text_.sizeOf(content_.title).y;
+        text_.unwrap();
+    }
+    for (const Entry& entry : entries_) {
+        entryWidth_ =
+            std::max(entryWidth_, text_.sizeOf(entry.text).x + (sampleWidth + gap) * unit_);
+    }
+    if (!layOutFrame(width, height)) {
+        return false;
+    }
+    if (entries_.empty() || placeLegendInside()) {
+        return true;
+    }
+    planLegendBelow(width, height);
+    if (!layOutFrame(width, height)) {
+        entries_.clear();
+        isLegendBelow_ = false;
+        layOutFrame(width, height);
+    }
+    return true;
+}
+
+void Drawer::setLine(Style style) const {
+    const double width = curveWidth * unit_;
+    cairo_set_line_width(cairo_, width);
+    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
+    cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
+    const auto dash = [this, width](std::initializer_list<double> lengths) {
+        std::vector<double> scaled;
+        for (const double length : lengths) {
+            scaled.push_back(length * width);
+        }
+        cairo_set_dash(cairo_, scaled.data(), static_cast<int>(scaled.size()), 0.0);
+    };
+    switch (style) {
+        case Style::dashed:
+            return dash({5.0, 3.0});
+        case Style::dotted:
+            return dash({1.5, 2.0});
+        case Style::dashDotted:
+            return dash({8.0, 2.5, 1.5, 2.5});
+        default:
+            return dash({});
+    }
+}
+
+/// The marks differ in shape as well as in colour.
+void Drawer::addMark(const PlotPlace& place, std::size_t number) const {
+    constexpr std::array<int, colours> corners = {0, 3, 4, 4, 3, 0};
+    constexpr std::array<double, colours> turns = {0.0, 0.75, 0.125, 0.0, 0.25, 0.0};
+    const std::size_t shape = number % colours;
+    const double radius = markRadius * unit_;
+    cairo_new_sub_path(cairo_);
+    if (corners[shape] == 0) {
+        cairo_arc(cairo_, place.x, place.y, radius, 0.0, 2.0 * G_PI);
+    }
+    for (int i = 0; i < corners[shape]; ++i) {
+        constexpr double wider = 1.2;  // as large to the eye as a circle
+        const double angle = 2.0 * G_PI * (turns[shape] + static_cast<double>(i) / corners[shape]);
+        cairo_line_to(cairo_, place.x + wider * radius * std::cos(angle),
+                      place.y + wider * radius * std::sin(angle));
+    }
+    cairo_close_path(cairo_);
+}
+
+void Drawer::drawMarks(std::size_t number) const {
+    const bool isHollow = number % colours + 1 == colours;
+    setLine(Style::line);
+    isHollow ? cairo_stroke(cairo_) : cairo_fill(cairo_);
+}
+
+/// Of many marks that would hide one another only the first.
+class Cells {
+  public:
+    explicit Cells(double size) : size_(size) {}
+    bool take(const PlotPlace& place) {
+        return taken_
+            .insert({static_cast<std::int64_t>(std::floor(place.x / size_)),
+                     static_cast<std::int64_t>(std::floor(place.y / size_))})
+            .second;
+    }
+
+  private:
+    double size_;
+    std::set<std::pair<std::int64_t, std::int64_t>> taken_;
+};
+
+void Drawer::drawSeries(const PlotSeries& series) const {
+    constexpr std::size_t fewMarks = 1000;  // are all drawn
+    Cells cells(series.size() > fewMarks ? unit_ : 1.0);
+    setColour(series.colour);
+    const auto mark = [&](const PlotPlace& place, std::size_t shape) {
+        if (frame_.contains(place) && cells.take(place)) {
+            addMark(place, shape);
+        }
+    };
+    if (series.isMarks()) {
+        trace(
+            series, 0, frame_, [&](const PlotSpot& spot) { mark(spot.place, series.colour); },
+            [] {});
+        drawMarks(series.colour);
+        return;
+    }
+    for (std::size_t part = 0; part < series.parts.size(); ++part) {
+        std::vector<PlotPlace> dots;
+        setLine(series.parts[part].style);
+        cairo_new_path(cairo_);
+        tracePolylines(series, part, frame_, [&](const Polyline& curve) {
+            if (curve.size() == 1) {
+                dots.push_back(curve[0]);
+                return;
+            }
+            cairo_move_to(cairo_, curve[0].x, curve[0].y);
+            for (const PlotPlace& place : curve) {
+                cairo_line_to(cairo_, place.x, place.y);
+            }
+        });
+        cairo_stroke(cairo_);
+        for (const PlotPlace& dot : dots) {
+            mark(dot, 0);
+        }
+        drawMarks(0);
+    }
+}
+
+void Drawer::drawGrid() const {
+    constexpr double faint = 0.85;
+    setSource(cairo_, mixed(look_.ink, look_.ground, faint));
+    cairo_set_line_width(cairo_, axisWidth * unit_);
+    for (const PlotTicks::Major& tick : xTicks_.major) {
+        const auto place = frame_.placeOf({tick.value, view_.limits().y.high});
+        cairo_move_to(cairo_, place->x, frame_.top);
+        cairo_line_to(cairo_, place->x, frame_.bottom);
+    }
+    for (const PlotTicks::Major& tick : yTicks_.major) {
+        const auto place = frame_.placeOf({view_.limits().x.high, tick.value});
+        cairo_move_to(cairo_, frame_.left, place->y);
+        cairo_line_to(cairo_, frame_.right, place->y);
+    }
+    cairo_stroke(cairo_);
+}
+
+void Drawer::drawTick(double value, bool isX, double length) const {
+    const PlotLimits& limits = view_.limits();
+    const auto place =
+        frame_.placeOf(isX ? PlotPoint{value, limits.y.high} : PlotPoint{limits.x.high, value});
+    for (const bool isFar : {false, true}) {
+        const double inwards = (isFar ? length : -length) * unit_;
+        if (isX) {
+            cairo_move_to(cairo_, place->x, isFar ? frame_.top : frame_.bottom);
+            cairo_rel_line_to(cairo_, 0.0, inwards);
+        } else {
+            cairo_move_to(cairo_, isFar ? frame_.right : frame_.left, place->y);
+            cairo_rel_line_to(cairo_, -inwards, 0.0);
+        }
+    }
+}
+
+void Drawer::drawAxes() {
+    setSource(cairo_, look_.ink);
+    cairo_set_line_width(cairo_, axisWidth * unit_);
+    cairo_rectangle(cairo_, frame_.left, frame_.top, frame_.width(), frame_.height());
+    for (const bool isX : {true, false}) {
+        const PlotTicks& ticks = isX ? xTicks_ : yTicks_;
+        for (const PlotTicks::Major& tick : ticks.major) {
+            drawTick(tick.value, isX, majorTick);
+        }
+        for (const double value : ticks.minor) {
+            drawTick(value, isX, minorTick);
+        }
+    }
+    cairo_stroke(cairo_);
+    const PlotLimits& limits = view_.limits();
+    for (const PlotTicks::Major& tick : xTicks_.major) {
+        const auto place = frame_.placeOf({tick.value, limits.y.high});
+        text_.draw(tick.label, {place->x, frame_.bottom + gap * unit_}, 0.5, 0.0);
+    }
+    for (const PlotTicks::Major& tick : yTicks_.major) {
+        const auto place = frame_.placeOf({limits.x.high, tick.value});
+        text_.draw(tick.label, {frame_.left - gap * unit_, place->y}, 1.0, 0.5);
+    }
+}
+
+void Drawer::drawTitles() {
+    const double middle = 0.5 * (frame_.left + frame_.right);
+    text_.draw(axisTitle(content_.x, xTicks_.exponent),
+               {middle, frame_.bottom + (gap + line) * unit_}, 0.5, 0.0);
+    cairo_save(cairo_);
+    cairo_translate(cairo_, frame_.left - yLabelWidth_ - 2.0 * gap * unit_,
+                    0.5 * (frame_.top + frame_.bottom));
+    cairo_rotate(cairo_, -0.5 * G_PI);
+    text_.draw(axisTitle(content_.y, yTicks_.exponent), {0.0, 0.0}, 0.5, 1.0);
+    cairo_restore(cairo_);
+    if (!content_.title.empty()) {
+        constexpr int titleLines = 2;
+        text_.wrap(titleWidth_, titleLines);
+        cairo_move_to(cairo_, unit_, gap * unit_);
+        text_.show(content_.title);
+        text_.unwrap();
+    }
+}
+
+/// An arrowhead in the middle of each side beyond which there is more.
+void Drawer::drawMore() const {
+    const PlotLimits& limits = view_.limits();
+    const auto isMore = [](const AxisLimits& axis, const AxisExtent& extent, bool isHigh) {
+        const double low = axis.isLogarithmic ? extent.lowestAboveZero : extent.low;
+        return isHigh ? extent.high > axis.high : low < axis.low;
+    };
+    setSource(cairo_, mixed(look_.ink, look_.ground, 0.3));
+    const auto arrowhead = [this](const PlotPlace& tip, double right, double down) {
+        const double size = 0.6 * unit_;
+        cairo_move_to(cairo_, tip.x, tip.y);
+        cairo_line_to(cairo_, tip.x - size * (right + down), tip.y - size * (down + right));
+        cairo_line_to(cairo_, tip.x - size * (right - down), tip.y - size * (down - right));
+        cairo_fill(cairo_);
+    };
+    const double middleX = 0.5 * (frame_.left + frame_.right);
+    const double middleY = 0.5 * (frame_.top + frame_.bottom);
+    for (const bool isHigh : {false, true}) {
+        const double direction = isHigh ? 1.0 : -1.0;
+        if (isMore(limits.x, view_.extentX(), isHigh)) {
+            arrowhead({isHigh ? frame_.right : frame_.left, middleY}, direction, 0.0);
+        }
+        if (isMore(limits.y, view_.extentY(), isHigh)) {
+            arrowhead({middleX, isHigh ? frame_.top : frame_.bottom}, 0.0, -direction);
+        }
+    }
+}
+
+/// Returns where the text stands.
+Box Drawer::drawPin(const PlotPin& pin) {
+    const auto place = frame_.placeOf(pin.point);
+    if (!place || !frame_.contains(*place)) {
+        return {};
+    }
+    const Box box = boxOf(pin, *place);
+    cairo_set_line_width(cairo_, axisWidth * unit_);
+    setSource(cairo_, look_.ink);
+    cairo_move_to(cairo_, place->x, place->y);
+    cairo_line_to(cairo_, std::clamp(place->x, box.x, box.x + box.width),
+                  std::clamp(place->y, box.y, box.y + box.height));
+    cairo_stroke(cairo_);
+    cairo_arc(cairo_, place->x, place->y, 0.5 * markRadius * unit_, 0.0, 2.0 * G_PI);
+    cairo_fill(cairo_);
+    cairo_rectangle(cairo_, box.x, box.y, box.width, box.height);
+    setSource(cairo_, look_.ground);
+    cairo_fill_preserve(cairo_);
+    setSource(cairo_, look_.ink);
+    cairo_stroke(cairo_);
+    text_.draw(pin.text, {box.x + gap * unit_, box.y + 0.5 * box.height}, 0.0, 0.5);
+    return box;
+}
+
+void Drawer::drawLegend() {
+    const double columnWidth = isLegendBelow_ ? entryWidth_ + unit_ : entryWidth_;
+    const double left = legend_.x + (isLegendBelow_ ? 0.5 : gap) * unit_;
+    const double top = legend_.y + (isLegendBelow_ ? 0.0 : 0.5 * gap) * unit_;
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        const Entry& entry = entries_[i];
+        const double x = left + static_cast<double>(i % columns_) * columnWidth;
+        const double y = top + (static_cast<double>(i / columns_) + 0.5) * line * unit_;
+        const double end = x + sampleWidth * unit_;
+        entry.isInk ? setSource(cairo_, look_.ink) : setColour(entry.colour);
+        if (entry.style == Style::markers) {
+            addMark({0.5 * (x + end), y}, entry.colour);
+            drawMarks(entry.colour);
+        } else {
+            setLine(entry.style);
+            cairo_move_to(cairo_, x, y);
+            cairo_line_to(cairo_, end, y);
+            cairo_stroke(cairo_);
+        }
+        setSource(cairo_, look_.ink);
+        text_.draw(entry.text, {end + gap * unit_, y}, 0.0, 0.5);
+    }
+    cairo_set_dash(cairo_, nullptr, 0, 0.0);
+}
+
+std::optional<DrawnPlot> Drawer::draw(double width, double height) {
+    if (!layOut(width, height)) {
+        return std::nullopt;
+    }
+    if (content_.hasGrid) {
+        drawGrid();
+    }
+    cairo_save(cairo_);
+    cairo_rectangle(cairo_, frame_.left, frame_.top, frame_.width(), frame_.height());
+    cairo_clip(cairo_);
+    for (const bool isMarks : {false, true}) {
+        for (const PlotSeries& series : content_.series) {
+            if (series.isMarks() == isMarks) {
+                drawSeries(series);
+            }
+        }
+    }
+    drawMore();
+    cairo_restore(cairo_);
+    drawAxes();
+    drawTitles();
     drawLegend();
-    library_.endStream();
-    return frame();
+    DrawnPlot drawn{frame_, {}};
+    for (const PlotPin& pin : content_.pins) {
+        drawn.pins.push_back(drawPin(pin));
+    }
+    return drawn;
 }
 
 }  // namespace
 
-std::optional<PlotPlace> PlotFrame::placeOf(double x, double y) const {
-    if (!isDrawn(x, y, isLogarithmicX)) {
-        return std::nullopt;
-    }
-    return PlotPlace{xOrigin + scaled(x, isLogarithmicX) * xScale, yOrigin + y * yScale};
+std::size_t DrawnPlot::pinAt(const PlotPlace& place) const {
+    const auto found = std::find_if(pins.begin(), pins.end(), [&place](const Box& box) {
+        return place.x >= box.x && place.x < box.x + box.width && place.y >= box.y &&
+               place.y < box.y + box.height;
+    });
+    return static_cast<std::size_t>(found - pins.begin());
 }
 
-std::optional<PlotFrame> drawPlot(cairo_t* cairo, double width, double height, double textHeight,
-                                  const PlotContent& content) {
+Colour plotColour(std::size_t number, const Colour& ground) {
+    constexpr double half = 0.5;
+    const bool isLight = (ground.red + ground.green + ground.blue) / 3.0 > half;
+    return (isLight ? onLight : onDark)[number % colours];
+}
+
+std::optional<DrawnPlot> drawPlot(cairo_t* cairo, double width, double height, const PlotLook& look,
+                                  const PlotContent& content, const PlotView& view) {
     cairo_save(cairo);
-    cairo_set_source_rgb(cairo, 1.0, 1.0, 1.0);
+    setSource(cairo, look.ground);
     cairo_paint(cairo);
+    auto drawn = Drawer(cairo, look, content, view).draw(width, height);
     cairo_restore(cairo);
-    const PlotLibrary* const library = plotLibrary();
-    if (library == nullptr) {
-        return std::nullopt;
-    }
-    const double scale = textHeight / usualText;
-    cairo_save(cairo);
-    cairo_scale(cairo, scale, scale);
-    auto frame = Drawer(*library, width / scale, height / scale, content).draw(cairo);
-    cairo_restore(cairo);
-    if (frame) {
-        frame->xOrigin *= scale;
-        frame->xScale *= scale;
-        frame->yOrigin *= scale;
-        frame->yScale *= scale;
-    }
-    return frame;
+    return drawn;
 }
 
 }  // namespace toolkit

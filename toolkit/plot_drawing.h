@@ -1,44 +1,66 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
+#include <vector>
 
-#include "toolkit/plot.h"
-
-using cairo_t = struct _cairo;
+#include "toolkit/drawing.h"
+#include "toolkit/plot_frame.h"
+#include "toolkit/plot_series.h"
 
 namespace toolkit {
 
+/// What an axis measures, and in which unit.
+struct PlotAxis {
+    std::string quantity;
+    std::string unit;
+};
+
+/// A text that stays at a point.
+struct PlotPin {
+    PlotPoint point;
+    std::string text;
+};
+
 /// What a plot shows, whatever it is drawn on.
 struct PlotContent {
-    const std::string& xTitle;
-    const std::string& yTitle;
-    bool isLogarithmicX;
-    std::span<const PlotSeries> series;
+    std::string title;
+    PlotAxis x;
+    PlotAxis y;
+    std::vector<PlotSeries> series;
+    std::vector<PlotPin> pins;
+    bool hasGrid = true;
 };
 
-/// A place on what was drawn on, from its upper left corner.
-struct PlotPlace {
-    double x = 0.0;
-    double y = 0.0;
+/// How a plot is drawn: lines and marks are in proportion to the text.
+struct PlotLook {
+    std::string font = "Sans";
+    double textHeight = 10.0;  // the size of the font, in the units of the surface
+    Colour ground{1.0, 1.0, 1.0};
+    Colour ink{0.0, 0.0, 0.0};
 };
 
-/// Where the numbers of a drawn plot lie.
-struct PlotFrame {
-    bool isLogarithmicX = false;
-    double xOrigin = 0.0;
-    double xScale = 0.0;
-    double yOrigin = 0.0;
-    double yScale = 0.0;
+/// The colour of a series on a light or a dark ground.
+Colour plotColour(std::size_t number, const Colour& ground);
 
-    /// Where a point was drawn; nothing where it was not.
-    std::optional<PlotPlace> placeOf(double x, double y) const;
+/// Where the parts of a plot were drawn.
+struct DrawnPlot {
+    struct Box {
+        double x = 0.0;
+        double y = 0.0;
+        double width = 0.0;
+        double height = 0.0;
+    };
+
+    /// The number of the pin whose text or point is at a place; beyond the last one where none is.
+    std::size_t pinAt(const PlotPlace& place) const;
+
+    PlotFrame frame;
+    std::vector<Box> pins;  // their texts; empty ones of what is out of view
 };
 
-/// Draws a plot over a white ground of this size, with text of `textHeight`, in the units of the
-/// surface. Returns nothing where the plotting library is missing or there is no room.
-std::optional<PlotFrame> drawPlot(cairo_t* cairo, double width, double height, double textHeight,
-                                  const PlotContent& content);
+/// Draws a plot on a surface of this size. Returns nothing where there is no room.
+std::optional<DrawnPlot> drawPlot(cairo_t* cairo, double width, double height, const PlotLook& look,
+                                  const PlotContent& content, const PlotView& view);
 
 }  // namespace toolkit

@@ -28,8 +28,11 @@ struct Picture {
         const std::string title = "V (cm³/mol), #1 <&>";
         const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(cairo_create(surface.get()),
                                                                        &cairo_destroy);
-        frame = toolkit::drawPlot(cairo.get(), width, height, 10.0,
-                                  {title, title, isLogarithmic, {&series, 1}});
+        const toolkit::PlotContent content{title, {title, "K"}, {title, ""}, {series}, {}};
+        toolkit::PlotView view;
+        view.start(content.series, {.isLogarithmicX = isLogarithmic});
+        const auto drawn = toolkit::drawPlot(cairo.get(), width, height, {}, content, view);
+        frame = drawn ? std::optional(drawn->frame) : std::nullopt;
         cairo_surface_flush(surface.get());
     }
     /// Whether something blue, the first colour of the palette, is near the place.
@@ -80,9 +83,9 @@ TEST(PlotDrawingTest, PointsAreDrawnWhereTheyAreReadOut) {
                 const Picture picture(seriesOf(points, style), isLogarithmic);
                 ASSERT_TRUE(picture.frame);
                 for (const auto& [x, y] : points) {
-                    const auto place = picture.frame->placeOf(x, y);
+                    const auto place = picture.frame->placeOf({x, y});
                     const bool isDrawn = std::abs(x) < 1e300 && std::abs(y) < 1e300 &&
-                                         (x > 0.0 || !picture.frame->isLogarithmicX);
+                                         (x > 0.0 || !picture.frame->limits.x.isLogarithmic);
                     ASSERT_EQ(place.has_value(), isDrawn) << x << ' ' << y;
                     // The ends of two dots may lie in the gap between them.
                     const bool isCertain = style != Style::dotted && points.size() < 3;
@@ -97,7 +100,7 @@ TEST(PlotDrawingTest, PointsAreDrawnWhereTheyAreReadOut) {
 TEST(PlotDrawingTest, LegendStaysInThePictureAndMarksLieOnTheirPoints) {
     const Picture picture(seriesOf({{1.0, 1.0}, {2.0, 2.0}, {3.0, 3.0}}, Style::markers));
     for (const double side : {-5.0, 5.0}) {
-        const toolkit::PlotPlace place = *picture.frame->placeOf(2.0, 2.0);
+        const toolkit::PlotPlace place = *picture.frame->placeOf({2.0, 2.0});
         EXPECT_TRUE(picture.isColoured({place.x + 0.8 * side, place.y}));
         EXPECT_TRUE(picture.isColoured({place.x, place.y + side}));
         EXPECT_FALSE(picture.isColoured({place.x, place.y + 2.0 * side}));
@@ -114,7 +117,10 @@ TEST(PlotDrawingTest, LegendStaysInThePictureAndMarksLieOnTheirPoints) {
                 cairo_image_surface_create(CAIRO_FORMAT_RGB24, size, 500), &cairo_surface_destroy);
             const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(
                 cairo_create(surface.get()), &cairo_destroy);
-            toolkit::drawPlot(cairo.get(), size, 500, textHeight, {title, title, false, series});
+            toolkit::PlotView view;
+            view.start(series, {});
+            toolkit::drawPlot(cairo.get(), size, 500, {.textHeight = textHeight},
+                              {title, {title, ""}, {title, ""}, series, {}}, view);
             cairo_surface_flush(surface.get());
             const auto* const pixels =
                 reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(surface.get()));
@@ -152,9 +158,9 @@ TEST(PlotDrawingTest, LongSeriesKeepTheirPeaksAndGapsAndFewOfTheirPoints) {
             const Picture picture(series);
             EXPECT_LT(sizeOfDrawing(series), style == Style::dashed ? 2000000U : 200000U);
             ASSERT_TRUE(picture.frame);
-            EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf(51'234.0, 9.0)));
-            EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf(75'000.0, 0.0)));
-            EXPECT_FALSE(picture.isColoured(*picture.frame->placeOf(25'000.0, 0.0)));
+            EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf({51'234.0, 9.0})));
+            EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf({75'000.0, 0.0})));
+            EXPECT_FALSE(picture.isColoured(*picture.frame->placeOf({25'000.0, 0.0})));
         }
     }
 }
