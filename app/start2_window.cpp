@@ -192,12 +192,12 @@ void Start2Window::Clear_Action() {
 }
 
 void Start2Window::Continue1_Action() {
-    const fluid::Composition before = fluid::AcceptedComposition();
+    const fluid::Mixture before = fluid::AcceptedMixture();
     if (!fluid::AcceptComposition()) {
         Sum.setText("adjust fractions!");
         return;
     }
-    if (before != fluid::AcceptedComposition()) {
+    if (before != fluid::AcceptedMixture()) {
         host().refresh();  // the screens show results of another composition
     }
     for (const Procedure& procedure : procedures_) {

@@ -15,8 +15,6 @@
 
 namespace {
 
-using fluid::Fractions;
-using fluid::LastComponent;
 using Clock = std::chrono::steady_clock;
 
 constexpr int Mixtures = 10000;
@@ -45,15 +43,15 @@ void OverSample(benchmark::State& run, int calls, const Solve& solve) {
 
 void CriticalPoints(benchmark::State& run) {
     OverSample(run, 30, [] {
-        benchmark::DoNotOptimize(fluid::FindCriticalPoints(LastComponent, Fractions));
+        benchmark::DoNotOptimize(fluid::FindCriticalPoints(fluid::AcceptedMixture()));
     });
 }
 BENCHMARK(CriticalPoints)->UseManualTime()->Iterations(Mixtures);
 
 void CriticalPointsAndTheirStability(benchmark::State& run) {
     OverSample(run, 2, [] {
-        for (const auto& point : fluid::FindCriticalPoints(LastComponent, Fractions)) {
-            benchmark::DoNotOptimize(fluid::CriticalStability(LastComponent, Fractions, point));
+        for (const auto& point : fluid::FindCriticalPoints(fluid::AcceptedMixture())) {
+            benchmark::DoNotOptimize(fluid::CriticalStability(fluid::AcceptedMixture(), point));
         }
     });
 }
@@ -62,7 +60,7 @@ BENCHMARK(CriticalPointsAndTheirStability)->UseManualTime()->Iterations(Mixtures
 void DiffusionalSpinodal(benchmark::State& run) {
     constexpr double T = 200.0;
     OverSample(run, 30, [] {
-        benchmark::DoNotOptimize(fluid::DiffusionalSpinodal(LastComponent, Fractions, T));
+        benchmark::DoNotOptimize(fluid::DiffusionalSpinodal(fluid::AcceptedMixture(), T));
     });
 }
 BENCHMARK(DiffusionalSpinodal)->UseManualTime()->Iterations(Mixtures);

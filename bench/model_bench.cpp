@@ -109,10 +109,10 @@ BENCHMARK_CAPTURE(PlainCubic, oneReal, 1.2, 5.0, -3.0, 3.0);
 void PlainFugacities(benchmark::State& run) {
     const auto count = static_cast<std::size_t>(run.range(0));
     Compose(count);
-    const fluid::ComponentValues x = fluid::Fractions;
-    const fluid::ComponentValues b = fluid::ComponentCovolumes(fluid::LastComponent);
+    const fluid::ComponentValues x = fluid::AcceptedMixture().z;
+    const fluid::ComponentValues b = fluid::AcceptedMixture().b;
     const double T = 400.0;
-    double V = 2.0 * fluid::MixtureB(fluid::LastComponent, x);
+    double V = 2.0 * fluid::AcceptedMixture().bMix;
     for ([[maybe_unused]] const auto _ : run) {
         benchmark::DoNotOptimize(V);
         double aMix = 0.0;
@@ -139,18 +139,15 @@ BENCHMARK(PlainFugacities)->Arg(1)->Arg(2)->Arg(11);
 // All coefficients at T, P and x: mixture parameters, roots and coefficients.
 void FugacityCoefficients(benchmark::State& run, double lowT, double highT) {
     Compose(static_cast<std::size_t>(run.range(0)));
-    const std::int32_t last = fluid::LastComponent;
-    const fluid::ComponentValues x = fluid::Fractions;
+    const fluid::Mixture& mixture = fluid::AcceptedMixture();
     const States states =
-        RandomStates(fluid::MixtureA(last, x), fluid::MixtureB(last, x), lowT, highT, -3.0, 1.0);
+        RandomStates(mixture.attraction, mixture.covolume, lowT, highT, -3.0, 1.0);
     std::size_t i = 0;
     for ([[maybe_unused]] const auto _ : run) {
         const auto [T, P] = states[i++ % StateCount];
-        const double bMix = fluid::MixtureB(last, x);
-        const auto roots = fluid::VolumeCubicSolver(fluid::MixtureA(last, x), bMix, T, P);
-        benchmark::DoNotOptimize(
-            fluid::FugacityCoefficients(last, bMix, fluid::ComponentAttraction(last, x),
-                                        fluid::ComponentCovolumes(last), T, P, roots[0].real));
+        const fluid::Mixture phase = fluid::WithFractions(mixture, mixture.z);
+        const auto roots = fluid::VolumeCubicSolver(phase.attraction, phase.covolume, T, P);
+        benchmark::DoNotOptimize(fluid::FugacityCoefficients(phase, T, P, roots[0].real));
     }
 }
 BENCHMARK_CAPTURE(FugacityCoefficients, threeReal, 0.3, 0.7)->Arg(1)->Arg(2)->Arg(11);
@@ -160,15 +157,13 @@ BENCHMARK_CAPTURE(FugacityCoefficients, everywhere, 0.3, 3.0)->Arg(1)->Arg(2)->A
 template <auto Calculate>
 void Properties(benchmark::State& run) {
     Compose(static_cast<std::size_t>(run.range(0)));
-    const std::int32_t last = fluid::LastComponent;
-    const fluid::ComponentValues x = fluid::Fractions;
+    const fluid::Mixture& mixture = fluid::AcceptedMixture();
     constexpr double T = 400.0;
-    double V = 2.0 * fluid::MixtureB(last, x);
+    double V = 2.0 * mixture.covolume;
     for ([[maybe_unused]] const auto _ : run) {
         benchmark::DoNotOptimize(V);
-        const double P =
-            fluid::PressureVdW(fluid::MixtureA(last, x), fluid::MixtureB(last, x), T, V);
-        benchmark::DoNotOptimize(Calculate(last, x, T, P, V));
+        const double P = fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V);
+        benchmark::DoNotOptimize(Calculate(mixture, T, P, V));
     }
 }
 BENCHMARK(Properties<fluid::PropertiesOf>)->Arg(1)->Arg(2)->Arg(11);

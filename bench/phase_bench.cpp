@@ -17,10 +17,8 @@
 
 namespace {
 
-using fluid::Fractions;
 using fluid::Given;
 using fluid::Homogenisation;
-using fluid::LastComponent;
 
 constexpr int MostComponents = 5;
 
@@ -39,20 +37,20 @@ double HottestTc() {
 // seed, and nothing is iterated.
 void SolvePoint(Given given, double value, Homogenisation kind) {
     const auto points =
-        fluid::FindHomogenisationPoints(LastComponent, Fractions, given, value, kind);
+        fluid::FindHomogenisationPoints(fluid::AcceptedMixture(), given, value, kind);
     if (points.points.empty()) {
         benchmark::DoNotOptimize(
-            fluid::HomogenisationSeed(LastComponent, Fractions, given, value, kind));
+            fluid::HomogenisationSeed(fluid::AcceptedMixture(), given, value, kind));
         return;
     }
     const auto guess = fluid::HomogenisationApproach(given, points.points[0]);
     benchmark::DoNotOptimize(
-        fluid::IterateHomogenisation(LastComponent, Fractions, given, value, kind, guess));
+        fluid::IterateHomogenisation(fluid::AcceptedMixture(), given, value, kind, guess));
 }
 
 void SolveSplit(double T, double V) {
-    const auto start = fluid::FindEquilibriumApproach(LastComponent, Fractions, T, V);
-    benchmark::DoNotOptimize(fluid::IterateEquilibrium(LastComponent, Fractions, T, V,
+    const auto start = fluid::FindEquilibriumApproach(fluid::AcceptedMixture(), T, V);
+    benchmark::DoNotOptimize(fluid::IterateEquilibrium(fluid::AcceptedMixture(), T, V,
                                                        start.volumeFraction, start.guess));
 }
 
@@ -64,7 +62,7 @@ void OverSample(benchmark::State& run, const Solve& solve) {
     for (auto _ : run) {
         AcceptRandomMixture(random, MostComponents);
         // Sampled when a composition is first asked for its boundary, and kept.
-        benchmark::DoNotOptimize(BoundaryOf(fluid::MixtureOf(LastComponent, Fractions)));
+        benchmark::DoNotOptimize(BoundaryOf(fluid::AcceptedMixture()));
         const auto call = solve(random);
         const double start = ProcessorTime();
         call();
@@ -77,10 +75,7 @@ void OverSample(benchmark::State& run, const Solve& solve) {
 
 void Boundary(benchmark::State& run) {
     OverSample(run, [](std::mt19937_64& /*random*/) {
-        return [] {
-            benchmark::DoNotOptimize(
-                fluid::PhaseBoundary(fluid::MixtureOf(LastComponent, Fractions)));
-        };
+        return [] { benchmark::DoNotOptimize(fluid::PhaseBoundary(fluid::AcceptedMixture())); };
     });
 }
 BENCHMARK(Boundary)->UseManualTime()->Iterations(2000);
@@ -111,8 +106,8 @@ void Equilibrium(benchmark::State& run) {
     OverSample(run, [](std::mt19937_64& random) {
         std::uniform_real_distribution<double> share(0.0, 1.0);
         const double T = HottestTc() * (0.3 + 0.8 * share(random));
-        const double V = fluid::MixtureB(LastComponent, Fractions) *
-                         (1.0 + std::pow(10.0, -1.5 + 4.5 * share(random)));
+        const double V =
+            fluid::AcceptedMixture().covolume * (1.0 + std::pow(10.0, -1.5 + 4.5 * share(random)));
         return [=] { SolveSplit(T, V); };
     });
 }
@@ -127,11 +122,11 @@ void IterationStep(benchmark::State& run) {
     constexpr double P = 0.0729952;
     constexpr auto Kind = Homogenisation::IntoLiquid;
     const auto guess =
-        fluid::HomogenisationSeed(LastComponent, Fractions, Given::Pressure, P, Kind);
+        fluid::HomogenisationSeed(fluid::AcceptedMixture(), Given::Pressure, P, Kind);
     double steps = 0.0;
     while (run.KeepRunning()) {
         auto result =
-            fluid::IterateHomogenisation(LastComponent, Fractions, Given::Pressure, P, Kind, guess);
+            fluid::IterateHomogenisation(fluid::AcceptedMixture(), Given::Pressure, P, Kind, guess);
         steps += result.iterations;
         benchmark::DoNotOptimize(result);
     }

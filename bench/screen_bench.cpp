@@ -134,8 +134,8 @@ void type(const toolkit::Screen& screen, std::string_view entry, const std::stri
 
 /// ms of a plain loop over the temperatures of an isochore or the volumes of an isotherm.
 double plainLoop(std::size_t count, bool isIsochore) {
-    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     const auto start = std::chrono::steady_clock::now();
     std::vector<double> numbers;
     std::vector<double> pressures;

@@ -1,32 +1,32 @@
 #include "model/component_table.h"
 
-#include <cassert>
 #include <cmath>
 
 namespace fluid {
 
-namespace {
+// The critical molar volumes are the source's own values.
+constexpr std::array<Gas, ComponentCount> Gases = {{
+    {18.01528, 273.16, 647.096, 22.064, 56.0, 0.344},        // H2O
+    {44.0098, 216.592, 304.128, 7.3773, 94.118905, 0.225},   // CO2
+    {28.01348, 63.148, 126.193, 3.3978, 89.46944618, 0.04},  // N2
+    {34.08188, 187.6, 373.539, 8.94, 97.6998, 0.1},          // H2S
+    {17.03056, 195.4, 405.6, 11.28, 72.5, 0.25},             // NH3
+    {2.01588, 13.8, 32.98, 1.293, 65.029, -0.22},            // H2
+    {31.9988, 54.361, 154.581, 5.043, 73.36757153, 0.021},   // O2
+    {28.0104, 68.127, 132.85, 3.4935, 92.16589862, 0.049},   // CO
+    {39.9484, 83.3, 150.87, 4.898, 74.29496, 0.0},           // Ar
+    {16.04276, 90.6941, 190.564, 4.5922, 98.628, 0.008},     // CH4
+    {30.06964, 90.352, 305.33, 4.8718, 145.5604076, 0.098},  // C2H6
+}};
 
-// The eleven gases in internal order. The critical molar volumes are the source's own values.
-constexpr ComponentValues MolarMasses = {18.01528, 44.0098, 28.01348, 34.08188, 17.03056, 2.01588,
-                                         31.9988,  28.0104, 39.9484,  16.04276, 30.06964};
-constexpr ComponentValues TripleTemperatures = {273.16, 216.592, 63.148, 187.6,   195.4, 13.8,
-                                                54.361, 68.127,  83.3,   90.6941, 90.352};
-constexpr ComponentValues CriticalTemperatures = {647.096, 304.128, 126.193, 373.539, 405.6, 32.98,
-                                                  154.581, 132.85,  150.87,  190.564, 305.33};
-constexpr ComponentValues CriticalPressures = {22.064, 7.3773, 3.3978, 8.94,   11.28, 1.293,
-                                               5.043,  3.4935, 4.898,  4.5922, 4.8718};
-constexpr ComponentValues CriticalVolumes = {56.0,     94.118905, 89.46944618, 97.6998,
-                                             72.5,     65.029,    73.36757153, 92.16589862,
-                                             74.29496, 98.628,    145.5604076};
-constexpr ComponentValues AcentricFactors = {0.344, 0.225, 0.04, 0.1,   0.25, -0.22,
-                                             0.021, 0.049, 0.0,  0.008, 0.098};
+namespace {
 
 // From the critical point of the van der Waals equation: 27/64·R² and R/8.
 constexpr double AttractionFactor = 29.164406331987003;
 constexpr double CovolumeFactor = 1.039309;
 
 struct Tables {
+    std::array<std::size_t, ComponentCount> index;
     ComponentValues M, omega, Zc, Pc, Tc, Vc, Ttriple;
     ComponentMatrix a;
     ComponentValues b, aRoot, aRootDefect;
@@ -35,25 +35,26 @@ struct Tables {
 constinit Tables tables{};
 
 void Append(std::size_t k, std::size_t i) {
-    const double criticalT = CriticalTemperatures[i];
-    const double criticalP = CriticalPressures[i];
-    tables.M[k] = MolarMasses[i];
-    tables.omega[k] = AcentricFactors[i];
-    tables.Zc[k] = 0.2905 - 0.085 * AcentricFactors[i];
-    tables.Pc[k] = criticalP;
-    tables.Tc[k] = criticalT;
-    tables.Vc[k] = CriticalVolumes[i];
-    tables.Ttriple[k] = TripleTemperatures[i];
-    const double attraction = AttractionFactor * criticalT * criticalT / criticalP;
+    const Gas& gas = Gases[i];
+    tables.index[k] = i;
+    tables.M[k] = gas.M;
+    tables.omega[k] = gas.omega;
+    tables.Zc[k] = 0.2905 - 0.085 * gas.omega;
+    tables.Pc[k] = gas.Pc;
+    tables.Tc[k] = gas.Tc;
+    tables.Vc[k] = gas.Vc;
+    tables.Ttriple[k] = gas.Ttriple;
+    const double attraction = AttractionFactor * gas.Tc * gas.Tc / gas.Pc;
     const double root = std::sqrt(attraction);
     tables.a[k][k] = attraction;
-    tables.b[k] = CovolumeFactor * criticalT / criticalP;
+    tables.b[k] = CovolumeFactor * gas.Tc / gas.Pc;
     tables.aRoot[k] = root;
     tables.aRootDefect[k] = attraction - root * root;
 }
 
 }  // namespace
 
+constinit const std::array<std::size_t, ComponentCount>& ComponentIndex = tables.index;
 constinit const ComponentValues& M = tables.M;
 constinit const ComponentValues& omega = tables.omega;
 constinit const ComponentValues& Zc = tables.Zc;
@@ -77,19 +78,6 @@ void InitComponentTable(std::span<const double, ComponentCount> x) {
             if (k != l) tables.a[k][l] = std::sqrt(tables.a[k][k] * tables.a[l][l]);
         }
     }
-}
-
-double MolarMass(std::int32_t lastComponent, std::span<const double> fractions) {
-    const auto count = static_cast<std::size_t>(lastComponent) + 1;
-    assert(count <= ComponentCount && count <= fractions.size());
-    double mass = 0.0;
-    for (std::size_t k = 0; k < count; ++k) mass += fractions[k] * tables.M[k];
-    return mass;
-}
-
-double MolarVolumeFromDensity(std::int32_t lastComponent, std::span<const double> fractions,
-                              double rho) {
-    return rho > 0.0 ? MolarMass(lastComponent, fractions) / rho : 0.0;
 }
 
 }  // namespace fluid

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -20,10 +19,23 @@ inline constexpr std::array<std::string_view, ComponentCount> ComponentFormulas 
 using ComponentValues = std::array<double, ComponentCount>;
 using ComponentMatrix = std::array<ComponentValues, ComponentCount>;
 
+// What is known of a gas.
+struct Gas {
+    double M;        // molar mass, g/mol
+    double Ttriple;  // K
+    double Tc;       // critical temperature, K
+    double Pc;       // critical pressure, MPa
+    double Vc;       // critical molar volume, cm3/mol
+    double omega;    // acentric factor
+};
+// In internal order.
+extern const std::array<Gas, ComponentCount> Gases;
+
 // Tables of the present components: position k holds the k-th present component in increasing
 // internal index, positions behind the last one hold 0. InitComponentTable writes them.
-extern const ComponentValues& M;        // molar mass, g/mol
-extern const ComponentValues& omega;    // acentric factor
+extern const std::array<std::size_t, ComponentCount>& ComponentIndex;  // internal index
+extern const ComponentValues& M;                                       // molar mass, g/mol
+extern const ComponentValues& omega;                                   // acentric factor
 extern const ComponentValues& Zc;       // critical compressibility, 0.2905 - 0.085·omega
 extern const ComponentValues& Pc;       // critical pressure, MPa
 extern const ComponentValues& Tc;       // critical temperature, K
@@ -40,15 +52,5 @@ extern const ComponentValues& aRootDefect;
 // Builds the tables above for the components with a fraction above 0.
 // x: the eleven fractions in internal order; only their signs matter.
 void InitComponentTable(std::span<const double, ComponentCount> x);
-
-// Molar mass of a mixture in g/mol, sum of x_k·M_k.
-// lastComponent: index of the last entry used, -1 for none (gives 0); fractions: at least
-// lastComponent + 1 amount fractions at the positions of the tables.
-double MolarMass(std::int32_t lastComponent, std::span<const double> fractions);
-
-// Molar volume in cm3/mol of a mixture of the density rho in g/cm3; the same quotient turns a
-// molar volume into a density. Gives 0 when rho is not above 0. Arguments as for MolarMass.
-double MolarVolumeFromDensity(std::int32_t lastComponent, std::span<const double> fractions,
-                              double rho);
 
 }  // namespace fluid

@@ -20,7 +20,8 @@ struct Entered {
 };
 
 constinit Entered entered{};
-constinit Composition accepted{};
+constinit Mixture accepted{};
+constinit std::int32_t lastComponent = -1;
 
 bool AllCounted() {
     return std::none_of(entered.tooLarge.begin(), entered.tooLarge.end(),
@@ -34,11 +35,10 @@ WideCount CountSum() {
 }  // namespace
 
 constinit const std::array<std::int64_t, ComponentCount>& FractionCounts = entered.counts;
-constinit const std::int32_t& LastComponent = accepted.lastComponent;
-constinit const std::array<std::size_t, ComponentCount>& ComponentIndex = accepted.index;
+constinit const std::int32_t& LastComponent = lastComponent;
 constinit const ComponentValues& Fractions = accepted.fractions;
 
-const Composition& AcceptedComposition() {
+const Mixture& AcceptedMixture() {
     return accepted;
 }
 
@@ -68,15 +68,15 @@ bool FractionsAddUpToOne() {
 bool AcceptComposition() {
     if (!FractionsAddUpToOne()) return false;
     ComponentValues x{};
-    accepted = Composition{};
+    ComponentValues present{};
+    lastComponent = -1;
     for (std::size_t i = 0; i < ComponentCount; ++i) {
         x[i] = static_cast<double>(entered.counts[i]) / static_cast<double>(FractionScale);
         if (!(x[i] > 0.0)) continue;
-        const auto k = static_cast<std::size_t>(++accepted.lastComponent);
-        accepted.index[k] = i;
-        accepted.fractions[k] = x[i];
+        present[static_cast<std::size_t>(++lastComponent)] = x[i];
     }
     InitComponentTable(x);
+    accepted = MixtureOf(lastComponent, present);
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "model/component_table.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
@@ -15,22 +16,14 @@ inline constexpr std::int64_t FractionScale = 1'000'000'000'000;
 // stands here as the nearest bound, and is no part of an acceptable composition.
 extern const std::array<std::int64_t, ComponentCount>& FractionCounts;
 
-// The accepted composition: positions 0..LastComponent of ComponentIndex and Fractions hold the
-// internal index and the fraction of each present component, in increasing internal index.
-// LastComponent is -1 until a composition has been accepted.
+// The accepted composition; one without components until there is one.
+const Mixture& AcceptedMixture();
+
+// The same as lists: positions 0..LastComponent of ComponentIndex and Fractions hold the internal
+// index and the fraction of each present component. LastComponent is -1 until a composition has
+// been accepted.
 extern const std::int32_t& LastComponent;
-extern const std::array<std::size_t, ComponentCount>& ComponentIndex;
 extern const ComponentValues& Fractions;
-
-// An accepted composition, to be compared with a later one.
-struct Composition {
-    std::int32_t lastComponent = -1;
-    std::array<std::size_t, ComponentCount> index{};
-    ComponentValues fractions{};
-
-    bool operator==(const Composition&) const = default;
-};
-const Composition& AcceptedComposition();
 
 // Stores the fraction of the component with this internal index (0 to 10), rounded to the nearest
 // count. Any double may be given; not-a-number counts as a fraction that has no room.

@@ -2,7 +2,6 @@
 
 #include "model/polynomial.h"
 #include "model/trial_phase.h"
-#include "model/van_der_waals.h"
 
 namespace fluid {
 
@@ -87,10 +86,9 @@ CriticalPoint PointAt(const Mixture& mixture, const Reduced& of, double w) {
 
 }  // namespace
 
-CriticalPoints FindCriticalPoints(std::int32_t lastComponent, std::span<const double> fractions) {
+CriticalPoints FindCriticalPoints(const Mixture& mixture) {
     CriticalPoints result;
-    if (lastComponent < 0) return result;
-    const Mixture mixture = MixtureOf(lastComponent, fractions);
+    if (mixture.count == 0) return result;
     const Reduced reduced = ReducedOf(mixture);
     for (const double w : PositiveRoots(CriticalCondition(reduced))) {
         result.points[result.count++] = PointAt(mixture, reduced, w);
@@ -98,10 +96,8 @@ CriticalPoints FindCriticalPoints(std::int32_t lastComponent, std::span<const do
     return result;
 }
 
-Stability CriticalStability(std::int32_t lastComponent, std::span<const double> fractions,
-                            const CriticalPoint& point) {
+Stability CriticalStability(const Mixture& mixture, const CriticalPoint& point) {
     if (!point.isLocallyStable) return Stability::Unstable;
-    const Mixture mixture = MixtureOf(lastComponent, fractions);
     if (point.T <= ColdestT(mixture)) return Stability::Unknown;
     const double RT = R * point.T;
     for (const TrialPhase& phase : TrialCurve(mixture, point.freeVolume).maxima(RT)) {
@@ -111,11 +107,10 @@ Stability CriticalStability(std::int32_t lastComponent, std::span<const double> 
     return Stability::Stable;
 }
 
-PseudoCriticalPoint FindPseudoCriticalPoint(std::int32_t lastComponent,
-                                            std::span<const double> fractions) {
-    if (lastComponent < 0) return {};
-    const double aMix = MixtureA(lastComponent, fractions);
-    const double bMix = MixtureB(lastComponent, fractions);
+PseudoCriticalPoint FindPseudoCriticalPoint(const Mixture& mixture) {
+    if (mixture.count == 0) return {};
+    const double aMix = mixture.attraction;
+    const double bMix = mixture.covolume;
     return {8.0 * aMix / (27.0 * bMix * R), aMix / (27.0 * bMix * bMix), 3.0 * bMix};
 }
 

@@ -2,15 +2,12 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <span>
 
 #include "model/phase_boundary.h"
 
 namespace fluid {
 
-// docs/critical_points.md derives everything in this header. In all of these lastComponent and
-// fractions are the mixture, as for MixtureA.
+// docs/critical_points.md derives everything in this header.
 
 // A state at which two phases that coexist become one and the same.
 struct CriticalPoint {
@@ -32,12 +29,11 @@ struct CriticalPoints {
 
 // All critical points of the mixture, by ascending volume; there are at most four. Two that differ
 // by less than rounding lets see count once.
-CriticalPoints FindCriticalPoints(std::int32_t lastComponent, std::span<const double> fractions);
+CriticalPoints FindCriticalPoints(const Mixture& mixture);
 
 // Unstable where the test of the fourth order says so, otherwise whether any other phase would be
 // more stable than the critical one. Unknown below ColdestT, where nothing is searched.
-Stability CriticalStability(std::int32_t lastComponent, std::span<const double> fractions,
-                            const CriticalPoint& point);
+Stability CriticalStability(const Mixture& mixture, const CriticalPoint& point);
 
 // The critical point of a pure gas of the mixture's a and b: T = 8·a/(27·b·R), P = a/(27·b²),
 // V = 3·b. A mixture of two or more gases does nothing special there.
@@ -46,7 +42,6 @@ struct PseudoCriticalPoint {
     double P = 0.0;  // MPa
     double V = 0.0;  // cm3/mol
 };
-PseudoCriticalPoint FindPseudoCriticalPoint(std::int32_t lastComponent,
-                                            std::span<const double> fractions);
+PseudoCriticalPoint FindPseudoCriticalPoint(const Mixture& mixture);
 
 }  // namespace fluid

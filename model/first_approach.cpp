@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 
-#include "model/composition.h"
 #include "model/phase_roots.h"
 #include "model/phase_split.h"
 #include "model/saturation.h"
@@ -17,10 +15,10 @@ namespace {
 constexpr double LeastP = 1e-300;
 
 // A tenth of the saturation pressures in the proportions of the bulk, MPa.
-double SeedPressure(std::int32_t last, std::span<const double> z, double T) {
+double SeedPressure(const Mixture& mixture, double T) {
     double sum = 0.0;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        sum += z[k] * SaturationPressure(ComponentIndex[k], T);
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        sum += mixture.z[k] * SaturationPressure(mixture.index[k], T);
     }
     constexpr double Share = 0.1;
     return std::max(Share * sum, LeastP);
@@ -28,14 +26,14 @@ double SeedPressure(std::int32_t last, std::span<const double> z, double T) {
 
 // The temperature in K of a seed pressure: secant steps in ln P over 1/T from 298.15 K, on a curve
 // that is nearly straight there. The ends are those of what is worth showing.
-double SeedTemperature(std::int32_t last, std::span<const double> z, double P) {
+double SeedTemperature(const Mixture& mixture, double P) {
     constexpr double Coldest = 2.0;
     constexpr double Hottest = 2000.0;
     constexpr double Start = 298.15;
     constexpr int StepLimit = 50;
     constexpr double Enough = 1e-9;
     const double target = std::log(P);
-    const auto excess = [&](double t) { return std::log(SeedPressure(last, z, 1.0 / t)) - target; };
+    const auto excess = [&](double t) { return std::log(SeedPressure(mixture, 1.0 / t)) - target; };
     double before = 1.0 / Start;
     double now = 1.01 / Start;
     double excessBefore = excess(before);
@@ -52,25 +50,25 @@ double SeedTemperature(std::int32_t last, std::span<const double> z, double P) {
 
 // Kept so small and so large that every product and sum of fractions has room in a double, also in
 // the deep cold, where there is no vapour pressure left.
-ComponentValues WilsonRatios(std::int32_t last, double T, double P) {
+ComponentValues WilsonRatios(const Mixture& mixture, double T, double P) {
     constexpr double Smallest = 1e-130;
     constexpr double Largest = 1e130;
     ComponentValues K{};
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        const Gas& gas = Gases[mixture.index[k]];
         const double ratio =
-            Pc[k] / std::max(P, LeastP) * std::exp(5.373 * (1.0 + omega[k]) * (1.0 - Tc[k] / T));
+            gas.Pc / std::max(P, LeastP) * std::exp(5.373 * (1.0 + gas.omega) * (1.0 - gas.Tc / T));
         K[k] = std::clamp(ratio, Smallest, Largest);
     }
     return K;
 }
 
 // Phases with the distribution ratios K and the vapour fraction beta, each adding up to 1.
-void Distribute(std::int32_t last, std::span<const double> z, const ComponentValues& K, double beta,
-                PhaseGuess& guess) {
+void Distribute(const Mixture& mixture, const ComponentValues& K, double beta, PhaseGuess& guess) {
     double sumX = 0.0;
     double sumY = 0.0;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        guess.x[k] = z[k] / ((1.0 - beta) + beta * K[k]);
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        guess.x[k] = mixture.z[k] / ((1.0 - beta) + beta * K[k]);
         guess.y[k] = K[k] * guess.x[k];
         sumX += guess.x[k];
         sumY += guess.y[k];
@@ -81,19 +79,17 @@ void Distribute(std::int32_t last, std::span<const double> z, const ComponentVal
 
 }  // namespace
 
-PhaseGuess HomogenisationSeed(std::int32_t lastComponent, std::span<const double> fractions,
-                              Given given, double value, Homogenisation kind) {
+PhaseGuess HomogenisationSeed(const Mixture& mixture, Given given, double value,
+                              Homogenisation kind) {
     const bool findsP = given == Given::Temperature;
     PhaseGuess guess;
-    guess.unknown = findsP ? SeedPressure(lastComponent, fractions, value)
-                           : SeedTemperature(lastComponent, fractions, value);
+    guess.unknown = findsP ? SeedPressure(mixture, value) : SeedTemperature(mixture, value);
     const double T = findsP ? value : guess.unknown;
     const double P = findsP ? guess.unknown : value;
     const double beta = kind == Homogenisation::IntoLiquid ? 0.0 : 1.0;
-    Distribute(lastComponent, fractions, WilsonRatios(lastComponent, T, P), beta, guess);
+    Distribute(mixture, WilsonRatios(mixture, T, P), beta, guess);
     // The bulk to its last digit.
-    std::copy_n(fractions.begin(), lastComponent + 1,
-                kind == Homogenisation::IntoLiquid ? guess.x.begin() : guess.y.begin());
+    (kind == Homogenisation::IntoLiquid ? guess.x : guess.y) = mixture.z;
     return guess;
 }
 
@@ -105,15 +101,14 @@ PhaseGuess HomogenisationApproach(Given given, const PhasePair& point) {
     return {unknown, point.x, point.y};
 }
 
-EquilibriumApproach FindEquilibriumApproach(std::int32_t lastComponent,
-                                            std::span<const double> fractions, double T, double V) {
+EquilibriumApproach FindEquilibriumApproach(const Mixture& mixture, double T, double V) {
     using Kind = EquilibriumApproach::Kind;
     EquilibriumApproach approach;
-    const auto split = SplitAtVolume(MixtureOf(lastComponent, fractions), T, V);
+    const auto split = SplitAtVolume(mixture, T, V);
     if (split && split->found) {
-        approach.kind = !TakesItsRoots(split->phases) ? Kind::TwoLiquids
-                        : split->metastable           ? Kind::Metastable
-                                                      : Kind::TwoPhases;
+        approach.kind = !TakesItsRoots(mixture, split->phases) ? Kind::TwoLiquids
+                        : split->metastable                    ? Kind::Metastable
+                                                               : Kind::TwoPhases;
         approach.guess = {split->phases.P, split->phases.x, split->phases.y};
         approach.volumeFraction = split->volumeFraction;
         return approach;
@@ -121,9 +116,9 @@ EquilibriumApproach FindEquilibriumApproach(std::int32_t lastComponent,
     if (split) approach.kind = Kind::NotFound;
     constexpr double Half = 0.5;
     approach.volumeFraction = Half;
-    approach.guess.unknown = SeedPressure(lastComponent, fractions, T);
-    const ComponentValues K = WilsonRatios(lastComponent, T, approach.guess.unknown);
-    Distribute(lastComponent, fractions, K, Half, approach.guess);
+    approach.guess.unknown = SeedPressure(mixture, T);
+    const ComponentValues K = WilsonRatios(mixture, T, approach.guess.unknown);
+    Distribute(mixture, K, Half, approach.guess);
     return approach;
 }
 

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <span>
-
 #include "model/homogenisation.h"
 #include "model/phase_equilibrium.h"
 
@@ -11,8 +8,8 @@ namespace fluid {
 // First approaches without a search, from the saturation curves of the gases and the Wilson ratios:
 // what a user sees where there is no solution. Arguments as for FindHomogenisationPoints; value
 // above 0.
-PhaseGuess HomogenisationSeed(std::int32_t lastComponent, std::span<const double> fractions,
-                              Given given, double value, Homogenisation kind);
+PhaseGuess HomogenisationSeed(const Mixture& mixture, Given given, double value,
+                              Homogenisation kind);
 
 // The first approach from which the iteration's first step lands on the point: P/0.95, or T + 5 K.
 PhaseGuess HomogenisationApproach(Given given, const PhasePair& point);
@@ -31,9 +28,8 @@ struct EquilibriumApproach {
     double volumeFraction = 0.0;  // of phase Y
 };
 
-// lastComponent, fractions: the bulk, as for MixtureA; T in K and V in cm3/mol, both above 0. A V
-// not above the co-volume of the mixture is called homogeneous.
-EquilibriumApproach FindEquilibriumApproach(std::int32_t lastComponent,
-                                            std::span<const double> fractions, double T, double V);
+// T in K and V in cm3/mol, both above 0. A V not above the co-volume of the mixture is called
+// homogeneous.
+EquilibriumApproach FindEquilibriumApproach(const Mixture& mixture, double T, double V);
 
 }  // namespace fluid

@@ -6,25 +6,26 @@
 
 namespace fluid {
 
-ComponentValues ComponentAttraction(std::int32_t n, std::span<const double> x) {
-    const auto count = static_cast<std::size_t>(n) + 1;
-    assert(count <= ComponentCount && count <= x.size());
-    // As in MixtureA: a_ij is the product of two roots but for the defects on the diagonal.
+ComponentValues ComponentAttraction(const Mixture& mixture) {
+    // As in the mixture's a, a_ij is the product of two roots but for the defects on the diagonal.
     double rootSum = 0.0;
-    for (std::size_t j = 0; j < count; ++j) rootSum += x[j] * aRoot[j];
+    for (std::size_t j = 0; j < mixture.count; ++j) {
+        rootSum += mixture.fractions[j] * mixture.aRoot[j];
+    }
     ComponentValues attraction{};
-    for (std::size_t i = 0; i < count; ++i) {
-        attraction[i] = 2.0 * (aRoot[i] * rootSum + x[i] * aRootDefect[i]);
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        attraction[i] =
+            2.0 * (mixture.aRoot[i] * rootSum + mixture.fractions[i] * mixture.aRootDefect[i]);
     }
     return attraction;
 }
 
+ComponentValues ComponentAttraction(std::int32_t n, std::span<const double> x) {
+    return ComponentAttraction(MixtureOf(n, x));
+}
+
 ComponentValues ComponentCovolumes(std::int32_t n) {
-    const auto count = static_cast<std::size_t>(n) + 1;
-    assert(count <= ComponentCount);
-    ComponentValues covolumes{};
-    for (std::size_t i = 0; i < count; ++i) covolumes[i] = b[i];
-    return covolumes;
+    return MixtureOf(n, ComponentValues{}).b;
 }
 
 ComponentValues FugacityCoefficients(std::int32_t n, double bMix, std::span<const double> A,
@@ -46,17 +47,25 @@ ComponentValues FugacityCoefficients(std::int32_t n, double bMix, std::span<cons
     return coefficients;
 }
 
-double PureFugacityCoefficient(std::size_t k, double T, double P, double V) {
-    const std::array attraction = {2.0 * a[k][k]};
-    return FugacityCoefficients(0, b[k], attraction, std::span(b).subspan(k, 1), T, P, V)[0];
+ComponentValues FugacityCoefficients(const Mixture& mixture, double T, double P, double V) {
+    const auto last = static_cast<std::int32_t>(mixture.count) - 1;
+    return FugacityCoefficients(last, mixture.covolume, ComponentAttraction(mixture), mixture.b, T,
+                                P, V);
 }
 
-ComponentValues PureFugacities(std::int32_t n, double T, double P, std::span<const double> V) {
-    const auto count = static_cast<std::size_t>(n) + 1;
-    assert(count <= ComponentCount && count <= V.size());
+double PureFugacityCoefficient(const Mixture& mixture, std::size_t k, double T, double P,
+                               double V) {
+    const std::array attraction = {2.0 * mixture.pureA(k)};
+    const std::array covolume = {mixture.b[k]};
+    return FugacityCoefficients(0, mixture.b[k], attraction, covolume, T, P, V)[0];
+}
+
+ComponentValues PureFugacities(const Mixture& mixture, double T, double P,
+                               std::span<const double> V) {
+    assert(mixture.count <= V.size());
     ComponentValues fugacities{};
-    for (std::size_t k = 0; k < count; ++k) {
-        fugacities[k] = PureFugacityCoefficient(k, T, P, V[k]) * P;
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        fugacities[k] = PureFugacityCoefficient(mixture, k, T, P, V[k]) * P;
     }
     return fugacities;
 }

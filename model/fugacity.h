@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "model/component_table.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
@@ -13,6 +13,7 @@ namespace fluid {
 
 // A_i = sum of 2·x_j·a_ij, MPa·cm6/mol2, for the amount fractions x.
 ComponentValues ComponentAttraction(std::int32_t n, std::span<const double> x);
+ComponentValues ComponentAttraction(const Mixture& mixture);
 
 // The co-volumes b_i, cm3/mol.
 ComponentValues ComponentCovolumes(std::int32_t n);
@@ -25,11 +26,15 @@ ComponentValues ComponentCovolumes(std::int32_t n);
 ComponentValues FugacityCoefficients(std::int32_t n, double bMix, std::span<const double> A,
                                      std::span<const double> B, double T, double P, double V);
 
-// Fugacity coefficient of the pure gas at position k of the component tables, as above.
-double PureFugacityCoefficient(std::size_t k, double T, double P, double V);
+// The same of a mixture by itself.
+ComponentValues FugacityCoefficients(const Mixture& mixture, double T, double P, double V);
+
+// Fugacity coefficient of the pure gas at position k of a mixture, as above.
+double PureFugacityCoefficient(const Mixture& mixture, std::size_t k, double T, double P, double V);
 
 // Fugacities in MPa of the pure gases as standard states: coefficient at T, P (MPa) and the molar
 // volume V_k of each gas, times P. V_k need not be the volume at P.
-ComponentValues PureFugacities(std::int32_t n, double T, double P, std::span<const double> V);
+ComponentValues PureFugacities(const Mixture& mixture, double T, double P,
+                               std::span<const double> V);
 
 }  // namespace fluid

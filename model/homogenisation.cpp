@@ -7,14 +7,12 @@
 
 namespace fluid {
 
-HomogenisationPoints FindHomogenisationPoints(std::int32_t lastComponent,
-                                              std::span<const double> fractions, Given given,
-                                              double value, Homogenisation kind) {
+HomogenisationPoints FindHomogenisationPoints(const Mixture& mixture, Given given, double value,
+                                              Homogenisation kind) {
     // Beyond this pressure in MPa V - b has not the digits for an equilibrium.
     constexpr double HighestP = 1e4;
     HomogenisationPoints result;
-    if (lastComponent < 0 || !(value > 0.0) || !std::isfinite(value)) return result;
-    const Mixture mixture = MixtureOf(lastComponent, fractions);
+    if (mixture.count == 0 || !(value > 0.0) || !std::isfinite(value)) return result;
     const PhaseBoundary& boundary = BoundaryOf(mixture);
     const bool byT = given == Given::Temperature;
     const auto samples = byT ? boundary.atTemperature(value) : boundary.atPressure(value);
@@ -28,7 +26,7 @@ HomogenisationPoints FindHomogenisationPoints(std::int32_t lastComponent,
         }
         PhasePair pair = PairOf(mixture, sample);
         (byT ? pair.T : pair.P) = value;
-        (TakesItsRoots(pair) ? result.points : result.liquids).push_back(pair);
+        (TakesItsRoots(mixture, pair) ? result.points : result.liquids).push_back(pair);
     }
     return result;
 }

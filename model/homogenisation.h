@@ -1,10 +1,8 @@
 #pragma once
 
-#include <cstdint>
-#include <span>
 #include <vector>
 
-#include "model/component_table.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
@@ -39,10 +37,8 @@ struct HomogenisationPoints {
 
 // All states at which the mixture, stable as one phase, coexists with a trace of a second phase: at
 // a given T from low to high density, at a given P from high to low temperature.
-// lastComponent, fractions: the bulk, as for MixtureA; value: T in K or P in MPa. Nothing is found
-// for values not above 0.
-HomogenisationPoints FindHomogenisationPoints(std::int32_t lastComponent,
-                                              std::span<const double> fractions, Given given,
-                                              double value, Homogenisation kind);
+// value: T in K or P in MPa; nothing is found for values not above 0.
+HomogenisationPoints FindHomogenisationPoints(const Mixture& mixture, Given given, double value,
+                                              Homogenisation kind);
 
 }  // namespace fluid

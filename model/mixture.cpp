@@ -8,18 +8,34 @@ namespace fluid {
 
 Mixture WithFractions(const Mixture& of, const ComponentValues& fractions) {
     Mixture mixture = of;
-    mixture.z = fractions;
+    mixture.fractions = fractions;
     mixture.difference = {};
+    mixture.covolume = mixture.molarMass = 0.0;
     mixture.bMix = mixture.aRootMix = 0.0;
+    double sum = 0.0;
+    for (std::size_t i = 0; i < of.count; ++i) sum += fractions[i];
+    // Fractions that add up to one but for rounding stay as they are.
+    constexpr double Rounding = 1e-14;
+    if (std::abs(sum - 1.0) < Rounding) sum = 1.0;
+    double rootSum = 0.0;
+    double defect = 0.0;
     for (std::size_t i = 0; i < of.count; ++i) {
+        mixture.z[i] = fractions[i] / sum;
         mixture.bMix += mixture.z[i] * of.b[i];
         mixture.aRootMix += mixture.z[i] * of.aRoot[i];
+        mixture.covolume += fractions[i] * of.b[i];
+        mixture.molarMass += fractions[i] * of.M[i];
+        rootSum += fractions[i] * of.aRoot[i];
+        defect += fractions[i] * fractions[i] * of.aRootDefect[i];
         for (std::size_t j = 0; j < i; ++j) {
             const double pair = of.aRoot[i] * of.b[j] - of.b[i] * of.aRoot[j];
             mixture.difference[i] += mixture.z[j] * pair;
             mixture.difference[j] -= mixture.z[i] * pair;
         }
     }
+    // With a_kl = sqrt(a_kk·a_ll) the double sum is the square of one sum; the defects restore
+    // what the rounded roots miss on the diagonal.
+    mixture.attraction = rootSum * rootSum + defect;
     return mixture;
 }
 
@@ -27,21 +43,23 @@ Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions)
     Mixture mixture;
     mixture.count = static_cast<std::size_t>(lastComponent) + 1;
     assert(mixture.count <= ComponentCount && mixture.count <= fractions.size());
-    double sum = 0.0;
-    for (std::size_t i = 0; i < mixture.count; ++i) sum += fractions[i];
-    // Fractions that add up to one but for rounding stay as they were typed.
-    constexpr double Rounding = 1e-14;
-    if (std::abs(sum - 1.0) < Rounding) sum = 1.0;
-    ComponentValues z{};
+    ComponentValues x{};
     for (std::size_t i = 0; i < mixture.count; ++i) {
-        z[i] = fractions[i] / sum;
+        x[i] = fractions[i];
+        mixture.index[i] = ComponentIndex[i];
+        mixture.M[i] = M[i];
         mixture.b[i] = b[i];
         mixture.aRoot[i] = aRoot[i];
+        mixture.aRootDefect[i] = aRootDefect[i];
         mixture.densestA = std::max(mixture.densestA, aRoot[i] / b[i]);
         mixture.largestB = std::max(mixture.largestB, b[i]);
         mixture.largestARoot = std::max(mixture.largestARoot, aRoot[i]);
     }
-    return WithFractions(mixture, z);
+    return WithFractions(mixture, x);
+}
+
+double MolarVolumeFromDensity(const Mixture& mixture, double rho) {
+    return rho > 0.0 ? mixture.molarMass / rho : 0.0;
 }
 
 double HottestT(const Mixture& mixture) {

@@ -1,37 +1,63 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "model/component_table.h"
 
 namespace fluid {
 
-// A composition together with what the tables say about its components, at compact positions.
+// A fluid: its gases, how much there is of each, and what the equation of state needs to know of
+// them. Position k of the arrays is the k-th present gas, in increasing internal index; behind the
+// last one stands 0.
 struct Mixture {
     std::size_t count = 0;
-    ComponentValues z{};      // amount fractions, adding up to 1
-    ComponentValues b{};      // co-volumes, cm3/mol
-    ComponentValues aRoot{};  // square roots of the attractions, (MPa·cm6/mol2)^½
+    std::array<std::size_t, ComponentCount> index{};  // internal index
+    ComponentValues fractions{};                      // as they were given
+    ComponentValues z{};                              // the same, adding up to 1
+    ComponentValues M{};                              // molar masses, g/mol
+    ComponentValues b{};                              // co-volumes, cm3/mol
+    ComponentValues aRoot{};        // square roots of the attractions, (MPa·cm6/mol2)^½
+    ComponentValues aRootDefect{};  // what these lose by rounding
     // aRoot_i·bMix - b_i·aRootMix, how a component differs from the mixture, from the pairs of
     // components: right to the last bits also where it is small
     ComponentValues difference{};
+    // From the fractions as they were given, which add up to more than 1 where a typed one was
+    // below 0: a in MPa·cm6/mol2 and b in cm3/mol of the equation of state, and g/mol. A pure gas
+    // has its own a and b to the last bit.
+    double attraction = 0.0;
+    double covolume = 0.0;
+    double molarMass = 0.0;
+    // From z.
     double bMix = 0.0;
     double aRootMix = 0.0;
     double densestA = 0.0;  // largest aRoot/b, which no A reaches, MPa^½
     double largestB = 0.0;
     double largestARoot = 0.0;
 
-    bool operator==(const Mixture&) const = default;
+    std::string_view formula(std::size_t k) const { return ComponentFormulas[index[k]]; }
+    // a of the gas at position k, to the last bit.
+    double pureA(std::size_t k) const { return aRoot[k] * aRoot[k] + aRootDefect[k]; }
+
+    // The rest follows from these.
+    bool operator==(const Mixture& other) const {
+        return count == other.count && index == other.index && fractions == other.fractions;
+    }
 };
 
-// lastComponent: index of the last fraction; fractions: at least lastComponent + 1 amount fractions
-// above 0 at the positions of the tables, normalised here.
+// The components of the tables in these amount fractions.
+// lastComponent: index of the last fraction, -1 for none; fractions: at least lastComponent + 1.
 Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions);
 
-// The same components in other amount fractions, which add up to 1.
+// The same components in other amount fractions.
 Mixture WithFractions(const Mixture& mixture, const ComponentValues& fractions);
+
+// Molar volume in cm3/mol at the density rho in g/cm3; the same quotient turns a molar volume into
+// a density. Gives 0 when rho is not above 0.
+double MolarVolumeFromDensity(const Mixture& mixture, double rho);
 
 // Above this temperature in K no mixture of these components has two phases
 // (docs/phase_equilibria.md, "H rises"): R·T = largestB·densestA²/2.

@@ -7,7 +7,6 @@
 
 #include "model/cubic.h"
 #include "model/fugacity.h"
-#include "model/van_der_waals.h"
 
 namespace fluid {
 
@@ -26,21 +25,18 @@ double IsothermSlope(double aMix, double bMix, double T, double V, double h) {
     return std::copysign(std::numeric_limits<double>::denorm_min(), rise);
 }
 
-std::optional<ComponentValues> PartialMolarVolumes(std::int32_t lastComponent,
-                                                   std::span<const double> fractions, double T,
-                                                   double V) {
+std::optional<ComponentValues> PartialMolarVolumes(const Mixture& mixture, double T, double V) {
     if (!(V > 0.0 && T > 0.0)) return {};
-    const auto count = static_cast<std::size_t>(lastComponent) + 1;
-    const double aMix = MixtureA(lastComponent, fractions);
-    const double bMix = MixtureB(lastComponent, fractions);
-    const ComponentValues attraction = ComponentAttraction(lastComponent, fractions);
+    const double aMix = mixture.attraction;
+    const double bMix = mixture.covolume;
+    const ComponentValues attraction = ComponentAttraction(mixture);
     const double share = (V - bMix) / V;
     const double k = share * share / (R * T);
     const double divisor = 1.0 - 2.0 * aMix * k / V;
     if (divisor == 0.0) return {};
     ComponentValues volumes{};
-    for (std::size_t i = 0; i < count; ++i) {
-        const double excess = (b[i] - bMix) - (attraction[i] - 2.0 * aMix) * k;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        const double excess = (mixture.b[i] - bMix) - (attraction[i] - 2.0 * aMix) * k;
         volumes[i] = V + excess / divisor;
         if (!std::isfinite(volumes[i])) return {};
     }
@@ -55,8 +51,8 @@ double PureGasRoot(double r0, double r1, double r2) {
     return root == 0.0 ? std::max({r0, r1, r2}) : root;
 }
 
-PureGas PureGasVolume(std::size_t k, double T, double P) {
-    const CubicRoots roots = VolumeCubicSolver(a[k][k], b[k], T, P);
+PureGas PureGasVolume(const Mixture& mixture, std::size_t k, double T, double P) {
+    const CubicRoots roots = VolumeCubicSolver(mixture.pureA(k), mixture.b[k], T, P);
     const auto realPart = [](const CubicRoot& root) { return root.isReal() ? root.real : 0.0; };
     const double r0 = realPart(roots[0]);
     const double r1 = realPart(roots[1]);
@@ -78,19 +74,20 @@ std::size_t StableRoot(double aMix, double T, double P, const CubicRoots& roots)
 
 }  // namespace
 
-PureGas PureGasVolumeBeside(std::size_t k, double T, double P, std::optional<std::size_t> rank) {
-    const CubicRoots roots = VolumeCubicSolver(a[k][k], b[k], T, P);
+PureGas PureGasVolumeBeside(const Mixture& mixture, std::size_t k, double T, double P,
+                            std::optional<std::size_t> rank) {
+    const CubicRoots roots = VolumeCubicSolver(mixture.pureA(k), mixture.b[k], T, P);
     if (!roots[1].isReal()) return {roots[0].real, false};
-    const std::size_t chosen = rank ? *rank : StableRoot(a[k][k], T, P, roots);
+    const std::size_t chosen = rank ? *rank : StableRoot(mixture.pureA(k), T, P, roots);
     return {roots[chosen].real, roots[chosen].real > 0.0};
 }
 
-double IdealMixtureVolume(std::int32_t lastComponent, std::span<const double> fractions,
-                          std::span<const double> pureVolumes) {
-    const auto count = static_cast<std::size_t>(lastComponent) + 1;
-    assert(count <= fractions.size() && count <= pureVolumes.size());
+double IdealMixtureVolume(const Mixture& mixture, std::span<const double> pureVolumes) {
+    assert(mixture.count <= pureVolumes.size());
     double volume = 0.0;
-    for (std::size_t k = 0; k < count; ++k) volume += fractions[k] * pureVolumes[k];
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        volume += mixture.fractions[k] * pureVolumes[k];
+    }
     return volume;
 }
 

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <span>
 
-#include "model/component_table.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
@@ -17,11 +16,9 @@ namespace fluid {
 double IsothermSlope(double aMix, double bMix, double T, double V, double h);
 
 // Partial molar volumes (dV/dn_i at constant T and P) in cm3/mol of the present components at the
-// molar volume V of the mixture; their sum weighted by x is V. Arguments as for MixtureA.
+// molar volume V of the mixture; their sum weighted by x is V.
 // No value where V is not above 0, T is not above 0, or dP/dV is 0.
-std::optional<ComponentValues> PartialMolarVolumes(std::int32_t lastComponent,
-                                                   std::span<const double> fractions, double T,
-                                                   double V);
+std::optional<ComponentValues> PartialMolarVolumes(const Mixture& mixture, double T, double V);
 
 // Chooses among three volumes: if two are not above 0 the remaining one, otherwise the largest.
 double PureGasRoot(double r0, double r1, double r2);
@@ -31,17 +28,17 @@ struct PureGas {
     bool multiple = false;  // three positive real volumes belong to T and P
 };
 
-// Volume of the pure gas at position k of the component tables, by PureGasRoot on the real roots.
+// Volume of the pure gas at position k of a mixture, by PureGasRoot on the real roots.
 // T in K, P in MPa.
-PureGas PureGasVolume(std::size_t k, double T, double P);
+PureGas PureGasVolume(const Mixture& mixture, std::size_t k, double T, double P);
 
-// Volume of the pure gas beside a mixture at the same T and P. Where the gas has three real roots:
-// the one with this number, of CubicRoots, that the mixture has of three; without a number the one
-// with the lower fugacity.
-PureGas PureGasVolumeBeside(std::size_t k, double T, double P, std::optional<std::size_t> rank);
+// Volume of the pure gas beside the mixture at the same T and P. Where the gas has three real
+// roots: the one with this number, of CubicRoots, that the mixture has of three; without a number
+// the one with the lower fugacity.
+PureGas PureGasVolumeBeside(const Mixture& mixture, std::size_t k, double T, double P,
+                            std::optional<std::size_t> rank);
 
-// Volume in cm3/mol of the mixture without excess: sum of x_k·V_k. Arguments as for MixtureA.
-double IdealMixtureVolume(std::int32_t lastComponent, std::span<const double> fractions,
-                          std::span<const double> pureVolumes);
+// Volume in cm3/mol of the mixture without excess: sum of x_k·V_k.
+double IdealMixtureVolume(const Mixture& mixture, std::span<const double> pureVolumes);
 
 }  // namespace fluid

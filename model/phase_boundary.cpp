@@ -472,11 +472,8 @@ const PhaseBoundary& BoundaryOf(const Mixture& mixture) {
     return *kept;
 }
 
-std::optional<BoundaryPoint> FindBoundary(std::int32_t lastComponent,
-                                          std::span<const double> fractions, double V) {
-    if (lastComponent < 0 || !std::isfinite(V)) return {};
-    const Mixture mixture = MixtureOf(lastComponent, fractions);
-    if (!(V > mixture.bMix)) return {};
+std::optional<BoundaryPoint> FindBoundary(const Mixture& mixture, double V) {
+    if (mixture.count == 0 || !std::isfinite(V) || !(V > mixture.bMix)) return {};
     const double x = std::log(V / mixture.bMix - 1.0);
     const auto sample = BoundaryAt(mixture, x);
     if (!sample) return {};
@@ -485,9 +482,8 @@ std::optional<BoundaryPoint> FindBoundary(std::int32_t lastComponent,
     return point;
 }
 
-IsothermStability::IsothermStability(std::int32_t lastComponent, std::span<const double> fractions,
-                                     double T, double smallestV)
-    : mixture_(MixtureOf(lastComponent, fractions)), T_(T), isKnown_(T > ColdestT(mixture_)) {
+IsothermStability::IsothermStability(const Mixture& mixture, double T, double smallestV)
+    : mixture_(mixture), T_(T), isKnown_(T > ColdestT(mixture_)) {
     if (!isKnown_ || T >= HottestT(mixture_) || !(smallestV > mixture_.bMix)) return;
     for (const BoundarySample& sample : BoundaryOf(mixture_).atTemperature(T)) {
         const BoundaryPoint point = PointOf(mixture_, sample);

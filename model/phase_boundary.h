@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -79,18 +78,15 @@ PhasePair PairOf(const Mixture& mixture, const BoundarySample& sample);
 const PhaseBoundary& BoundaryOf(const Mixture& mixture);
 
 // The one temperature above which the mixture is stable as one phase at the molar volume V in
-// cm3/mol, and below which it is not. lastComponent, fractions: the bulk, as for MixtureA.
+// cm3/mol, and below which it is not.
 // None where V is not above the co-volume of the mixture, or where it is stable down to ColdestT.
-std::optional<BoundaryPoint> FindBoundary(std::int32_t lastComponent,
-                                          std::span<const double> fractions, double V);
+std::optional<BoundaryPoint> FindBoundary(const Mixture& mixture, double V);
 
 // The stability of a mixture at one temperature.
 class IsothermStability {
   public:
-    // lastComponent, fractions: the bulk, as for MixtureA; T in K, above 0; smallestV in cm3/mol,
-    // above the co-volume: denser states are not asked for.
-    IsothermStability(std::int32_t lastComponent, std::span<const double> fractions, double T,
-                      double smallestV);
+    // T in K, above 0; smallestV in cm3/mol, above the co-volume: denser states are not asked for.
+    IsothermStability(const Mixture& mixture, double T, double smallestV);
 
     // V in cm3/mol from smallestV on.
     Stability at(double V) const;

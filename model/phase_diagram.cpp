@@ -26,10 +26,9 @@ std::vector<double> Volumes(double b, double step, std::vector<double> others) {
     return others;
 }
 
-SpinodalVolumes VolumesAt(std::int32_t lastComponent, std::span<const double> fractions,
-                          SpinodalKind kind, double T) {
-    return kind == SpinodalKind::Diffusional ? DiffusionalSpinodal(lastComponent, fractions, T)
-                                             : MechanicalSpinodal(lastComponent, fractions, T);
+SpinodalVolumes VolumesAt(const Mixture& mixture, SpinodalKind kind, double T) {
+    return kind == SpinodalKind::Diffusional ? DiffusionalSpinodal(mixture, T)
+                                             : MechanicalSpinodal(mixture, T);
 }
 
 // The samples of a boundary as curves to be drawn: with further points between those that lie far
@@ -107,14 +106,11 @@ class BoundaryTrace {
 
 }  // namespace
 
-std::vector<BoundaryPiece> TraceBoundary(std::int32_t lastComponent,
-                                         std::span<const double> fractions,
-                                         const CriticalPoints& critical) {
-    if (lastComponent < 0) return {};
-    const Mixture mixture = MixtureOf(lastComponent, fractions);
+std::vector<BoundaryPiece> TraceBoundary(const Mixture& mixture, const CriticalPoints& critical) {
+    if (mixture.count == 0) return {};
     std::vector<StatePoint> stable;
     for (const CriticalPoint& point : critical) {
-        if (CriticalStability(lastComponent, fractions, point) != Stability::Stable) continue;
+        if (CriticalStability(mixture, point) != Stability::Stable) continue;
         stable.push_back({point.T, point.P, point.V});
     }
     BoundaryTrace trace(mixture, std::move(stable));
@@ -122,25 +118,23 @@ std::vector<BoundaryPiece> TraceBoundary(std::int32_t lastComponent,
     return trace.pieces();
 }
 
-std::vector<std::vector<StatePoint>> TraceSpinodal(std::int32_t lastComponent,
-                                                   std::span<const double> fractions,
-                                                   SpinodalKind kind, double lowestT,
-                                                   double highestT) {
+std::vector<std::vector<StatePoint>> TraceSpinodal(const Mixture& mixture, SpinodalKind kind,
+                                                   double lowestT, double highestT) {
     std::vector<std::vector<StatePoint>> pieces;
-    if (lastComponent < 0) return pieces;
-    const double aMix = MixtureA(lastComponent, fractions);
-    const double bMix = MixtureB(lastComponent, fractions);
+    if (mixture.count == 0) return pieces;
+    const double aMix = mixture.attraction;
+    const double bMix = mixture.covolume;
     std::vector<double> ends;
     for (const double T : {lowestT, highestT}) {
-        for (const double V : VolumesAt(lastComponent, fractions, kind, T)) ends.push_back(V);
+        for (const double V : VolumesAt(mixture, kind, T)) ends.push_back(V);
     }
     constexpr double Step = 0.02;
     bool isGap = true;
     for (const double V : Volumes(bMix, Step, ends)) {
         const bool isEnd = std::find(ends.begin(), ends.end(), V) != ends.end();
         const double T = kind == SpinodalKind::Diffusional
-                             ? DiffusionalSpinodalTemperature(lastComponent, fractions, V)
-                             : MechanicalSpinodalTemperature(lastComponent, fractions, V);
+                             ? DiffusionalSpinodalTemperature(mixture, V)
+                             : MechanicalSpinodalTemperature(mixture, V);
         if (isEnd || (T >= lowestT && T <= highestT)) {
             if (isGap) pieces.emplace_back();
             pieces.back().push_back({T, PressureVdW(aMix, bMix, T, V), V});

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <span>
 #include <vector>
 
 #include "model/critical_point.h"
@@ -9,8 +7,7 @@
 
 namespace fluid {
 
-// Curves to be drawn, point by point over the molar volume. In all of these lastComponent and
-// fractions are the mixture, as for MixtureA.
+// Curves to be drawn, point by point over the molar volume.
 
 struct StatePoint {
     double T = 0.0;  // K
@@ -27,16 +24,12 @@ struct BoundaryPiece {
 };
 
 // critical: all critical points of the mixture; the stable ones are points of the boundary.
-std::vector<BoundaryPiece> TraceBoundary(std::int32_t lastComponent,
-                                         std::span<const double> fractions,
-                                         const CriticalPoints& critical);
+std::vector<BoundaryPiece> TraceBoundary(const Mixture& mixture, const CriticalPoints& critical);
 
 enum class SpinodalKind { Diffusional, Mechanical };
 
 // Pieces of the spinodal between two temperatures in K, ends included, from small to large volumes.
-std::vector<std::vector<StatePoint>> TraceSpinodal(std::int32_t lastComponent,
-                                                   std::span<const double> fractions,
-                                                   SpinodalKind kind, double lowestT,
-                                                   double highestT);
+std::vector<std::vector<StatePoint>> TraceSpinodal(const Mixture& mixture, SpinodalKind kind,
+                                                   double lowestT, double highestT);
 
 }  // namespace fluid

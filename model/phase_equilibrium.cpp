@@ -8,7 +8,6 @@
 #include "model/cubic.h"
 #include "model/phase_roots.h"
 #include "model/trial_phase.h"
-#include "model/van_der_waals.h"
 
 namespace fluid {
 
@@ -50,8 +49,9 @@ using RootChoice = double(const CubicRoots&, double);
 
 // Two phases that exchange their components by successive substitution.
 struct Substitution {
-    std::int32_t last = -1;
-    ComponentValues z{};
+    explicit Substitution(const Mixture& of) : bulk(of) {}
+
+    const Mixture& bulk;
     PhasePair phases;
     ComponentValues logPhiX{};
     ComponentValues logPhiY{};
@@ -69,17 +69,22 @@ struct Substitution {
 double Substitution::evaluate(const ComponentValues& x, RootChoice* choice,
                               ComponentValues& logPhi) const {
     constexpr double LogLimit = 227.0;
-    const auto count = static_cast<std::size_t>(last) + 1;
-    const double bMix = MixtureB(last, x);
-    const double V = choice(VolumeCubicSolver(MixtureA(last, x), bMix, phases.T, phases.P), bMix);
+    double bMix = 0.0;
     double rootSum = 0.0;
-    for (std::size_t i = 0; i < count; ++i) rootSum += x[i] * aRoot[i];
+    double defect = 0.0;
+    for (std::size_t i = 0; i < bulk.count; ++i) {
+        bMix += x[i] * bulk.b[i];
+        rootSum += x[i] * bulk.aRoot[i];
+        defect += x[i] * x[i] * bulk.aRootDefect[i];
+    }
+    const double aMix = rootSum * rootSum + defect;
+    const double V = choice(VolumeCubicSolver(aMix, bMix, phases.T, phases.P), bMix);
     const double RT = R * phases.T;
     const double u = 1.0 / (V - bMix);
     const double pull = 2.0 * rootSum / (RT * V);
     const double common = std::log(phases.P * (V - bMix) / RT);
-    for (std::size_t i = 0; i < count; ++i) {
-        const double value = b[i] * u - aRoot[i] * pull - common;
+    for (std::size_t i = 0; i < bulk.count; ++i) {
+        const double value = bulk.b[i] * u - bulk.aRoot[i] * pull - common;
         logPhi[i] = V > 0.0 && std::abs(value) < LogLimit ? value : 0.0;
     }
     return V;
@@ -99,11 +104,11 @@ double Substitution::substitute(double beta) {
     double sumX = 0.0;
     double sumY = 0.0;
     drift = 0.0;
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
+    for (std::size_t i = 0; i < bulk.count; ++i) {
         const double ratio = std::exp(logPhiX[i] - logPhiY[i]);
         // 1 + beta·(K - 1), which would lose a small K
         const double t = (1.0 - beta) + beta * ratio;
-        phases.x[i] = t > 0.0 ? z[i] / t : z[i];
+        phases.x[i] = t > 0.0 ? bulk.z[i] / t : bulk.z[i];
         phases.y[i] = ratio * phases.x[i];
         drift = std::max(drift, std::abs(ratio - K[i]) / ratio);
         K[i] = ratio;
@@ -116,10 +121,10 @@ double Substitution::substitute(double beta) {
 }
 
 // Fractions of a guess, normalised; false where they cannot be.
-bool Take(std::int32_t last, const ComponentValues& guess, ComponentValues& x) {
+bool Take(const Mixture& bulk, const ComponentValues& guess, ComponentValues& x) {
     double sum = 0.0;
     x = {};
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
+    for (std::size_t i = 0; i < bulk.count; ++i) {
         if (!(guess[i] >= 0.0)) return false;
         x[i] = guess[i];
         sum += x[i];
@@ -127,12 +132,6 @@ bool Take(std::int32_t last, const ComponentValues& guess, ComponentValues& x) {
     if (!(sum > 0.0) || !std::isfinite(sum)) return false;
     Normalise(x, sum);
     return true;
-}
-
-ComponentValues Bulk(std::int32_t last, std::span<const double> fractions) {
-    ComponentValues z{};
-    std::copy_n(fractions.begin(), last + 1, z.begin());
-    return z;
 }
 
 // The two phases of a result as mixtures of their own.
@@ -273,21 +272,16 @@ constexpr double Exact = 1e-11;
 
 }  // namespace
 
-HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
-                                           std::span<const double> fractions, Given given,
-                                           double value, Homogenisation kind,
-                                           const PhaseGuess& guess) {
+HomogenisationResult IterateHomogenisation(const Mixture& mixture, Given given, double value,
+                                           Homogenisation kind, const PhaseGuess& guess) {
     HomogenisationResult result;
-    if (lastComponent < 0 || !Usable(value) || !Usable(guess.unknown)) return result;
+    if (mixture.count == 0 || !Usable(value) || !Usable(guess.unknown)) return result;
     const bool findsP = given == Given::Temperature;
     const bool intoLiquid = kind == Homogenisation::IntoLiquid;
-    const Mixture bulk = MixtureOf(lastComponent, fractions);
-    Substitution pair;
-    pair.last = lastComponent;
-    pair.z = Bulk(lastComponent, fractions);
+    Substitution pair(mixture);
     PhasePair& phases = pair.phases;
-    if (!Take(lastComponent, guess.x, phases.x)) return result;
-    if (!Take(lastComponent, guess.y, phases.y)) return result;
+    if (!Take(mixture, guess.x, phases.x)) return result;
+    if (!Take(mixture, guess.y, phases.y)) return result;
     (findsP ? phases.T : phases.P) = value;
     double& unknown = findsP ? phases.P : phases.T;
     const double before = findsP ? 0.9 * guess.unknown : guess.unknown - 10.0;
@@ -296,16 +290,17 @@ HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
     std::optional<Verdict> verdict;  // on a first approach that stands
     const auto stands = [&] {
         const ComponentValues& kept = intoLiquid ? phases.x : phases.y;
-        for (std::size_t i = 0; i < bulk.count; ++i) {
-            if (!(std::abs(kept[i] - pair.z[i]) <= Exact * pair.z[i])) return false;
+        for (std::size_t i = 0; i < mixture.count; ++i) {
+            const double whole = mixture.z[i];
+            if (!(std::abs(kept[i] - whole) <= Exact * whole)) return false;
         }
-        if (!IsExact(Pair(bulk, phases))) return false;
-        verdict = Judge(bulk, phases, intoLiquid);
+        if (!IsExact(Pair(mixture, phases))) return false;
+        verdict = Judge(mixture, phases, intoLiquid);
         if (verdict->outcome != Outcome::Converged) verdict.reset();
         return verdict.has_value();
     };
     if (!Converge(pair, secant, unknown, fraction, stands, result.iterations)) return result;
-    if (!verdict) verdict = Judge(bulk, phases, intoLiquid);
+    if (!verdict) verdict = Judge(mixture, phases, intoLiquid);
     const bool reversed = verdict->outcome == Outcome::Converged && phases.Vx > phases.Vy;
     result.outcome = reversed ? Outcome::NoSolution : verdict->outcome;
     if (result.outcome == Outcome::NoSolution) return result;
@@ -342,12 +337,12 @@ double Snapped(double fraction, double V, const PhasePair& phases) {
 
 // The fraction of the volume that phase Y takes where two phases make up a bulk, by what differs
 // most between them; nothing where they do not.
-std::optional<double> ShareOf(const ComponentValues& z, std::size_t count, double V,
-                              const PhasePair& phases) {
+std::optional<double> ShareOf(const Mixture& bulk, double V, const PhasePair& phases) {
+    const ComponentValues& z = bulk.z;
     double contrast = std::abs(phases.Vx - phases.Vy) / V;
     double inX = (phases.Vy - V) / (phases.Vy - phases.Vx);
     double inY = (V - phases.Vx) / (phases.Vy - phases.Vx);
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < bulk.count; ++i) {
         const double difference = phases.x[i] - phases.y[i];
         if (!(std::abs(difference) > contrast * z[i])) continue;
         contrast = std::abs(difference) / z[i];
@@ -358,32 +353,29 @@ std::optional<double> ShareOf(const ComponentValues& z, std::size_t count, doubl
         return std::abs(inX * x + inY * y - whole) <= Exact * whole;
     };
     bool same = inX >= -Exact && inY >= -Exact && isSame(phases.Vx, phases.Vy, V);
-    for (std::size_t i = 0; i < count; ++i) same = same && isSame(phases.x[i], phases.y[i], z[i]);
+    for (std::size_t i = 0; i < bulk.count; ++i)
+        same = same && isSame(phases.x[i], phases.y[i], z[i]);
     return same ? std::optional(inY * phases.Vy / V) : std::nullopt;
 }
 
 }  // namespace
 
-EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const double> fractions,
-                                     double T, double V, double volumeFraction,
-                                     const PhaseGuess& guess) {
+EquilibriumResult IterateEquilibrium(const Mixture& mixture, double T, double V,
+                                     double volumeFraction, const PhaseGuess& guess) {
     EquilibriumResult result;
-    if (lastComponent < 0 || !Usable(T) || !Usable(V) || !Usable(guess.unknown)) return result;
+    if (mixture.count == 0 || !Usable(T) || !Usable(V) || !Usable(guess.unknown)) return result;
     if (!std::isfinite(volumeFraction)) return result;
-    const Mixture bulk = MixtureOf(lastComponent, fractions);
-    Substitution pair;
-    pair.last = lastComponent;
-    pair.z = Bulk(lastComponent, fractions);
+    Substitution pair(mixture);
     PhasePair& phases = pair.phases;
-    if (!Take(lastComponent, guess.x, phases.x)) return result;
-    if (!Take(lastComponent, guess.y, phases.y)) return result;
+    if (!Take(mixture, guess.x, phases.x)) return result;
+    if (!Take(mixture, guess.y, phases.y)) return result;
     phases.T = T;
     phases.P = guess.unknown;
     pair.evaluatePhases();
     double share = 0.0;
-    const auto known = ShareOf(pair.z, bulk.count, V, phases);
+    const auto known = ShareOf(mixture, V, phases);
     std::optional<Verdict> verdict;  // on a first approach that stands
-    if (known && IsExact(Pair(bulk, phases))) verdict = Judge(bulk, phases, true);
+    if (known && IsExact(Pair(mixture, phases))) verdict = Judge(mixture, phases, true);
     if (verdict && verdict->outcome == Outcome::Converged) {
         result.iterations = 1;
         share = Snapped(*known, V, phases);
@@ -398,7 +390,7 @@ EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const
         const auto never = [] { return false; };
         if (!Converge(pair, secant, phases.P, fraction, never, result.iterations)) return result;
         share = Snapped(LeverRule(V, phases), V, phases);
-        verdict = Judge(bulk, phases, true);
+        verdict = Judge(mixture, phases, true);
     }
     result.outcome = verdict->outcome;
     if (verdict->outcome == Outcome::Converged && !std::isfinite(share)) {

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <cstdint>
-#include <span>
-
-#include "model/component_table.h"
 #include "model/homogenisation.h"
+#include "model/mixture.h"
 #include "model/phase_boundary.h"
 
 namespace fluid {
@@ -28,13 +25,10 @@ struct HomogenisationResult {
 };
 
 // The homogenisation state that the secant iteration with successive substitution leads to.
-// lastComponent, fractions: the bulk, as for MixtureA; given and value: T in K or P in MPa;
-// guess.unknown is the first approach of the other one. Any numbers may be given; what does not
-// lead to a checked equilibrium within 10000 iterations is no solution.
-HomogenisationResult IterateHomogenisation(std::int32_t lastComponent,
-                                           std::span<const double> fractions, Given given,
-                                           double value, Homogenisation kind,
-                                           const PhaseGuess& guess);
+// value: T in K or P in MPa; guess.unknown is the first approach of the other one. Any numbers may
+// be given; what does not lead to a checked equilibrium within 10000 iterations is no solution.
+HomogenisationResult IterateHomogenisation(const Mixture& mixture, Given given, double value,
+                                           Homogenisation kind, const PhaseGuess& guess);
 
 struct EquilibriumResult {
     Outcome outcome = Outcome::NoSolution;
@@ -49,8 +43,7 @@ struct EquilibriumResult {
 // The two phases of a mixture at T in K and the bulk molar volume V in cm3/mol.
 // guess.unknown is the first approach of P in MPa, volumeFraction that of the fraction of the
 // volume that phase Y takes; else as IterateHomogenisation.
-EquilibriumResult IterateEquilibrium(std::int32_t lastComponent, std::span<const double> fractions,
-                                     double T, double V, double volumeFraction,
-                                     const PhaseGuess& guess);
+EquilibriumResult IterateEquilibrium(const Mixture& mixture, double T, double V,
+                                     double volumeFraction, const PhaseGuess& guess);
 
 }  // namespace fluid

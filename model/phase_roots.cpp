@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include "model/van_der_waals.h"
-
 namespace fluid {
 
 double LiquidRoot(const CubicRoots& roots, double bMix) {
@@ -23,14 +21,13 @@ double VapourRoot(const CubicRoots& roots, double bMix) {
     return chosen;
 }
 
-bool TakesItsRoots(const PhasePair& pair) {
+bool TakesItsRoots(const Mixture& mixture, const PhasePair& pair) {
     const auto takes = [&](const ComponentValues& x, double V, auto choice) {
-        // Positions without a component have a fraction of 0.
-        constexpr auto last = static_cast<std::int32_t>(ComponentCount) - 1;
-        const double bMix = MixtureB(last, x);
-        const CubicRoots roots = VolumeCubicSolver(MixtureA(last, x), bMix, pair.T, pair.P);
+        const Mixture phase = WithFractions(mixture, x);
+        const CubicRoots roots =
+            VolumeCubicSolver(phase.attraction, phase.covolume, pair.T, pair.P);
         constexpr double Same = 1e-6;
-        return std::abs(choice(roots, bMix) / V - 1.0) < Same;
+        return std::abs(choice(roots, phase.covolume) / V - 1.0) < Same;
     };
     return takes(pair.x, pair.Vx, LiquidRoot) && takes(pair.y, pair.Vy, VapourRoot);
 }

@@ -10,8 +10,8 @@ namespace fluid {
 double LiquidRoot(const CubicRoots& roots, double bMix);
 double VapourRoot(const CubicRoots& roots, double bMix);
 
-// Whether these roots are the volumes of an equilibrium. A second liquid beside which its
-// composition has a vapour root too is none that can be told from it.
-bool TakesItsRoots(const PhasePair& pair);
+// Whether these roots are the volumes of an equilibrium of the mixture's components. A second
+// liquid beside which its composition has a vapour root too is none that can be told from it.
+bool TakesItsRoots(const Mixture& mixture, const PhasePair& pair);
 
 }  // namespace fluid

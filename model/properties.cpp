@@ -2,11 +2,9 @@
 
 #include <cmath>
 
-#include "model/composition.h"
 #include "model/fugacity.h"
 #include "model/ideal_gas.h"
 #include "model/molar_volume.h"
-#include "model/van_der_waals.h"
 
 namespace fluid {
 
@@ -36,24 +34,22 @@ struct State {
 };
 
 // The mixture of ideal gases at T and the standard pressure.
-IdealGasProperties IdealMixture(std::size_t count, std::span<const double> x, double T) {
+IdealGasProperties IdealMixture(const Mixture& mixture, double T) {
     IdealGasProperties sum;
-    for (std::size_t k = 0; k < count; ++k) {
-        const IdealGasProperties gas = IdealGas(ComponentIndex[k], T);
-        sum.Cp += x[k] * gas.Cp;
-        sum.H += x[k] * gas.H;
-        sum.S += x[k] * (gas.S - R * std::log(x[k]));
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        const IdealGasProperties gas = IdealGas(mixture.index[k], T);
+        const double x = mixture.fractions[k];
+        sum.Cp += x * gas.Cp;
+        sum.H += x * gas.H;
+        sum.S += x * (gas.S - R * std::log(x));
     }
     return sum;
 }
 
-std::optional<State> StateAt(std::int32_t lastComponent, std::span<const double> fractions,
-                             double T, double P, double V) {
-    const double covolume = MixtureB(lastComponent, fractions);
-    if (lastComponent < 0 || !(T > 0.0) || !(V > covolume)) return {};
-    const double attraction = MixtureA(lastComponent, fractions);
-    const double molarMass = MolarMass(lastComponent, fractions);
-    return State{T, R * T, P, V, V - covolume, attraction, covolume, molarMass};
+std::optional<State> StateAt(const Mixture& mixture, double T, double P, double V) {
+    const double covolume = mixture.covolume;
+    if (mixture.count == 0 || !(T > 0.0) || !(V > covolume)) return {};
+    return State{T, R * T, P, V, V - covolume, mixture.attraction, covolume, mixture.molarMass};
 }
 
 std::optional<double> Real(double value) {
@@ -129,33 +125,33 @@ void SetDerivatives(const State& state, double idealCp, MixtureProperties& resul
 
 }  // namespace
 
-MixtureProperties PropertiesOf(std::int32_t lastComponent, std::span<const double> fractions,
-                               double T, double P, double V) {
+MixtureProperties PropertiesOf(const Mixture& mixture, double T, double P, double V) {
     MixtureProperties result;
-    const std::optional<State> state = StateAt(lastComponent, fractions, T, P, V);
+    const std::optional<State> state = StateAt(mixture, T, P, V);
     if (!state) return result;
-    const auto count = static_cast<std::size_t>(lastComponent) + 1;
-    const IdealGasProperties ideal = IdealMixture(count, fractions, T);
+    const IdealGasProperties ideal = IdealMixture(mixture, T);
     SetVolumes(*state, result);
     SetEnergies(*state, ideal, result);
     SetDerivatives(*state, ideal.Cp, result);
     return result;
 }
 
-std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(
-    std::int32_t lastComponent, std::span<const double> fractions, double T, double P, double V) {
+std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(const Mixture& mixture,
+                                                                      double T, double P,
+                                                                      double V) {
     std::array<ComponentProperties, ComponentCount> result;
-    const std::optional<State> state = StateAt(lastComponent, fractions, T, P, V);
+    const std::optional<State> state = StateAt(mixture, T, P, V);
     if (!state) return result;
     const double RT = state->RT;
     const double free = state->free;
-    const ComponentValues attractions = ComponentAttraction(lastComponent, fractions);
-    const auto volumes = PartialMolarVolumes(lastComponent, fractions, T, V);
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(lastComponent); ++k) {
-        const IdealGasProperties gas = IdealGas(ComponentIndex[k], T);
+    const ComponentValues attractions = ComponentAttraction(mixture);
+    const auto volumes = PartialMolarVolumes(mixture, T, V);
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        const IdealGasProperties gas = IdealGas(mixture.index[k], T);
         // ln(f/P0) = ln(x·R·T/((V - b)·P0)) + b_k/(V - b) - A_k/(R·T·V)
-        const double logConcentration = std::log(fractions[k] * RT / (free * StandardPressure));
-        const double interaction = b[k] / free - attractions[k] / (RT * V);
+        const double logConcentration =
+            std::log(mixture.fractions[k] * RT / (free * StandardPressure));
+        const double interaction = mixture.b[k] / free - attractions[k] / (RT * V);
         const double standard = gas.H - T * gas.S;
         const double term = RT * (logConcentration + interaction);
         ComponentProperties& component = result[k];
@@ -167,7 +163,8 @@ std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(
         const double volume = (*volumes)[k];
         component.volume = Real(volume);
         component.enthalpy = Real(gas.H - RT - attractions[k] / V + RT * volume / free);
-        component.entropy = Real(gas.S - R * logConcentration + R * ((volume - b[k]) / free - 1.0));
+        component.entropy =
+            Real(gas.S - R * logConcentration + R * ((volume - mixture.b[k]) / free - 1.0));
     }
     return result;
 }

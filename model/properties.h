@@ -1,11 +1,9 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <optional>
-#include <span>
 
-#include "model/component_table.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
@@ -40,11 +38,9 @@ struct MixtureProperties {
     Property jouleThomson;     // dT/dP at constant H, K/MPa, no residual part
 };
 
-// lastComponent, fractions: the mixture, as for MixtureA; T in K, above 0; V in cm3/mol a molar
-// volume at T and the pressure P in MPa. All without a value unless T > 0 and V is above the
-// co-volume.
-MixtureProperties PropertiesOf(std::int32_t lastComponent, std::span<const double> fractions,
-                               double T, double P, double V);
+// T in K, above 0; V in cm3/mol a molar volume at T and the pressure P in MPa. All without a value
+// unless T > 0 and V is above the co-volume.
+MixtureProperties PropertiesOf(const Mixture& mixture, double T, double P, double V);
 
 // A component in the mixture, J/mol, J/(mol·K), cm3/mol.
 struct ComponentProperties {
@@ -59,7 +55,7 @@ struct ComponentProperties {
 
 // The present components at the positions of the tables; arguments and what has no value as for
 // PropertiesOf.
-std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(
-    std::int32_t lastComponent, std::span<const double> fractions, double T, double P, double V);
+std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(const Mixture& mixture,
+                                                                      double T, double P, double V);
 
 }  // namespace fluid

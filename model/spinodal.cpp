@@ -45,9 +45,8 @@ SpinodalVolumes Spinodal::volumes(double T) const {
     return result;
 }
 
-Spinodal DiffusionalOf(std::int32_t lastComponent, std::span<const double> fractions) {
-    if (lastComponent < 0) return {};
-    const Mixture mixture = MixtureOf(lastComponent, fractions);
+Spinodal DiffusionalOf(const Mixture& mixture) {
+    if (mixture.count == 0) return {};
     Spinodal spinodal{mixture.bMix, 0.0, 0.0, 0.0};
     for (std::size_t i = 0; i < mixture.count; ++i) {
         const double s = mixture.aRoot[i];
@@ -59,32 +58,27 @@ Spinodal DiffusionalOf(std::int32_t lastComponent, std::span<const double> fract
     return spinodal;
 }
 
-Spinodal MechanicalOf(std::int32_t lastComponent, std::span<const double> fractions) {
-    if (lastComponent < 0) return {};
-    const Mixture mixture = MixtureOf(lastComponent, fractions);
+Spinodal MechanicalOf(const Mixture& mixture) {
+    if (mixture.count == 0) return {};
     return {mixture.bMix, mixture.aRootMix * mixture.aRootMix, 0.0, 0.0};
 }
 
 }  // namespace
 
-SpinodalVolumes DiffusionalSpinodal(std::int32_t lastComponent, std::span<const double> fractions,
-                                    double T) {
-    return DiffusionalOf(lastComponent, fractions).volumes(T);
+SpinodalVolumes DiffusionalSpinodal(const Mixture& mixture, double T) {
+    return DiffusionalOf(mixture).volumes(T);
 }
 
-SpinodalVolumes MechanicalSpinodal(std::int32_t lastComponent, std::span<const double> fractions,
-                                   double T) {
-    return MechanicalOf(lastComponent, fractions).volumes(T);
+SpinodalVolumes MechanicalSpinodal(const Mixture& mixture, double T) {
+    return MechanicalOf(mixture).volumes(T);
 }
 
-double DiffusionalSpinodalTemperature(std::int32_t lastComponent, std::span<const double> fractions,
-                                      double V) {
-    return DiffusionalOf(lastComponent, fractions).temperature(V);
+double DiffusionalSpinodalTemperature(const Mixture& mixture, double V) {
+    return DiffusionalOf(mixture).temperature(V);
 }
 
-double MechanicalSpinodalTemperature(std::int32_t lastComponent, std::span<const double> fractions,
-                                     double V) {
-    return MechanicalOf(lastComponent, fractions).temperature(V);
+double MechanicalSpinodalTemperature(const Mixture& mixture, double V) {
+    return MechanicalOf(mixture).temperature(V);
 }
 
 }  // namespace fluid

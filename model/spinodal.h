@@ -2,15 +2,12 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <span>
 
-#include "model/trial_phase.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
-// docs/critical_points.md derives everything in this header. In all of these lastComponent and
-// fractions are the mixture, as for MixtureA; T in K, V in cm3/mol.
+// docs/critical_points.md derives everything in this header. T in K, V in cm3/mol.
 
 // Volumes in cm3/mol above the co-volume, ascending.
 struct SpinodalVolumes {
@@ -24,17 +21,13 @@ struct SpinodalVolumes {
 // The volumes at which the mixture is just about to split by itself: between them, or below the
 // only one, any small change of composition grows. None where T is not above 0.
 // R·T·V³ = 2·sum x_i·(V·√a_i - b_i·√a)²
-SpinodalVolumes DiffusionalSpinodal(std::int32_t lastComponent, std::span<const double> fractions,
-                                    double T);
+SpinodalVolumes DiffusionalSpinodal(const Mixture& mixture, double T);
 
 // The volumes of the extrema of the isotherm, dP/dV = 0, or none. R·T·V³ = 2·a·(V - b)²
-SpinodalVolumes MechanicalSpinodal(std::int32_t lastComponent, std::span<const double> fractions,
-                                   double T);
+SpinodalVolumes MechanicalSpinodal(const Mixture& mixture, double T);
 
 // The temperature in K at which V is such a volume; 0 where V is not above the co-volume.
-double DiffusionalSpinodalTemperature(std::int32_t lastComponent, std::span<const double> fractions,
-                                      double V);
-double MechanicalSpinodalTemperature(std::int32_t lastComponent, std::span<const double> fractions,
-                                     double V);
+double DiffusionalSpinodalTemperature(const Mixture& mixture, double V);
+double MechanicalSpinodalTemperature(const Mixture& mixture, double V);
 
 }  // namespace fluid

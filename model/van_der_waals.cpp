@@ -1,33 +1,26 @@
 #include "model/van_der_waals.h"
 
-#include <cassert>
 #include <cmath>
-#include <cstddef>
 
-#include "model/component_table.h"
+#include "model/mixture.h"
 
 namespace fluid {
 
 double MixtureA(std::int32_t lastComponent, std::span<const double> fractions) {
-    const auto count = static_cast<std::size_t>(lastComponent) + 1;
-    assert(count <= ComponentCount && count <= fractions.size());
-    // With a_kl = sqrt(a_kk·a_ll) the double sum is the square of one sum; the defects restore
-    // what the rounded roots miss on the diagonal.
-    double rootSum = 0.0;
-    double defect = 0.0;
-    for (std::size_t k = 0; k < count; ++k) {
-        rootSum += fractions[k] * aRoot[k];
-        defect += fractions[k] * fractions[k] * aRootDefect[k];
-    }
-    return rootSum * rootSum + defect;
+    return MixtureOf(lastComponent, fractions).attraction;
 }
 
 double MixtureB(std::int32_t lastComponent, std::span<const double> fractions) {
-    const auto count = static_cast<std::size_t>(lastComponent) + 1;
-    assert(count <= ComponentCount && count <= fractions.size());
-    double covolume = 0.0;
-    for (std::size_t k = 0; k < count; ++k) covolume += fractions[k] * b[k];
-    return covolume;
+    return MixtureOf(lastComponent, fractions).covolume;
+}
+
+double MolarMass(std::int32_t lastComponent, std::span<const double> fractions) {
+    return MixtureOf(lastComponent, fractions).molarMass;
+}
+
+double MolarVolumeFromDensity(std::int32_t lastComponent, std::span<const double> fractions,
+                              double rho) {
+    return MolarVolumeFromDensity(MixtureOf(lastComponent, fractions), rho);
 }
 
 double PressureVdW(double aMix, double bMix, double T, double V) {

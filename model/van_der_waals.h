@@ -13,6 +13,12 @@ namespace fluid {
 double MixtureA(std::int32_t lastComponent, std::span<const double> fractions);
 double MixtureB(std::int32_t lastComponent, std::span<const double> fractions);
 
+// Molar mass in g/mol, and the molar volume in cm3/mol at the density rho in g/cm3 or the other way
+// round; arguments as above.
+double MolarMass(std::int32_t lastComponent, std::span<const double> fractions);
+double MolarVolumeFromDensity(std::int32_t lastComponent, std::span<const double> fractions,
+                              double rho);
+
 // Pressure in MPa, R·T/(V - b) - a/V², for a = aMix in MPa·cm6/mol2, b = bMix and V in cm3/mol, T
 // in K. V equal to b gives 0; V below b is computed as it stands, V = 0 gives no finite number.
 double PressureVdW(double aMix, double bMix, double T, double V);

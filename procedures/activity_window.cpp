@@ -103,8 +103,9 @@ void ActivityWindow::showComplexRoot() {
 
 void ActivityWindow::showRoot(const StatePoint& state, double V) {
     fugacities_ = showState(state, V).values;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
-        pureVolumes_[k] = fluid::PureGasVolume(k, state.T, state.P).volume;
+    for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
+        pureVolumes_[k] =
+            fluid::PureGasVolume(fluid::AcceptedMixture(), k, state.T, state.P).volume;
     }
 }
 
@@ -165,7 +166,7 @@ ActivityWindow::StandardStates ActivityWindow::standardState(double T, double Pr
     } else {
         // The volumes are those at the pressure of the mixture, also where Pref is another.
         states.volumes = pureVolumes_;
-        states.fugacities = fluid::PureFugacities(fluid::LastComponent, T, Pref, pureVolumes_);
+        states.fugacities = fluid::PureFugacities(fluid::AcceptedMixture(), T, Pref, pureVolumes_);
         for (std::size_t k = 0; k < states.volumes.size(); ++k) {
             if (!(states.volumes[k] > 0.0)) {
                 states.volumes[k] = states.fugacities[k] = std::numeric_limits<double>::quiet_NaN();
@@ -184,11 +185,11 @@ void ActivityWindow::PushButton1_Action() {
     }
     const StandardStates standard = standardState(readState().T, referencePressure());
     std::vector<toolkit::List::Row> rows;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
+    for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
         const double activity = fugacities_[k] / standard.fugacities[k];
-        rows.push_back({std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]),
+        rows.push_back({std::string(fluid::AcceptedMixture().formula(k)),
                         valueText(standard.volumes[k]), valueText(activity),
-                        valueText(activity / fluid::Fractions[k])});
+                        valueText(activity / fluid::AcceptedMixture().fractions[k])});
     }
     ListBox1.setRows(rows);
     toolkit::announce(ListBox1, "activities of " + std::to_string(rows.size()) +

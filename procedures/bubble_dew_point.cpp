@@ -282,7 +282,7 @@ std::string BubbleDewPoint::nowhereSentence() const {
                " " + Dimension.text() + "; the roots of a liquid and a vapour cannot hold them";
     }
     if (!points_.isExamined) {
-        const fluid::Mixture mixture = fluid::MixtureOf(fluid::LastComponent, fluid::Fractions);
+        const fluid::Mixture mixture = fluid::AcceptedMixture();
         return "not examined below " +
                toolkit::resultText(temperature.fromKelvin(ColdestT(mixture)), volumeDecimals) +
                " " + temperature.unitText() +
@@ -318,14 +318,14 @@ void BubbleDewPoint::FirstApproach_Action() {
     if (points_.points.size() > 1) {
         shownPoint_ = (shownPoint_ + 1) % points_.points.size();
     } else {
-        points_ = fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given(),
-                                                  *value, kind());
+        points_ =
+            fluid::FindHomogenisationPoints(fluid::AcceptedMixture(), given(), *value, kind());
         shownPoint_ = 0;
     }
-    showApproach(!points_.points.empty()
-                     ? fluid::HomogenisationApproach(given(), points_.points[shownPoint_])
-                     : fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions, given(),
-                                                 *value, kind()));
+    showApproach(
+        !points_.points.empty()
+            ? fluid::HomogenisationApproach(given(), points_.points[shownPoint_])
+            : fluid::HomogenisationSeed(fluid::AcceptedMixture(), given(), *value, kind()));
     const bool isOneOfSeveral = points_.points.size() > 1;
     warning.setText(pointsSentence() +
                     (isOneOfSeveral ? ", press first approach again for the next" : ""));
@@ -339,10 +339,9 @@ void BubbleDewPoint::calculate_Action() {
         warning.setText("put a correct number, or select a mode");
         return;
     }
-    const fluid::HomogenisationResult result = fluid::IterateHomogenisation(
-        fluid::LastComponent, fluid::Fractions, given(), *value, kind(), *start);
-    points_ = fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given(),
-                                              *value, kind());
+    const fluid::HomogenisationResult result =
+        fluid::IterateHomogenisation(fluid::AcceptedMixture(), given(), *value, kind(), *start);
+    points_ = fluid::FindHomogenisationPoints(fluid::AcceptedMixture(), given(), *value, kind());
     showResult(result);
 }
 

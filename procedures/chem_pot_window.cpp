@@ -47,12 +47,12 @@ void ChemPotWindow::showRoot(const StatePoint& state, double V) {
     showStability(state, V);
     showVolume(V);
     const auto properties =
-        fluid::ComponentPropertiesOf(fluid::LastComponent, fluid::Fractions, state.T, state.P, V);
+        fluid::ComponentPropertiesOf(fluid::AcceptedMixture(), state.T, state.P, V);
     std::vector<toolkit::List::Row> table;
     bool isWhole = true;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
+    for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
         const fluid::ComponentProperties& gas = properties[k];
-        toolkit::List::Row row = {std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]])};
+        toolkit::List::Row row = {std::string(fluid::AcceptedMixture().formula(k))};
         for (const auto& value : {gas.chemicalPotential, gas.standardPotential, gas.fugacityTerm,
                                   gas.logPhi, gas.enthalpy, gas.entropy, gas.volume}) {
             isWhole = isWhole && value;

@@ -89,10 +89,10 @@ void CriticalPointWindow::PlotLow_Action() {
 
 void CriticalPointWindow::calculate_Action() {
     warning.setText("");
-    points_ = fluid::FindCriticalPoints(fluid::LastComponent, fluid::Fractions);
+    points_ = fluid::FindCriticalPoints(fluid::AcceptedMixture());
     kinds_.clear();
     for (const fluid::CriticalPoint& point : points_) {
-        kinds_.push_back(fluid::CriticalStability(fluid::LastComponent, fluid::Fractions, point));
+        kinds_.push_back(fluid::CriticalStability(fluid::AcceptedMixture(), point));
     }
     showPoints();
     showPseudoCriticalPoint();
@@ -110,8 +110,7 @@ void CriticalPointWindow::showPoints() {
     std::vector<toolkit::List::Row> rows;
     for (std::size_t i = 0; i < points_.count; ++i) {
         const fluid::CriticalPoint& point = points_.points[i];
-        const double density =
-            fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, point.V);
+        const double density = fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), point.V);
         const double Z = point.P * point.V / (fluid::R * point.T);
         std::string state = stabilityName(kinds_[i]);
         if (point.P < 0.0) {
@@ -135,7 +134,7 @@ void CriticalPointWindow::showPoints() {
 }
 
 void CriticalPointWindow::showPseudoCriticalPoint() {
-    const auto pseudo = fluid::FindPseudoCriticalPoint(fluid::LastComponent, fluid::Fractions);
+    const auto pseudo = fluid::FindPseudoCriticalPoint(fluid::AcceptedMixture());
     ResultT.setText(temperatureText(pseudo.T));
     Label1.setText(temperature.unitText());
     ResultP.setText(resultText(pseudo.P));
@@ -172,7 +171,7 @@ double CriticalPointWindow::coldestShown(const std::vector<fluid::BoundaryPiece>
 }
 
 void CriticalPointWindow::plot() {
-    const auto boundary = fluid::TraceBoundary(fluid::LastComponent, fluid::Fractions, points_);
+    const auto boundary = fluid::TraceBoundary(fluid::AcceptedMixture(), points_);
     const ShownPressures shown = shownPressures();
     const double coldest = coldestShown(boundary);
     const auto x = [this](const StatePoint& point) { return temperature.fromKelvin(point.T); };
@@ -185,9 +184,9 @@ void CriticalPointWindow::plot() {
         addCurve(piece.kind == fluid::Homogenisation::IntoLiquid ? bubble : dew, warm, shown, x);
     }
     PlotSeries spinodal("spinodal", PlotSeries::Style::dashed, 2);
-    for (const auto& piece : fluid::TraceSpinodal(fluid::LastComponent, fluid::Fractions,
-                                                  fluid::SpinodalKind::Diffusional, coldest,
-                                                  std::numeric_limits<double>::infinity())) {
+    for (const auto& piece :
+         fluid::TraceSpinodal(fluid::AcceptedMixture(), fluid::SpinodalKind::Diffusional, coldest,
+                              std::numeric_limits<double>::infinity())) {
         addCurve(spinodal, piece, shown, x);
     }
     PlotSeries critical("critical point", PlotSeries::Style::markers, 3);
@@ -202,7 +201,7 @@ void CriticalPointWindow::plot() {
                 .add(temperature.fromKelvin(point.T), point.P);
         }
     }
-    const auto pseudo = fluid::FindPseudoCriticalPoint(fluid::LastComponent, fluid::Fractions);
+    const auto pseudo = fluid::FindPseudoCriticalPoint(fluid::AcceptedMixture());
     PlotSeries pseudoPoint("pseudo-critical point", PlotSeries::Style::markers, 5);
     pseudoPoint.add(temperature.fromKelvin(pseudo.T), pseudo.P);
     plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");

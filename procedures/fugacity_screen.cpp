@@ -25,13 +25,11 @@ void FugacityScreen::showNoVolume() {
 FugacityScreen::Fugacities FugacityScreen::showState(const StatePoint& state, double V) {
     showStability(state, V);
     showVolume(V);
-    const std::int32_t last = fluid::LastComponent;
+    const fluid::Mixture& mixture = fluid::AcceptedMixture();
     Fugacities fugacities;
-    fugacities.coefficients = fluid::FugacityCoefficients(
-        last, state.b, fluid::ComponentAttraction(last, fluid::Fractions),
-        fluid::ComponentCovolumes(last), state.T, state.P, V);
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        fugacities.values[k] = fluid::Fractions[k] * fugacities.coefficients[k] * state.P;
+    fugacities.coefficients = fluid::FugacityCoefficients(mixture, state.T, state.P, V);
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        fugacities.values[k] = mixture.fractions[k] * fugacities.coefficients[k] * state.P;
     }
     return fugacities;
 }

@@ -34,8 +34,8 @@ void FugacityWindow::Event_Activate() {
 void FugacityWindow::showRoot(const StatePoint& state, double V) {
     const Fugacities fugacities = showState(state, V);
     std::vector<toolkit::List::Row> rows;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
-        rows.push_back({std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]),
+    for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
+        rows.push_back({std::string(fluid::AcceptedMixture().formula(k)),
                         valueText(fugacities.values[k]), valueText(fugacities.coefficients[k])});
     }
     ListBox1.setRows(rows);

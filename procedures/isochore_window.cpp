@@ -80,7 +80,7 @@ void IsochoreWindow::temperatureUnitChosen() {
 
 bool IsochoreWindow::isUsable(const std::optional<ValueRange>& temperatures) {
     const double V = volume.molarVolume();
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     if (!(V > 0.0) || !std::isfinite(V) || !temperatures) {
         refuse("warning: put a number for molar volume, for both temperatures and for the step");
         return false;
@@ -104,8 +104,8 @@ void IsochoreWindow::calculate_Action() {
         return;
     }
     emptyResults();
-    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     Isochore isochore;
     isochore.V = volume.molarVolume();
     const auto count = static_cast<std::size_t>(temperatures->count());
@@ -119,14 +119,13 @@ void IsochoreWindow::calculate_Action() {
 }
 
 void IsochoreWindow::show(Isochore isochore, const ValueRange& temperatures) {
-    const auto boundary = fluid::FindBoundary(fluid::LastComponent, fluid::Fractions, isochore.V);
+    const auto boundary = fluid::FindBoundary(fluid::AcceptedMixture(), isochore.V);
     isochore.splitsBelow =
         boundary ? temperature.fromKelvin(boundary->T) : -std::numeric_limits<double>::infinity();
     showBoundary(boundary, std::min(isochore.temperatures.front(), isochore.temperatures.back()));
     plot(isochore, boundary);
 
-    const double density =
-        fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, isochore.V);
+    const double density = fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), isochore.V);
     const std::string heading = "Molar Volume = " + numberText(isochore.V) +
                                 " cm3/mol\nDensity = " + numberText(density) +
                                 " g/cm3\nTemperature, Pressure\n(Celsius), (MPa)\n";

@@ -135,12 +135,11 @@ bool IsothermWindow::isUsable(const std::optional<double>& T,
             "step");
         return false;
     }
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     const double smallest = std::min(volumeUnitChoice.toMolarVolume(first.number()),
                                      volumeUnitChoice.toMolarVolume(last.number()));
     if (!(smallest > b)) {
-        const double densest =
-            fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, b);
+        const double densest = fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), b);
         refuse("warning: molar volumes must be larger than the co-volume of this fluid, " +
                numberText(b) + " " + volumeUnit + ", and densities smaller than " +
                numberText(densest) + " " + densityUnit);
@@ -151,15 +150,14 @@ bool IsothermWindow::isUsable(const std::optional<double>& T,
 
 IsothermWindow::Isotherm IsothermWindow::calculated(
     double T, const ValueRange& range, const fluid::IsothermStability& stability) const {
-    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     Isotherm isotherm;
     isotherm.T = T;
     const auto count = static_cast<std::size_t>(range.count());
     for (std::size_t i = 0; i < count; ++i) {
         const double number = range.value(i);
-        const double other =
-            fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number);
+        const double other = fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), number);
         const double V = volumeUnitChoice.kgm3.isOn() ? other : number;
         isotherm.volumes.push_back(V);
         isotherm.densities.push_back(volumeUnitChoice.kgm3.isOn() ? number : other);
@@ -180,8 +178,8 @@ void IsothermWindow::calculate_Action() {
                                      volumeUnitChoice.toMolarVolume(last.number()));
     // The boundaries are of interest beyond the range as well.
     constexpr double denseLiquid = 1.01;
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
-    const fluid::IsothermStability stability(fluid::LastComponent, fluid::Fractions, *T,
+    const double b = fluid::AcceptedMixture().covolume;
+    const fluid::IsothermStability stability(fluid::AcceptedMixture(), *T,
                                              std::min(smallest, denseLiquid * b));
     Isotherm isotherm = calculated(*T, *volumes, stability);
     showBoundaries(stability);
@@ -228,8 +226,8 @@ void IsothermWindow::showBoundaries(const fluid::IsothermStability& stability) {
 }
 
 void IsothermWindow::plot(const Isotherm& isotherm, const fluid::IsothermStability& stability) {
-    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     const auto [smallest, largest] = std::minmax(isotherm.volumes.front(), isotherm.volumes.back());
     PlotSeries bubble("bubble point", PlotSeries::Style::markers, 4);
     PlotSeries dew("dew point", PlotSeries::Style::markers, 5);
@@ -244,8 +242,7 @@ void IsothermWindow::plot(const Isotherm& isotherm, const fluid::IsothermStabili
     for (const fluid::BoundaryPoint& point : stability.boundaries()) {
         mark(point.kind() == fluid::Homogenisation::IntoLiquid ? bubble : dew, point.V, point.P);
     }
-    for (const double V :
-         fluid::DiffusionalSpinodal(fluid::LastComponent, fluid::Fractions, isotherm.T)) {
+    for (const double V : fluid::DiffusionalSpinodal(fluid::AcceptedMixture(), isotherm.T)) {
         mark(spinodal, V, fluid::PressureVdW(a, b, isotherm.T, V));
     }
     std::sort(volumes.begin(), volumes.end());

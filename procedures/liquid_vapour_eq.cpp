@@ -123,10 +123,10 @@ void LiquidVapourEq::Event_Activate() {
     volume.activated();
     phaseX.showUnits();
     phaseY.showUnits();
-    if (composition_ == fluid::AcceptedComposition()) {
+    if (composition_ == fluid::AcceptedMixture()) {
         emptyResults();
     } else {
-        composition_ = fluid::AcceptedComposition();
+        composition_ = fluid::AcceptedMixture();
         emptyApproach();
     }
 }
@@ -159,7 +159,7 @@ void LiquidVapourEq::PushButton1_Action() {
 
 std::optional<LiquidVapourEq::State> LiquidVapourEq::state() const {
     const State state = {temperature.kelvin().value_or(0.0), volume.molarVolume()};
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     const bool isUsable = state.T > 0.0 && state.V > b && std::isfinite(state.V);
     return isUsable ? std::optional(state) : std::nullopt;
 }
@@ -185,7 +185,7 @@ void LiquidVapourEq::CalFirstApproach_Action() {
         return;
     }
     const fluid::EquilibriumApproach approach =
-        fluid::FindEquilibriumApproach(fluid::LastComponent, fluid::Fractions, given->T, given->V);
+        fluid::FindEquilibriumApproach(fluid::AcceptedMixture(), given->T, given->V);
     dataEntryP.setText(toolkit::numberText(approach.guess.unknown));
     dataEntryF.setText(toolkit::numberText(approach.volumeFraction));
     approachX.show(approach.guess.x);
@@ -203,11 +203,11 @@ void LiquidVapourEq::calculate_Action() {
             "put a correct number for temperature, pressure, density and volume fraction");
         return;
     }
-    const fluid::EquilibriumResult result = fluid::IterateEquilibrium(
-        fluid::LastComponent, fluid::Fractions, given->T, given->V, *fraction, *start);
+    const fluid::EquilibriumResult result =
+        fluid::IterateEquilibrium(fluid::AcceptedMixture(), given->T, given->V, *fraction, *start);
     showResult(result);
     const fluid::EquilibriumApproach approach =
-        fluid::FindEquilibriumApproach(fluid::LastComponent, fluid::Fractions, given->T, given->V);
+        fluid::FindEquilibriumApproach(fluid::AcceptedMixture(), given->T, given->V);
     const bool isSolution = result.outcome == fluid::Outcome::Converged && result.fractionInRange;
     if (!isSolution || approach.kind == fluid::EquilibriumApproach::Kind::TwoLiquids) {
         // Where another approach would do no better, it is said.

@@ -77,7 +77,7 @@ class LiquidVapourEq : public toolkit::Screen {
     PhaseResult phaseX{"X", true};
     PhaseResult phaseY{"Y", true};
 
-    fluid::Composition composition_ = fluid::AcceptedComposition();
+    fluid::Mixture composition_ = fluid::AcceptedMixture();
 };
 
 }  // namespace procedures

@@ -8,7 +8,7 @@
 namespace procedures {
 
 ShownPressures::ShownPressures(const fluid::CriticalPoints& critical) {
-    const double pseudo = fluid::FindPseudoCriticalPoint(fluid::LastComponent, fluid::Fractions).P;
+    const double pseudo = fluid::FindPseudoCriticalPoint(fluid::AcceptedMixture()).P;
     constexpr double low = 10.0;
     constexpr double further = 4.0;  // where the boundary does not end at a critical point
     double largest = 0.0;

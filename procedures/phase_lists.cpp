@@ -15,11 +15,11 @@ constexpr int quantityDecimals = 6;
 constexpr int fractionDecimals = 8;
 
 std::size_t presentGases() {
-    return static_cast<std::size_t>(fluid::LastComponent) + 1;
+    return fluid::AcceptedMixture().count;
 }
 
 std::string gasAt(std::size_t k) {
-    return std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]);
+    return std::string(fluid::AcceptedMixture().formula(k));
 }
 
 }  // namespace
@@ -105,7 +105,8 @@ void PhaseResult::clear() {
 }
 
 void PhaseResult::show(const fluid::ComponentValues& amounts, double V, const std::string& share) {
-    const double rho = fluid::MolarVolumeFromDensity(fluid::LastComponent, amounts, V);
+    const double rho =
+        fluid::MolarVolumeFromDensity(fluid::WithFractions(fluid::AcceptedMixture(), amounts), V);
     volume.setRows({{toolkit::resultText(V, quantityDecimals)}});
     density.setRows({{toolkit::resultText(rho, quantityDecimals)}});
     volumeFraction.setRows({{share}});

@@ -43,8 +43,7 @@ PressureWindow::Input PressureWindow::read() const {
 
 void PressureWindow::calculate_Action() {
     const Input input = read();
-    show(input,
-         pressureAt(fluid::MixtureOf(fluid::LastComponent, fluid::Fractions), input.V, input.T));
+    show(input, pressureAt(fluid::AcceptedMixture(), input.V, input.T));
 }
 
 void PressureWindow::show(const Input& input, const std::optional<double>& P) {

@@ -75,8 +75,7 @@ std::string RootScreen::inputSentence() const {
 
 RootScreen::StatePoint RootScreen::readState() const {
     return {temperature.toKelvin(dataEntryT.number()), dataEntryP.number(),
-            fluid::MixtureA(fluid::LastComponent, fluid::Fractions),
-            fluid::MixtureB(fluid::LastComponent, fluid::Fractions)};
+            fluid::AcceptedMixture().attraction, fluid::AcceptedMixture().covolume};
 }
 
 void RootScreen::calculate_Action() {
@@ -126,8 +125,8 @@ void RootScreen::showNoVolume() {
 
 void RootScreen::showVolume(double V) {
     Result.setText(toolkit::numberText(V));
-    DensityResult.setText(toolkit::numberText(
-        fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, V)));
+    DensityResult.setText(
+        toolkit::numberText(fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), V)));
 }
 
 void RootScreen::showStability(const StatePoint& state, double V) {

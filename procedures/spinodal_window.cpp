@@ -32,28 +32,28 @@ constexpr std::array<SpinodalKind, 2> bothKinds = {SpinodalKind::Diffusional,
                                                    SpinodalKind::Mechanical};
 
 bool isPure() {
-    return fluid::LastComponent == 0;
+    return fluid::AcceptedMixture().count == 1;
 }
 
 fluid::SpinodalVolumes volumesAt(SpinodalKind kind, double T) {
     return kind == SpinodalKind::Diffusional
-               ? fluid::DiffusionalSpinodal(fluid::LastComponent, fluid::Fractions, T)
-               : fluid::MechanicalSpinodal(fluid::LastComponent, fluid::Fractions, T);
+               ? fluid::DiffusionalSpinodal(fluid::AcceptedMixture(), T)
+               : fluid::MechanicalSpinodal(fluid::AcceptedMixture(), T);
 }
 
 double temperatureAt(SpinodalKind kind, double V) {
     return kind == SpinodalKind::Diffusional
-               ? fluid::DiffusionalSpinodalTemperature(fluid::LastComponent, fluid::Fractions, V)
-               : fluid::MechanicalSpinodalTemperature(fluid::LastComponent, fluid::Fractions, V);
+               ? fluid::DiffusionalSpinodalTemperature(fluid::AcceptedMixture(), V)
+               : fluid::MechanicalSpinodalTemperature(fluid::AcceptedMixture(), V);
 }
 
 double densityOf(double V) {
-    return fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, V);
+    return fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), V);
 }
 
 StatePoint stateAt(double T, double V) {
-    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     return {T, fluid::PressureVdW(a, b, T, V), V};
 }
 
@@ -272,7 +272,7 @@ void SpinodalWindow::calculateAtTemperature() {
 
 void SpinodalWindow::calculateAtVolume() {
     const double V = volumeUnitChoice.toMolarVolume(dataEntryV.number());
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     if (!(V > 0.0) || !std::isfinite(V)) {
         refuse("warning: put a number for molar volume");
         return;
@@ -366,15 +366,15 @@ void SpinodalWindow::traceAround(double T) {
 }
 
 void SpinodalWindow::trace(double lowestT, double highestT) {
-    diffusional_ = fluid::TraceSpinodal(fluid::LastComponent, fluid::Fractions,
-                                        SpinodalKind::Diffusional, lowestT, highestT);
+    diffusional_ = fluid::TraceSpinodal(fluid::AcceptedMixture(), SpinodalKind::Diffusional,
+                                        lowestT, highestT);
     mechanical_ = isPure() ? Curves()
-                           : fluid::TraceSpinodal(fluid::LastComponent, fluid::Fractions,
+                           : fluid::TraceSpinodal(fluid::AcceptedMixture(),
                                                   SpinodalKind::Mechanical, lowestT, highestT);
 }
 
 void SpinodalWindow::plot() {
-    ShownPressures shown(fluid::FindCriticalPoints(fluid::LastComponent, fluid::Fractions));
+    ShownPressures shown(fluid::FindCriticalPoints(fluid::AcceptedMixture()));
     shown.lowest = -std::numeric_limits<double>::infinity();
     const auto x = [this](const StatePoint& point) {
         return PlotV.isOn() ? point.V : temperature.fromKelvin(point.T);

@@ -9,16 +9,6 @@ namespace procedures {
 
 namespace {
 
-struct Parameters {
-    double a = 0.0;
-    double b = 0.0;
-};
-
-Parameters parametersOf(const fluid::Mixture& mixture) {
-    const auto last = static_cast<std::int32_t>(mixture.count) - 1;
-    return {fluid::MixtureA(last, mixture.z), fluid::MixtureB(last, mixture.z)};
-}
-
 bool isUsable(double number) {
     return number > 0.0 && std::isfinite(number);
 }
@@ -29,8 +19,7 @@ std::optional<double> pressureAt(const fluid::Mixture& mixture, double V, double
     if (!isUsable(V) || !isUsable(T)) {
         return std::nullopt;
     }
-    const auto [a, b] = parametersOf(mixture);
-    const double P = fluid::PressureVdW(a, b, T, V);
+    const double P = fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V);
     return std::isfinite(P) ? std::optional(P) : std::nullopt;
 }
 
@@ -39,8 +28,7 @@ std::optional<CalculatedTemperature> temperatureAt(const fluid::Mixture& mixture
     if (!isUsable(V)) {
         return std::nullopt;
     }
-    const auto [a, b] = parametersOf(mixture);
-    const double T = fluid::TemperatureVdW(a, b, P, V);
+    const double T = fluid::TemperatureVdW(mixture.attraction, mixture.covolume, P, V);
     if (!std::isfinite(T)) {
         return std::nullopt;
     }

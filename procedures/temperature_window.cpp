@@ -56,8 +56,7 @@ TemperatureWindow::Input TemperatureWindow::read() const {
 
 void TemperatureWindow::calculate_Action() {
     const Input input = read();
-    show(input,
-         temperatureAt(fluid::MixtureOf(fluid::LastComponent, fluid::Fractions), input.V, input.P));
+    show(input, temperatureAt(fluid::AcceptedMixture(), input.V, input.P));
 }
 
 void TemperatureWindow::show(const Input& input,

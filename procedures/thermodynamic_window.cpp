@@ -78,8 +78,7 @@ void ThermodynamicWindow::emptyResults() {
 void ThermodynamicWindow::showRoot(const StatePoint& state, double V) {
     showStability(state, V);
     showVolume(V);
-    const All all =
-        fluid::PropertiesOf(fluid::LastComponent, fluid::Fractions, state.T, state.P, V);
+    const All all = fluid::PropertiesOf(fluid::AcceptedMixture(), state.T, state.P, V);
     const std::string unstable = unstableSentence(all);
     std::vector<toolkit::List::Row> table;
     bool isWhole = true;

@@ -37,9 +37,7 @@ toolkit::Block VolumeUnit::block() {
 }
 
 double VolumeUnit::toMolarVolume(double number) const {
-    return kgm3.isOn()
-               ? fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number)
-               : number;
+    return kgm3.isOn() ? fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), number) : number;
 }
 
 std::string VolumeUnit::unitText() const {
@@ -71,8 +69,7 @@ double VolumeEntry::molarVolume() const {
 
 void VolumeEntry::showEcho() {
     const double number = dataEntryV.number();
-    const double other =
-        fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, number);
+    const double other = fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), number);
     const bool isDensity = unit.kgm3.isOn();
     std::string echo = isDensity ? "corresponding molar volume" : "corresponding density";
     if (number > 0.0 && std::isfinite(other)) {

@@ -79,16 +79,16 @@ void VolumeWindow::showRoot(const StatePoint& state, double V) {
 }
 
 void VolumeWindow::showParts(const StatePoint& state, double V) {
-    const std::int32_t last = fluid::LastComponent;
-    const auto partial = fluid::PartialMolarVolumes(last, fluid::Fractions, state.T, V);
+    const fluid::Mixture& mixture = fluid::AcceptedMixture();
+    const auto partial = fluid::PartialMolarVolumes(mixture, state.T, V);
     fluid::ComponentValues pureVolumes{};
     std::vector<toolkit::List::Row> rows;
     std::string ambiguous;
     bool isComplete = true;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        const fluid::PureGas pure = fluid::PureGasVolumeBeside(k, state.T, state.P, choice.rank());
-        const std::string gas =
-            " " + std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]);
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        const fluid::PureGas pure =
+            fluid::PureGasVolumeBeside(mixture, k, state.T, state.P, choice.rank());
+        const std::string gas = " " + std::string(mixture.formula(k));
         pureVolumes[k] = pure.volume;
         isComplete = isComplete && pure.volume > 0.0;
         rows.push_back({gas, pure.volume > 0.0 ? toolkit::numberText(pure.volume) : noValue,
@@ -98,7 +98,7 @@ void VolumeWindow::showParts(const StatePoint& state, double V) {
         }
     }
     ListBox1.setRows(rows);
-    const double ideal = fluid::IdealMixtureVolume(last, fluid::Fractions, pureVolumes);
+    const double ideal = fluid::IdealMixtureVolume(mixture, pureVolumes);
     ResultIdeal.setText(isComplete ? toolkit::numberText(ideal) : noValue);
     ExcessVol.setText(isComplete ? toolkit::numberText(V - ideal) : noValue);
     if (!ambiguous.empty()) {

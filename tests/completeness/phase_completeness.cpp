@@ -36,8 +36,9 @@ double Uniform(double from, double to) {
 void Fault(const char* what, double T, double P, double V) {
     ++tally.faults;
     std::printf("%s: T %.15g K, P %.15g MPa, V %.15g cm3/mol:", what, T, P, V);
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(LastComponent); ++i) {
-        std::printf(" %s %.12g", ComponentFormulas[ComponentIndex[i]].data(), Fractions[i]);
+    for (std::size_t i = 0; i < AcceptedMixture().count; ++i) {
+        std::printf(" %s %.12g", AcceptedMixture().formula(i).data(),
+                    AcceptedMixture().fractions[i]);
     }
     std::puts("");
 }
@@ -77,9 +78,9 @@ void JudgeAt(const Mixture& mixture, const PhaseReference& reference, const Plac
 // From each point that is found the iteration must lead to that point.
 void Confirm(Given given, double value) {
     for (const Homogenisation kind : {Homogenisation::IntoLiquid, Homogenisation::IntoVapour}) {
-        const auto points = FindHomogenisationPoints(LastComponent, Fractions, given, value, kind);
+        const auto points = FindHomogenisationPoints(AcceptedMixture(), given, value, kind);
         for (const PhasePair& pair : points.points) {
-            const auto result = IterateHomogenisation(LastComponent, Fractions, given, value, kind,
+            const auto result = IterateHomogenisation(AcceptedMixture(), given, value, kind,
                                                       HomogenisationApproach(given, pair));
             const bool isConfirmed = result.outcome == Outcome::Converged &&
                                      result.stability == Stability::Stable &&
@@ -131,14 +132,14 @@ void Split(const Mixture& mixture, const PhaseReference& reference, const Place&
     const double T = std::exp(place.lnT) * Uniform(0.3, 1.1);
     if (T < 1.01 * ColdestT(mixture) || reference.pressure(T, V) > 1e4) return;
     ++tally.splits;
-    const auto approach = FindEquilibriumApproach(LastComponent, Fractions, T, V);
+    const auto approach = FindEquilibriumApproach(AcceptedMixture(), T, V);
     const double P = approach.guess.unknown;
     const bool isSplit = approach.kind != Kind::Homogeneous;
     if (isSplit != (T < std::exp(place.lnT))) Fault("split or not", T, P, V);
     tally.threePhases += approach.kind == Kind::Metastable ? 1 : 0;
     if (!isSplit || approach.kind == Kind::TwoLiquids) return;
     const auto result =
-        IterateEquilibrium(LastComponent, Fractions, T, V, approach.volumeFraction, approach.guess);
+        IterateEquilibrium(AcceptedMixture(), T, V, approach.volumeFraction, approach.guess);
     const bool isStable = result.stability == Stability::Stable;
     // Of more than two phases no pair may be found, or be left by the iteration.
     const bool isLost = approach.kind == Kind::NotFound ||
@@ -155,8 +156,8 @@ void Split(const Mixture& mixture, const PhaseReference& reference, const Place&
 // Temperatures a relative distance from 1e-8 on below a critical point, where the mixture splits on
 // both sides of it.
 void NearCritical(const PhaseBoundary& boundary) {
-    for (const auto& point : FindCriticalPoints(LastComponent, Fractions)) {
-        if (CriticalStability(LastComponent, Fractions, point) != Stability::Stable) continue;
+    for (const auto& point : FindCriticalPoints(AcceptedMixture())) {
+        if (CriticalStability(AcceptedMixture(), point) != Stability::Stable) continue;
         const double at = std::log(point.freeVolume / boundary.mixture().bMix);
         const double distance = std::pow(10.0, Uniform(-8.0, -2.0));
         std::vector<Place> grid;
@@ -177,7 +178,7 @@ int main(int argc, char** argv) {
     for (int i = argument(1, 200); i > 0; --i) {
         AcceptAnyMixture(random_);
         const PhaseReference reference;
-        const Mixture mixture = MixtureOf(LastComponent, Fractions);
+        const Mixture mixture = AcceptedMixture();
         const PhaseBoundary& boundary = BoundaryOf(mixture);
         const std::vector<Place> grid = Grid(mixture);
         std::vector<Place> existing = grid;

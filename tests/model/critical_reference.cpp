@@ -7,8 +7,8 @@
 
 CriticalReference::CriticalReference() {
     long double sum = 0.0L;
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(fluid::LastComponent); ++i) {
-        components_.push_back({fluid::Fractions[i],
+    for (std::size_t i = 0; i < fluid::AcceptedMixture().count; ++i) {
+        components_.push_back({fluid::AcceptedMixture().z[i],
                                std::sqrt(static_cast<long double>(fluid::a[i][i])), fluid::b[i]});
         sum += components_.back().x;
     }

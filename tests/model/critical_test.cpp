@@ -21,23 +21,21 @@
 namespace {
 
 using fluid::CriticalPoint;
-using fluid::Fractions;
-using fluid::LastComponent;
 using fluid::SpinodalVolumes;
 using fluid::Stability;
 
 fluid::CriticalPoints FindPoints() {
-    return fluid::FindCriticalPoints(LastComponent, Fractions);
+    return fluid::FindCriticalPoints(fluid::AcceptedMixture());
 }
 
 SpinodalVolumes Volumes(bool mechanical, double T) {
-    return mechanical ? fluid::MechanicalSpinodal(LastComponent, Fractions, T)
-                      : fluid::DiffusionalSpinodal(LastComponent, Fractions, T);
+    return mechanical ? fluid::MechanicalSpinodal(fluid::AcceptedMixture(), T)
+                      : fluid::DiffusionalSpinodal(fluid::AcceptedMixture(), T);
 }
 
 double SpinodalT(bool mechanical, double V) {
-    return mechanical ? fluid::MechanicalSpinodalTemperature(LastComponent, Fractions, V)
-                      : fluid::DiffusionalSpinodalTemperature(LastComponent, Fractions, V);
+    return mechanical ? fluid::MechanicalSpinodalTemperature(fluid::AcceptedMixture(), V)
+                      : fluid::DiffusionalSpinodalTemperature(fluid::AcceptedMixture(), V);
 }
 
 double RandomT(std::mt19937_64& random) {
@@ -92,7 +90,7 @@ TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalle
             const auto condition = std::abs(reference.condition(point.freeVolume));
             worst = std::max(worst, static_cast<double>(condition));
             keep(point.freeVolume, point.T);
-            const auto kind = fluid::CriticalStability(LastComponent, Fractions, point);
+            const auto kind = fluid::CriticalStability(fluid::AcceptedMixture(), point);
             ++kinds.at(static_cast<std::size_t>(kind));
             if (kind == Stability::Unknown) continue;
             const bool stable = kind == Stability::Stable;
@@ -100,7 +98,7 @@ TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalle
             EXPECT_TRUE(point.P > 0.0 || !stable);
         }
         const double T = RandomT(random);
-        const double b = fluid::MixtureB(LastComponent, Fractions);
+        const double b = fluid::AcceptedMixture().covolume;
         for (const double V : Volumes(false, T)) keep(V - b, T);
         for (const double V : Volumes(true, T)) {
             worst = std::max(worst, RelativeError(SpinodalT(true, V), T));
@@ -137,14 +135,14 @@ TEST(PhaseDiagramTest, CurvesHaveNoGapAndReachCriticalPointsAndTheEndsOfTheirRan
     for (int mixture = 0; mixture < 40; ++mixture) {
         AcceptRandomMixture(random, 5);
         const auto critical = FindPoints();
-        const auto pieces = fluid::TraceBoundary(LastComponent, Fractions, critical);
+        const auto pieces = fluid::TraceBoundary(fluid::AcceptedMixture(), critical);
         ASSERT_FALSE(pieces.empty());
         for (std::size_t i = 1; i < pieces.size(); ++i) {
             EXPECT_EQ(pieces[i].points.front().V, pieces[i - 1].points.back().V);
             EXPECT_EQ(pieces[i].points.front().P, pieces[i - 1].points.back().P);
         }
         for (const CriticalPoint& point : critical) {
-            const auto kind = fluid::CriticalStability(LastComponent, Fractions, point);
+            const auto kind = fluid::CriticalStability(fluid::AcceptedMixture(), point);
             if (kind != Stability::Stable) continue;
             ++found;
             EXPECT_TRUE(std::any_of(pieces.begin(), pieces.end(), [&](const auto& piece) {
@@ -155,7 +153,7 @@ TEST(PhaseDiagramTest, CurvesHaveNoGapAndReachCriticalPointsAndTheEndsOfTheirRan
         const SpinodalVolumes volumes = Volumes(false, T);
         std::size_t ends = 0;
         for (const auto& curve : fluid::TraceSpinodal(
-                 LastComponent, Fractions, fluid::SpinodalKind::Diffusional, T, 2.0 * T)) {
+                 fluid::AcceptedMixture(), fluid::SpinodalKind::Diffusional, T, 2.0 * T)) {
             for (const auto& point : {curve.front(), curve.back()}) {
                 ends += std::count(volumes.begin(), volumes.end(), point.V) > 0 ? 1 : 0;
             }
@@ -167,11 +165,11 @@ TEST(PhaseDiagramTest, CurvesHaveNoGapAndReachCriticalPointsAndTheEndsOfTheirRan
 
 TEST(PhaseDiagramTest, BubblePointsEndWhereTheyBecomeDewPoints) {
     Accept(std::array<double, fluid::ComponentCount>{5e11, 5e11});
-    const auto pieces = fluid::TraceBoundary(LastComponent, Fractions, FindPoints());
+    const auto pieces = fluid::TraceBoundary(fluid::AcceptedMixture(), FindPoints());
     ASSERT_EQ(pieces.size(), 3U);
     const double V = pieces[1].points.front().V;  // the dense dew points end without being critical
     for (const double side : {-1.0, 1.0}) {
-        const auto point = fluid::FindBoundary(LastComponent, Fractions, V * (1.0 + 1e-8 * side));
+        const auto point = fluid::FindBoundary(fluid::AcceptedMixture(), V * (1.0 + 1e-8 * side));
         ASSERT_TRUE(point);
         EXPECT_EQ(point->kind(), pieces[side < 0.0 ? 0 : 1].kind);
     }
@@ -179,7 +177,7 @@ TEST(PhaseDiagramTest, BubblePointsEndWhereTheyBecomeDewPoints) {
 
 TEST(SpinodalTest, ArgumentsOutsideTheRangeGiveNoNumber) {
     AcceptPure(1);
-    const double b = fluid::MixtureB(LastComponent, Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     for (const bool mechanical : {false, true}) {
         for (const double T : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), 1e6}) {
             EXPECT_EQ(Volumes(mechanical, T).count, 0U) << T;
@@ -187,8 +185,8 @@ TEST(SpinodalTest, ArgumentsOutsideTheRangeGiveNoNumber) {
         for (const double V : {0.0, -1.0, b}) EXPECT_EQ(SpinodalT(mechanical, V), 0.0) << V;
         EXPECT_NEAR(SpinodalT(mechanical, 3.0 * b), fluid::Tc[0], 1e-12 * fluid::Tc[0]);
     }
-    EXPECT_EQ(fluid::FindCriticalPoints(-1, {}).count, 0U);
-    EXPECT_EQ(fluid::DiffusionalSpinodal(-1, {}, 300.0).count, 0U);
+    EXPECT_EQ(fluid::FindCriticalPoints({}).count, 0U);
+    EXPECT_EQ(fluid::DiffusionalSpinodal({}, 300.0).count, 0U);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ TEST(MolarVolume, SlopeHasItsSignAndValue) {
     // The state without a volume: the difference of pressures around V = 0.
     EXPECT_NEAR(fluid::IsothermSlope(aMix, bMix, 300.0, 0.0, Step),
                 -fluid::R * 300.0 / (bMix * bMix), 1e-8);
-    EXPECT_FALSE(fluid::PartialMolarVolumes(0, fluid::Fractions, 300.0, 0.0));
+    EXPECT_FALSE(fluid::PartialMolarVolumes(fluid::AcceptedMixture(), 300.0, 0.0));
 }
 
 TEST(MolarVolume, RootsOfPureGasesAreChosenInTheOrderOfTheTests) {
@@ -48,7 +48,7 @@ TEST(MolarVolume, PureGasesTakeTheVapourWhereThereAreThreeRoots) {
     for (const auto& [T, P, root, multiple] :
          {std::tuple{300.0, 2.0, 2, true}, {900.0, 2.0, 0, false}, {373.539, 8.94, 0, false}}) {
         const auto roots = fluid::VolumeCubicSolver(fluid::a[0][0], fluid::b[0], T, P);
-        const auto gas = fluid::PureGasVolume(0, T, P);
+        const auto gas = fluid::PureGasVolume(fluid::AcceptedMixture(), 0, T, P);
         EXPECT_EQ(gas.multiple, multiple);
         EXPECT_EQ(gas.volume, roots[static_cast<std::size_t>(root)].real);
         EXPECT_EQ(gas.volume == 0.0, P == fluid::Pc[0]);

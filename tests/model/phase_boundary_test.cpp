@@ -18,11 +18,11 @@ using fluid::ComponentValues;
 using fluid::Stability;
 
 std::optional<BoundaryPoint> BoundaryAt(double V) {
-    return fluid::FindBoundary(fluid::LastComponent, fluid::Fractions, V);
+    return fluid::FindBoundary(fluid::AcceptedMixture(), V);
 }
 
 fluid::IsothermStability StabilityAt(double T, double smallestV) {
-    return {fluid::LastComponent, fluid::Fractions, T, smallestV};
+    return {fluid::AcceptedMixture(), T, smallestV};
 }
 
 // The points are those that the homogenisation conditions are tested with, in 60 digits.
@@ -73,8 +73,7 @@ TEST(PhaseBoundaryTest, PointsHaveTheTemperatureOrPressureThatWasAskedFor) {
     dense[5] = 25755708485.0;
     for (const auto& [counts, P] : {std::pair{cold, 0.18}, {cold, 0.36}, {dense, 2.8e11}}) {
         ASSERT_NO_FATAL_FAILURE(Accept(counts));
-        const fluid::PhaseBoundary boundary(
-            fluid::MixtureOf(fluid::LastComponent, fluid::Fractions));
+        const fluid::PhaseBoundary boundary(fluid::AcceptedMixture());
         for (const auto& sample : boundary.atPressure(P)) {
             EXPECT_NEAR(sample.lnP, std::log(P), 1e-9) << std::exp(sample.lnT);
             for (const auto& same : boundary.atTemperature(std::exp(sample.lnT))) {
@@ -88,8 +87,8 @@ TEST(PhaseBoundaryTest, PointsHaveTheTemperatureOrPressureThatWasAskedFor) {
 // rounding, and its isochore meets the boundary where a·(V - b) = R·T·V².
 TEST(PhaseBoundaryTest, ColdLiquidsMeetTheBoundary) {
     AcceptPure(0);
-    const double a = fluid::MixtureA(0, fluid::Fractions);
-    const double b = fluid::MixtureB(0, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     double before = 0.0;
     for (double V = 31.0; V < 36.5; V += 0.1) {
         const auto point = BoundaryAt(V);
@@ -106,7 +105,7 @@ TEST(PhaseBoundaryTest, ColdLiquidsMeetTheBoundary) {
 
 TEST(PhaseBoundaryTest, CriticalPointAndTheEndsOfTheRangesGiveNoNumber) {
     AcceptPure(1);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     const auto critical = BoundaryAt(3.0 * b);
     ASSERT_TRUE(critical);
     EXPECT_NEAR(critical->T, fluid::Tc[0], 1e-7 * fluid::Tc[0]);

@@ -30,14 +30,12 @@ using Kind = fluid::EquilibriumApproach::Kind;
 constexpr auto Kinds = {Homogenisation::IntoLiquid, Homogenisation::IntoVapour};
 
 fluid::HomogenisationPoints Find(Given given, double value, Homogenisation kind) {
-    return fluid::FindHomogenisationPoints(fluid::LastComponent, fluid::Fractions, given, value,
-                                           kind);
+    return fluid::FindHomogenisationPoints(fluid::AcceptedMixture(), given, value, kind);
 }
 
 HomogenisationResult Iterate(Given given, double value, Homogenisation kind,
                              const PhaseGuess& guess) {
-    return fluid::IterateHomogenisation(fluid::LastComponent, fluid::Fractions, given, value, kind,
-                                        guess);
+    return fluid::IterateHomogenisation(fluid::AcceptedMixture(), given, value, kind, guess);
 }
 
 double LargestDifference(const ComponentValues& x, const ComponentValues& y) {
@@ -59,12 +57,12 @@ struct GoldenPoint {
         phases.P = row[13];
         phases.Vx = row[14];
         phases.Vy = row[15];
-        for (std::size_t k = 0; k < static_cast<std::size_t>(fluid::LastComponent) + 1; ++k) {
-            other[k] = row[16 + fluid::ComponentIndex[k]];
+        for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
+            other[k] = row[16 + fluid::AcceptedMixture().index[k]];
         }
         const bool bubble = kind == Homogenisation::IntoLiquid;
-        phases.x = bubble ? fluid::Fractions : other;
-        phases.y = bubble ? other : fluid::Fractions;
+        phases.x = bubble ? fluid::AcceptedMixture().fractions : other;
+        phases.y = bubble ? other : fluid::AcceptedMixture().fractions;
     }
 };
 
@@ -109,7 +107,8 @@ TEST(Homogenisation, GoldenPointsAreFoundAndReachedFromAside) {
             iterations = std::max(iterations, result.iterations);
             // From other fractions it takes longer; near a critical point they may lead elsewhere.
             const bool bubble = golden.kind == Homogenisation::IntoLiquid;
-            if (fluid::LastComponent == 0 || golden.phases.Vy < 2.0 * golden.phases.Vx) continue;
+            if (fluid::AcceptedMixture().count == 1 || golden.phases.Vy < 2.0 * golden.phases.Vx)
+                continue;
             PhaseGuess aside = guess;
             (bubble ? aside.y : aside.x)[0] *= 1.5;
             const auto again = Iterate(given, value, golden.kind, aside);
@@ -145,15 +144,15 @@ TEST(Homogenisation, ColdLiquidsBoilIntoAnIdealGas) {
           {12.5, {0, 0, 0.37, 0, 0, 0, 0, 0, 0, 0, 0.63}},
           {16.0, {0, 0.93, 0, 0, 0.02, 0, 0.05}}}) {
         ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
-        const auto last = fluid::LastComponent;
+        const fluid::Mixture& mixture = fluid::AcceptedMixture();
         const double RT = fluid::R * T;
-        const double a = fluid::MixtureA(last, fluid::Fractions);
-        const double b = fluid::MixtureB(last, fluid::Fractions);
+        const double a = mixture.attraction;
+        const double b = mixture.covolume;
         const double V = 2.0 * b / (1.0 + std::sqrt(1.0 - 4.0 * RT * b / a));
         double P = 0.0;
-        for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+        for (std::size_t k = 0; k < mixture.count; ++k) {
             const double pull = 2.0 * std::sqrt(fluid::a[k][k] * a) / (RT * V);
-            P += RT * fluid::Fractions[k] / (V - b) * std::exp(fluid::b[k] / (V - b) - pull);
+            P += RT * mixture.z[k] / (V - b) * std::exp(fluid::b[k] / (V - b) - pull);
         }
         const auto points = Find(Given::Temperature, T, Homogenisation::IntoLiquid);
         ASSERT_EQ(points.points.size(), 1U) << T;
@@ -178,14 +177,14 @@ TEST(Equilibrium, MixedGoldenPhasesAreFoundAgain) {
             for (std::size_t k = 0; k < z.size(); ++k) {
                 z[k] = phases.x[k] + amount * (phases.y[k] - phases.x[k]);
             }
-            const auto last = fluid::LastComponent;
-            const auto start = fluid::FindEquilibriumApproach(last, z, phases.T, V);
+            const auto bulk = fluid::WithFractions(fluid::AcceptedMixture(), z);
+            const auto start = fluid::FindEquilibriumApproach(bulk, phases.T, V);
             SCOPED_TRACE(testing::Message()
                          << "T " << phases.T << " P " << phases.P << " amount " << amount);
             EXPECT_EQ(start.kind, Kind::TwoPhases);
             worstP = std::max(worstP, RelativeError(start.guess.unknown, phases.P));
             const auto result =
-                fluid::IterateEquilibrium(last, z, phases.T, V, start.volumeFraction, start.guess);
+                fluid::IterateEquilibrium(bulk, phases.T, V, start.volumeFraction, start.guess);
             ASSERT_EQ(result.outcome, Outcome::Converged);
             EXPECT_EQ(result.stability, fluid::Stability::Stable);
             EXPECT_TRUE(result.fractionInRange);
@@ -207,7 +206,7 @@ TEST(Equilibrium, MixedGoldenPhasesAreFoundAgain) {
 void ExpectTrue(const HomogenisationResult& result, Homogenisation kind,
                 const PhaseReference& reference) {
     const PhasePair& phases = result.phases;
-    const auto count = static_cast<std::size_t>(fluid::LastComponent) + 1;
+    const auto count = fluid::AcceptedMixture().count;
     SCOPED_TRACE(testing::Message() << "T " << phases.T << " P " << phases.P);
     EXPECT_LT(phases.Vx, phases.Vy);
     EXPECT_GT(std::abs(phases.Vy / phases.Vx - 1.0), 1e-5);
@@ -234,7 +233,8 @@ void ExpectTrue(const HomogenisationResult& result, Homogenisation kind,
         EXPECT_LE(std::abs(logs[0][i] - logs[1][i]), 2e-8L);
     }
     const bool bubble = kind == Homogenisation::IntoLiquid;
-    EXPECT_LE(LargestDifference(bubble ? phases.x : phases.y, fluid::Fractions), 1e-9);
+    EXPECT_LE(LargestDifference(bubble ? phases.x : phases.y, fluid::AcceptedMixture().fractions),
+              1e-9);
     constexpr double Plain = 1e-7;
     EXPECT_EQ(reference.isUnstable(phases.T, bubble ? phases.Vx : phases.Vy, phases.P, Plain),
               result.stability != fluid::Stability::Stable);
@@ -311,8 +311,8 @@ TEST(Homogenisation, PointsOfShortRangesAreFoundAndNoneIsMadeUp) {
             }
             if (!bubble || !one.bubbles.empty()) continue;
             EXPECT_TRUE(found.empty());
-            const auto seed = fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
-                                                        one.given, one.value, kind);
+            const auto seed =
+                fluid::HomogenisationSeed(fluid::AcceptedMixture(), one.given, one.value, kind);
             EXPECT_NE(Iterate(one.given, one.value, kind, seed).outcome, Outcome::Converged);
         }
     }
@@ -352,11 +352,11 @@ TEST(Equilibrium, ColdAndAlikePhasesAreFoundAndKept) {
           {{0.085, 0, 0, 0, 0, 0, 0, 0, 0, 0.915}, 220.0, 120.8, 7.1103049, 0.981058},
           {{0.03, 0, 0, 0, 0, 0, 0, 0, 0.97}, 165.0, 102.8, 6.4608852, 0.99076425}}) {
         ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
-        const auto& z = fluid::Fractions;
-        const auto start = fluid::FindEquilibriumApproach(fluid::LastComponent, z, T, V);
+        const fluid::Mixture& bulk = fluid::AcceptedMixture();
+        const auto start = fluid::FindEquilibriumApproach(bulk, T, V);
         EXPECT_EQ(start.kind, Kind::TwoPhases) << T;
-        const auto result = fluid::IterateEquilibrium(fluid::LastComponent, z, T, V,
-                                                      start.volumeFraction, start.guess);
+        const auto result =
+            fluid::IterateEquilibrium(bulk, T, V, start.volumeFraction, start.guess);
         EXPECT_EQ(result.stability, fluid::Stability::Stable);
         EXPECT_LE(RelativeError(result.phases.P, P), 1e-7) << T;
         EXPECT_NEAR(result.volumeFraction, fraction, 1e-8);
@@ -367,20 +367,20 @@ TEST(Equilibrium, ColdAndAlikePhasesAreFoundAndKept) {
 // volume.
 TEST(Equilibrium, WhatIsNoLiquidAndVapourIsSaid) {
     ASSERT_NO_FATAL_FAILURE(AcceptParts({0.934, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0.066}));
-    const auto& z = fluid::Fractions;
-    const auto liquids = fluid::FindEquilibriumApproach(1, z, 295.0, 40.4);
+    const fluid::Mixture& bulk = fluid::AcceptedMixture();
+    const auto liquids = fluid::FindEquilibriumApproach(bulk, 295.0, 40.4);
     EXPECT_EQ(liquids.kind, Kind::TwoLiquids);
     EXPECT_LE(RelativeError(liquids.guess.unknown, 3.6016395), 1e-7);
     EXPECT_NEAR(liquids.volumeFraction, 0.11794, 1e-5);
     ASSERT_NO_FATAL_FAILURE(AcceptParts({0.546857943362, 0, 0, 0, 0, 0.453142056638}));
     const double T = 428.81736755736085;
-    const auto start = fluid::FindEquilibriumApproach(1, z, T, 480.0);
+    const auto start = fluid::FindEquilibriumApproach(bulk, T, 480.0);
     const auto outside =
-        fluid::IterateEquilibrium(1, z, T, 480.61464932286259, start.volumeFraction, start.guess);
+        fluid::IterateEquilibrium(bulk, T, 480.61464932286259, start.volumeFraction, start.guess);
     EXPECT_FALSE(outside.outcome == Outcome::Converged && outside.fractionInRange);
     AcceptPure(0);
-    const auto one = fluid::FindEquilibriumApproach(0, z, 700.0, 90.0);
-    const auto same = fluid::IterateEquilibrium(0, z, 700.0, 90.0, one.volumeFraction, one.guess);
+    const auto one = fluid::FindEquilibriumApproach(bulk, 700.0, 90.0);
+    const auto same = fluid::IterateEquilibrium(bulk, 700.0, 90.0, one.volumeFraction, one.guess);
     EXPECT_EQ(same.outcome, Outcome::Trivial);
     EXPECT_EQ(same.phases.Vx, same.phases.Vy);
     EXPECT_GT(same.phases.Vx, 0.0);
@@ -391,7 +391,7 @@ TEST(PhaseIteration, GarbageEndsInATrueResultOrNone) {
     const double inf = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const ComponentValues half = {0.5, 0.5};
-    const auto last = fluid::LastComponent;
+    const fluid::Mixture& bulk = fluid::AcceptedMixture();
     const PhaseReference reference;
     for (const double bad : {0.0, -1.0, 1e-320, 1e-300, 1e-80, 1e80, 1e300, inf, -inf, nan}) {
         SCOPED_TRACE(bad);
@@ -410,14 +410,13 @@ TEST(PhaseIteration, GarbageEndsInATrueResultOrNone) {
             }
         }
         for (const auto& [T, V] : {std::pair{bad, 100.0}, {220.0, bad}}) {
-            const auto start = fluid::FindEquilibriumApproach(last, fluid::Fractions, T, V);
+            const auto start = fluid::FindEquilibriumApproach(bulk, T, V);
             EXPECT_TRUE(start.kind == Kind::Homogeneous || start.kind == Kind::NotFound);
         }
         for (const auto& [T, V, P, F] :
              {std::array{bad, 100.0, 1.0, 0.5}, std::array{220.0, bad, 1.0, 0.5},
               std::array{220.0, 100.0, 1.0, bad}, std::array{220.0, 100.0, bad, 0.5}}) {
-            const auto result =
-                fluid::IterateEquilibrium(last, fluid::Fractions, T, V, F, {P, half, half});
+            const auto result = fluid::IterateEquilibrium(bulk, T, V, F, {P, half, half});
             EXPECT_TRUE(std::isfinite(result.volumeFraction) && std::isfinite(result.phases.Vx) &&
                         std::isfinite(result.phases.P));
         }
@@ -426,20 +425,20 @@ TEST(PhaseIteration, GarbageEndsInATrueResultOrNone) {
 
 // Two liquids and a vapour could coexist, of which one pair may have a negative pressure.
 TEST(Equilibrium, ThirdPhasesAndHomogeneityAreTold) {
+    const fluid::Mixture& bulk = fluid::AcceptedMixture();
     for (const auto& [T, V, parts] :
          {std::tuple{171.0, 94.71, ComponentValues{0.42, 0, 0, 0, 0, 0, 0, 0, 0.13, 0, 0.45}},
           {194.31066, 43.395, {0.89, 0, 0, 0, 0, 0, 0, 0, 0, 0.11, 0}}}) {
         ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
-        const auto last = fluid::LastComponent;
-        const auto start = fluid::FindEquilibriumApproach(last, fluid::Fractions, T, V);
+        const auto start = fluid::FindEquilibriumApproach(bulk, T, V);
         EXPECT_EQ(start.kind, Kind::Metastable);
-        const auto result = fluid::IterateEquilibrium(last, fluid::Fractions, T, V,
-                                                      start.volumeFraction, start.guess);
+        const auto result =
+            fluid::IterateEquilibrium(bulk, T, V, start.volumeFraction, start.guess);
         EXPECT_EQ(result.outcome, Outcome::Converged);
         EXPECT_NE(result.stability, fluid::Stability::Stable);
     }
     for (const auto& [T, volume] : {std::pair{1200.0, 100.0}, {400.0, 1e5}, {194.0, 30.0}}) {
-        const auto seed = fluid::FindEquilibriumApproach(1, fluid::Fractions, T, volume);
+        const auto seed = fluid::FindEquilibriumApproach(bulk, T, volume);
         EXPECT_EQ(seed.kind, Kind::Homogeneous) << T;
         EXPECT_GT(seed.guess.unknown, 0.0);
     }
@@ -461,14 +460,13 @@ TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
     for (int i = 0; i < 50; ++i) {
         AcceptRandomMixture(random, 11);
         for (const double P : {1e-4, 0.1, 3.0, 30.0}) {
-            const auto seed = fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
-                                                        Given::Pressure, P, Kinds.begin()[0]);
-            const auto back =
-                fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
-                                          Given::Temperature, seed.unknown, Kinds.begin()[1]);
+            const auto seed = fluid::HomogenisationSeed(fluid::AcceptedMixture(), Given::Pressure,
+                                                        P, Kinds.begin()[0]);
+            const auto back = fluid::HomogenisationSeed(
+                fluid::AcceptedMixture(), Given::Temperature, seed.unknown, Kinds.begin()[1]);
             EXPECT_LE(RelativeError(back.unknown, P), 1e-6) << seed.unknown;
-            EXPECT_LE(LargestDifference(seed.x, fluid::Fractions), 1e-12);
-            EXPECT_LE(LargestDifference(back.y, fluid::Fractions), 1e-12);
+            EXPECT_LE(LargestDifference(seed.x, fluid::AcceptedMixture().fractions), 1e-12);
+            EXPECT_LE(LargestDifference(back.y, fluid::AcceptedMixture().fractions), 1e-12);
             // ln(y/x) of a gas over that of the first one, from Wilson's equation; in the deep cold
             // there is no room for it.
             constexpr double DeepCold = 20.0;
@@ -478,7 +476,7 @@ TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
                 return std::log(fluid::Pc[k]) +
                        5.373 * (1.0 + fluid::omega[k]) * (1.0 - fluid::Tc[k] / T);
             };
-            for (std::size_t k = 1; k <= static_cast<std::size_t>(fluid::LastComponent); ++k) {
+            for (std::size_t k = 1; k < fluid::AcceptedMixture().count; ++k) {
                 const double ratio = wilson(k) - wilson(0);
                 for (const auto& [x, y] : {std::pair(seed.x, seed.y), std::pair(back.x, back.y)}) {
                     EXPECT_NEAR(std::log(y[k] / x[k] * x[0] / y[0]), ratio, 1e-9) << T;
@@ -486,8 +484,8 @@ TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
             }
         }
         for (const double T : {1e-300, 1e-5, 1.0, 1e308}) {
-            const double P = fluid::HomogenisationSeed(fluid::LastComponent, fluid::Fractions,
-                                                       Given::Temperature, T, Kinds.begin()[0])
+            const double P = fluid::HomogenisationSeed(fluid::AcceptedMixture(), Given::Temperature,
+                                                       T, Kinds.begin()[0])
                                  .unknown;
             EXPECT_TRUE(P > 0.0 && std::isfinite(P)) << T << " K " << P << " MPa";
         }

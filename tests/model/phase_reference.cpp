@@ -73,9 +73,9 @@ void AcceptAnyMixture(std::mt19937_64& random) {
     AcceptParts(parts, static_cast<std::size_t>(chief));
 }
 
-PhaseReference::PhaseReference() : count_(static_cast<std::size_t>(fluid::LastComponent) + 1) {
+PhaseReference::PhaseReference() : count_(fluid::AcceptedMixture().count) {
     for (std::size_t i = 0; i < count_; ++i) {
-        z_[i] = fluid::Fractions[i];
+        z_[i] = fluid::AcceptedMixture().z[i];
         s_[i] = std::sqrt(fluid::a[i][i]);
         b_ += z_[i] * fluid::b[i];
         sMix_ += z_[i] * s_[i];

@@ -21,7 +21,7 @@ using fluid::Property;
 constexpr std::size_t columns = 69;
 
 MixtureProperties PropertiesAt(double T, double P, double V) {
-    return fluid::PropertiesOf(fluid::LastComponent, fluid::Fractions, T, P, V);
+    return fluid::PropertiesOf(fluid::AcceptedMixture(), T, P, V);
 }
 
 // A golden state and what the model says of it.
@@ -29,9 +29,9 @@ struct GoldenState {
     explicit GoldenState(std::span<const double> golden) : row(golden) {
         Accept(row.first(fluid::ComponentCount));
         all = PropertiesAt(T, P, V);
-        components = fluid::ComponentPropertiesOf(fluid::LastComponent, fluid::Fractions, T, P, V);
+        components = fluid::ComponentPropertiesOf(fluid::AcceptedMixture(), T, P, V);
     }
-    std::size_t count() const { return static_cast<std::size_t>(fluid::LastComponent) + 1; }
+    std::size_t count() const { return fluid::AcceptedMixture().count; }
 
     std::span<const double> row;
     double T = row[11];
@@ -39,7 +39,7 @@ struct GoldenState {
     double V = row[13];
     double RT = fluid::R * T;
     MixtureProperties all;
-    decltype(fluid::ComponentPropertiesOf(0, {}, 0.0, 0.0, 0.0)) components;
+    decltype(fluid::ComponentPropertiesOf({}, 0.0, 0.0, 0.0)) components;
 };
 
 template <class Visit>
@@ -52,7 +52,7 @@ void ForEachState(Visit visit) {
 
 // By how much a rounding grows where dP/dV almost vanishes.
 double Growth(const GoldenState& state) {
-    const double free = state.V - fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double free = state.V - fluid::AcceptedMixture().covolume;
     return std::max(1.0, state.RT * state.V / free / free * std::abs(state.row[21]));
 }
 
@@ -115,7 +115,7 @@ TEST(PropertiesTest, PropertiesAreDerivativesOfTheHelmholtzEnergy) {
         if (row[23] > 0.0) compare(all.soundSpeed.total, std::sqrt(row[23]), 0.0);
         compare(all.jouleThomson.total, row[24], V / std::abs(row[20]));
         for (std::size_t k = 0; k < state.count(); ++k) {
-            const std::size_t column = 25 + fluid::ComponentIndex[k];
+            const std::size_t column = 25 + fluid::AcceptedMixture().index[k];
             compare(components[k].chemicalPotential, row[column], RT);
             compare(components[k].enthalpy, row[column + 11], RT, growth);
             compare(components[k].entropy, row[column + 22], fluid::R, growth);
@@ -144,7 +144,7 @@ TEST(PropertiesTest, PartsAddUpAndAreGivenOnlyWhereTheyExist) {
         }
         EXPECT_EQ(state.components[0].logPhi.has_value(), state.P > 0.0);
     });
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     EXPECT_FALSE(PropertiesAt(300.0, 1.0, b).U.total);
     EXPECT_FALSE(PropertiesAt(0.0, 1.0, 2.0 * b).U.total);
 }
@@ -166,7 +166,7 @@ TEST(PropertiesTest, WildStatesGiveFiniteNumbersOrNone) {
                     }
                 }
                 const auto component =
-                    fluid::ComponentPropertiesOf(0, fluid::Fractions, T, P, V)[0];
+                    fluid::ComponentPropertiesOf(fluid::AcceptedMixture(), T, P, V)[0];
                 for (const auto& value : {component.chemicalPotential, component.logPhi,
                                           component.enthalpy, component.entropy}) {
                     EXPECT_TRUE(std::isfinite(value.value_or(0.0))) << T << ' ' << P;
@@ -180,8 +180,8 @@ TEST(PropertiesTest, DiluteGasTendsToTheIdealOneBySmallResiduals) {
     AcceptPure(1);
     const double T = 300.0;
     const double V = 1e9;
-    const double a = fluid::MixtureA(0, fluid::Fractions);
-    const double b = fluid::MixtureB(0, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     const double P = fluid::PressureVdW(a, b, T, V);
     const MixtureProperties all = PropertiesAt(T, P, V);
     const double RT = fluid::R * T;

@@ -18,13 +18,12 @@ using procedures::temperatureAt;
 
 fluid::Mixture accepted(const std::vector<double>& counts) {
     Accept(std::span(counts).first(fluid::ComponentCount));
-    return fluid::MixtureOf(fluid::LastComponent, fluid::Fractions);
+    return fluid::AcceptedMixture();
 }
 
 double volumeOf(const std::vector<double>& row) {
-    return row[12] > 0.0
-               ? fluid::MolarVolumeFromDensity(fluid::LastComponent, fluid::Fractions, row[14])
-               : row[14];
+    return row[12] > 0.0 ? fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), row[14])
+                         : row[14];
 }
 
 TEST(StateCalculationTest, PressuresAndTemperaturesAreTheGoldenOnes) {
@@ -47,7 +46,7 @@ TEST(StateCalculationTest, PressuresAndTemperaturesAreTheGoldenOnes) {
 
 TEST(StateCalculationTest, WhatIsNoStateIsRefusedAndNegativeNumbersAreWarnedOf) {
     AcceptPure(0);
-    const fluid::Mixture water = fluid::MixtureOf(fluid::LastComponent, fluid::Fractions);
+    const fluid::Mixture water = fluid::AcceptedMixture();
     constexpr double infinity = std::numeric_limits<double>::infinity();
     for (const auto& [V, T] : std::vector<std::pair<double, double>>{{0.0, 300.0},
                                                                      {-80.0, 300.0},
@@ -59,7 +58,7 @@ TEST(StateCalculationTest, WhatIsNoStateIsRefusedAndNegativeNumbersAreWarnedOf) 
                                                                      {80.0, infinity}}) {
         EXPECT_FALSE(pressureAt(water, V, T)) << V << ' ' << T;
     }
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double b = fluid::AcceptedMixture().covolume;
     EXPECT_EQ(pressureAt(water, b, 300.0), 0.0);
 
     const std::string negative = "Negative pressures are not excluded. ";

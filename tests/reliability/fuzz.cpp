@@ -36,15 +36,15 @@ unsigned long number = 0;
 unsigned long findings = 0;
 std::mt19937_64 draw;
 double aMix = 0.0, bMix = 0.0, T = 0.0, P = 0.0, V = 0.0;
-const std::int32_t& last = LastComponent;
-const ComponentValues& z = Fractions;
+const Mixture& mixture = AcceptedMixture();
+const ComponentValues& z = mixture.z;
 
 void Demand(bool holds, const char* what) {
     if (holds) return;
     ++findings;
     std::printf("%s: %s; case %lu: T %a, P %a, V %a, b %a", solver, what, number, T, P, V, bMix);
     for (std::size_t k = 0; k < ComponentCount && z[k] > 0.0; ++k) {
-        std::printf(", %s %a", ComponentFormulas[ComponentIndex[k]].data(), z[k]);
+        std::printf(", %s %a", mixture.formula(k).data(), z[k]);
     }
     std::printf("\n");
 }
@@ -94,10 +94,9 @@ void MakeInput() {
     }
     SetFractionCount(chief, rest / 1e12);
     Demand(AcceptComposition(), "a refused composition");
-    aMix = MixtureA(last, z);
-    bMix = MixtureB(last, z);
-    const Mixture mixture = MixtureOf(last, z);
-    const PseudoCriticalPoint point = FindPseudoCriticalPoint(last, z);
+    aMix = mixture.attraction;
+    bMix = mixture.covolume;
+    const PseudoCriticalPoint point = FindPseudoCriticalPoint(mixture);
     T = Near(std::array{point.T, ColdestT(mixture), HottestT(mixture), 300.0}[draw() % 4]);
     V = Near(std::array{bMix, 3.0 * bMix, R * T / point.P}[draw() % 3]);
     const double belonging = PressureVdW(aMix, bMix, T, V);
@@ -127,29 +126,31 @@ void Cubics() {
 void Operations() {
     Demand(!std::isnan(PressureVdW(aMix, bMix, T, V) + TemperatureVdW(aMix, bMix, P, V)), "NaN");
     if (V != bMix) DemandFinite(IsothermSlope(aMix, bMix, T, V, Near(0.01)));
-    DemandFinite(PartialMolarVolumes(last, z, T, V).value_or(ComponentValues{}));
+    DemandFinite(PartialMolarVolumes(mixture, T, V).value_or(ComponentValues{}));
     ComponentValues pure{};
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
-        pure[k] = PureGasVolume(k, T, P).volume;
-        const double saturation = SaturationPressure(ComponentIndex[k], T);
-        DemandFinite(saturation, IdealGas(ComponentIndex[k], T));
-        Demand(saturation <= SaturationPressure(ComponentIndex[k], 1.001 * T), "does not rise");
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        pure[k] = PureGasVolume(mixture, k, T, P).volume;
+        const double saturation = SaturationPressure(mixture.index[k], T);
+        DemandFinite(saturation, IdealGas(mixture.index[k], T));
+        Demand(saturation <= SaturationPressure(mixture.index[k], 1.001 * T), "does not rise");
     }
-    DemandFinite(pure, MolarVolumeFromDensity(last, z, V), IdealMixtureVolume(last, z, pure),
-                 FugacityCoefficients(last, bMix, ComponentAttraction(last, z), b, T, P, V),
-                 PureFugacities(last, T, std::min(P, 1e200), pure));
+    DemandFinite(pure, MolarVolumeFromDensity(mixture, V), IdealMixtureVolume(mixture, pure),
+                 FugacityCoefficients(mixture, T, P, V),
+                 PureFugacities(mixture, T, std::min(P, 1e200), pure));
     for (const double pressure : {std::min(PressureVdW(aMix, bMix, T, V), 1e300), -P}) {
-        DemandFinite<std::optional<double>>(PropertiesOf(last, z, T, pressure, V),
-                                            ComponentPropertiesOf(last, z, T, pressure, V));
+        DemandFinite<std::optional<double>>(PropertiesOf(mixture, T, pressure, V),
+                                            ComponentPropertiesOf(mixture, T, pressure, V));
     }
 }
 
 void DemandPair(const PhasePair& pair) {
     DemandFinite(pair);
-    Demand(pair.Vx > MixtureB(last, pair.x) && pair.Vy > MixtureB(last, pair.y), "no free volume");
-    const auto X = ComponentPropertiesOf(last, pair.x, pair.T, pair.P, pair.Vx);
-    const auto Y = ComponentPropertiesOf(last, pair.y, pair.T, pair.P, pair.Vy);
-    for (std::size_t k = 0; pair.P < 1e4 && k <= static_cast<std::size_t>(last); ++k) {
+    const Mixture x = WithFractions(mixture, pair.x);
+    const Mixture y = WithFractions(mixture, pair.y);
+    Demand(pair.Vx > x.bMix && pair.Vy > y.bMix, "no free volume");
+    const auto X = ComponentPropertiesOf(x, pair.T, pair.P, pair.Vx);
+    const auto Y = ComponentPropertiesOf(y, pair.T, pair.P, pair.Vy);
+    for (std::size_t k = 0; pair.P < 1e4 && k < mixture.count; ++k) {
         if (std::min(pair.x[k], pair.y[k]) < 1e-9) continue;  // traces have fewer digits
         const double off = X[k].fugacityTerm.value_or(NAN) - Y[k].fugacityTerm.value_or(NAN);
         Demand(std::abs(off) < 1e-5 * R * pair.T, "fugacities that differ");
@@ -176,7 +177,7 @@ void DemandTrue(const HomogenisationResult& result, Homogenisation kind) {
     const auto isSame = [](double x, double y) { return std::abs(x - y) < 1e-9; };
     Demand(std::equal(z.begin(), z.end(), bulk.begin(), isSame), "another bulk");
     Demand(pair.Vy / pair.Vx > 1.0 + 1e-5, "one phase as two");
-    const auto boundary = FindBoundary(last, z, isLiquid ? pair.Vx : pair.Vy);
+    const auto boundary = FindBoundary(mixture, isLiquid ? pair.Vx : pair.Vy);
     if (pair.P > 1e4 || !boundary) return;
     const double off = pair.T / boundary->T - 1.0;
     const bool isStable = result.stability == Stability::Stable;
@@ -187,16 +188,16 @@ void Homogenisations() {
     const Given given = draw() % 2 == 0 ? Given::Temperature : Given::Pressure;
     const double value = given == Given::Temperature ? T : P;
     for (const Homogenisation kind : {Homogenisation::IntoLiquid, Homogenisation::IntoVapour}) {
-        PhaseGuess guess = HomogenisationSeed(last, z, given, value, kind);
-        for (const PhasePair& pair : FindHomogenisationPoints(last, z, given, value, kind).points) {
+        PhaseGuess guess = HomogenisationSeed(mixture, given, value, kind);
+        for (const PhasePair& pair : FindHomogenisationPoints(mixture, given, value, kind).points) {
             DemandPair(pair);
             guess = HomogenisationApproach(given, pair);
         }
-        DemandTrue(IterateHomogenisation(last, z, given, value, kind, Spoilt(guess)), kind);
+        DemandTrue(IterateHomogenisation(mixture, given, value, kind, Spoilt(guess)), kind);
     }
-    const EquilibriumApproach approach = FindEquilibriumApproach(last, z, T, V);
+    const EquilibriumApproach approach = FindEquilibriumApproach(mixture, T, V);
     const double share = draw() % 2 == 0 ? approach.volumeFraction : Near(1.0);
-    const auto result = IterateEquilibrium(last, z, T, V, share, Spoilt(approach.guess));
+    const auto result = IterateEquilibrium(mixture, T, V, share, Spoilt(approach.guess));
     DemandFinite(approach.volumeFraction, result.volumeFraction);
     if (result.outcome != Outcome::Converged) return;
     const PhasePair& pair = result.phases;
@@ -205,20 +206,19 @@ void Homogenisations() {
     if (!result.fractionInRange || V > 1e6 * std::min(pair.Vx, pair.Vy)) return;
     const double partY = result.volumeFraction * V / pair.Vy;
     const double partX = (1.0 - result.volumeFraction) * V / pair.Vx;
-    for (std::size_t k = 0; k <= static_cast<std::size_t>(last); ++k) {
+    for (std::size_t k = 0; k < mixture.count; ++k) {
         const double off = std::abs(partX * pair.x[k] + partY * pair.y[k] - z[k]);
         Demand(off < 1e-7, "phases of another bulk");
     }
 }
 
 void Boundaries() {
-    const Mixture mixture = MixtureOf(last, z);
-    const auto boundary = FindBoundary(last, z, V);
+    const auto boundary = FindBoundary(mixture, V);
     DemandFinite(boundary.value_or(BoundaryPoint{}));
     const auto split = SplitAtVolume(mixture, T, V);
     if (split && split->found) DemandPair(split->phases);
     if (!(V > bMix) || !(T > ColdestT(mixture)) || PressureVdW(aMix, bMix, T, V) > 1e4) return;
-    const IsothermStability isotherm(last, z, T, V);
+    const IsothermStability isotherm(mixture, T, V);
     for (const BoundaryPoint& point : isotherm.boundaries()) DemandFinite(point);
     const bool isClose = boundary && std::abs(T / boundary->T - 1.0) < 1e-6;
     const bool isStable = !boundary || T > boundary->T;
@@ -229,27 +229,27 @@ void Boundaries() {
 void Spinodals() {
     const auto check = [](const SpinodalVolumes& volumes, auto* temperature) {
         for (const double at : volumes) {
-            const double off = std::abs(temperature(last, z, at) / T - 1.0);
+            const double off = std::abs(temperature(mixture, at) / T - 1.0);
             Demand(off < 1e-10 * at / std::abs(at - bMix), "another temperature");
         }
-        DemandFinite(temperature(last, z, V));
+        DemandFinite(temperature(mixture, V));
     };
-    check(DiffusionalSpinodal(last, z, T), DiffusionalSpinodalTemperature);
-    check(MechanicalSpinodal(last, z, T), MechanicalSpinodalTemperature);
+    check(DiffusionalSpinodal(mixture, T), DiffusionalSpinodalTemperature);
+    check(MechanicalSpinodal(mixture, T), MechanicalSpinodalTemperature);
 }
 
 void Diagrams() {
-    const CriticalPoints points = FindCriticalPoints(last, z);
+    const CriticalPoints points = FindCriticalPoints(mixture);
     for (const CriticalPoint& point : points) {
         DemandFinite(point.T, point.P, point.V, point.freeVolume);
-        CriticalStability(last, z, point);
+        CriticalStability(mixture, point);
     }
     const auto demand = [](const std::vector<StatePoint>& curve) {
         for (const StatePoint& point : curve) DemandFinite(point);
     };
-    for (const auto& [kind, curve] : TraceBoundary(last, z, points)) demand(curve);
+    for (const auto& [kind, curve] : TraceBoundary(mixture, points)) demand(curve);
     for (const SpinodalKind kind : {SpinodalKind::Diffusional, SpinodalKind::Mechanical}) {
-        for (const auto& curve : TraceSpinodal(last, z, kind, T, 2.0 * T)) demand(curve);
+        for (const auto& curve : TraceSpinodal(mixture, kind, T, 2.0 * T)) demand(curve);
     }
 }
 

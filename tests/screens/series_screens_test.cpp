@@ -93,8 +93,8 @@ TEST_F(SeriesScreensTest, IsochoresHomogeniseWhereTheirRowsSay) {
         ASSERT_EQ(table.size(), 6U);
         EXPECT_EQ(toolkit::numberOrZero(table[5][0]), isCelsius ? -68.15 : 205.0);
         EXPECT_EQ(table[2][2] + table[4][2] + table[5][2], "two phasestwo phases");
-        const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-        const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+        const double a = fluid::AcceptedMixture().attraction;
+        const double b = fluid::AcceptedMixture().covolume;
         EXPECT_EQ(toolkit::numberOrZero(table[1][1]),
                   fluid::PressureVdW(a, b, 240.0, 67.95817259849628));
         std::istringstream words(text("Homogenisation"));
@@ -294,8 +294,8 @@ TEST_F(SeriesScreensTest, CoarseIsothermsBendSmoothlyAndAreReadOut) {
                {"dataEntryV2", "760"},
                {"dataEntryStep", "100"}});
     robot.settle();
-    const double a = fluid::MixtureA(fluid::LastComponent, fluid::Fractions);
-    const double b = fluid::MixtureB(fluid::LastComponent, fluid::Fractions);
+    const double a = fluid::AcceptedMixture().attraction;
+    const double b = fluid::AcceptedMixture().covolume;
     constexpr double range = 19.0;  // MPa
     for (const toolkit::PlotSeries& line : plot().series()) {
         for (std::size_t i = 1; i < line.x.size(); ++i) {

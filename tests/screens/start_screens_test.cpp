@@ -16,9 +16,9 @@ class StartScreensTest : public tests::ScreenTest {
     /// The composition that the model has, as "H2O 0.5 CO2 0.5 ".
     static std::string accepted() {
         std::string text;
-        for (std::size_t k = 0; static_cast<int>(k) <= fluid::LastComponent; ++k) {
-            text += std::string(fluid::ComponentFormulas[fluid::ComponentIndex[k]]) + " " +
-                    toolkit::numberText(fluid::Fractions[k]) + " ";
+        for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
+            text += std::string(fluid::AcceptedMixture().formula(k)) + " " +
+                    toolkit::numberText(fluid::AcceptedMixture().fractions[k]) + " ";
         }
         return text;
     }

@@ -55,7 +55,7 @@ TEST_F(VolumeWindowTest, ShowsTheRootsAtTheShownTemperatureAndWhatBelongsToEach)
         expectParts(row);
         double sum = 0.0;
         for (std::size_t k = 0; k < rows().size(); ++k) {
-            sum += fluid::Fractions[k] * cell(k, 2);
+            sum += fluid::AcceptedMixture().fractions[k] * cell(k, 2);
         }
         EXPECT_LT(RelativeError(sum, V), 1e-13);
         robot.closeWindow();
