@@ -50,18 +50,29 @@ struct Robot::Connection {
                    SubstructureNotifyMask | SubstructureRedirectMask, &event);
     }
 
-    /// Comes back when server and window manager have done all that they were asked for before.
+    /// Comes back when server and window manager have done all that they were asked for before. One
+    /// that has just started may sleep on a request until the next one wakes it: it is asked again,
+    /// and has to answer each time.
     void waitForOthers() const {
-        sendToWindowManager(probe, "_NET_REQUEST_FRAME_EXTENTS");
         const Atom answer = XInternAtom(display, "_NET_FRAME_EXTENTS", False);
         const auto end = Clock::now() + patience;
-        for (XEvent event{}; event.type != PropertyNotify || event.xproperty.atom != answer;) {
+        const auto ask = [this] { sendToWindowManager(probe, "_NET_REQUEST_FRAME_EXTENTS"); };
+        ask();
+        for (int asked = 1; asked > 0;) {
             constexpr int aSecond = 1000;
             pollfd socket{ConnectionNumber(display), POLLIN, 0};
             if (XPending(display) > 0) {
+                XEvent event;
                 XNextEvent(display, &event);
-            } else if (poll(&socket, 1, aSecond) == 0 && Clock::now() > end) {
-                throw std::runtime_error("no answer of the window manager");
+                const bool isAnswer =
+                    event.type == PropertyNotify && event.xproperty.atom == answer;
+                asked -= isAnswer ? 1 : 0;
+            } else if (poll(&socket, 1, aSecond) == 0) {
+                if (Clock::now() > end) {
+                    throw std::runtime_error("no answer of the window manager");
+                }
+                ask();
+                ++asked;
             }
         }
     }
