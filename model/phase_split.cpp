@@ -392,17 +392,16 @@ bool Minimiser::polish(Division& division) const {
 
 bool Minimiser::minimise(Division& division) const {
     constexpr int StepLimit = 100;
-    constexpr double Level = 1e-18;
+    constexpr double Near = 0.01;  // from where the polish converges
     double shift = 0.0;
     for (int i = 0; i < StepLimit; ++i) {
         const auto step = newtonStep(division, shift);
-        if (!step) break;
-        if (shift == 0.0 && -step->descent < Level * std::abs(division.energy(RT_))) break;
+        if (!step || (shift == 0.0 && step->length < Near)) break;
         const double length = descend(*step, division);
         if (length == 0.0) break;
         constexpr double Bad = 0.3;
         constexpr double Small = 1e-3;
-        shift = length < Bad ? std::max(2.0 * shift, Small) : shift < Small ? 0.0 : 0.2 * shift;
+        shift = length < Bad ? std::max(2.0 * shift, Small) : shift < Small ? 0.0 : 0.1 * shift;
     }
     return polish(division);
 }
@@ -450,67 +449,63 @@ PhaseSplit TraceOf(const TrialCurve& curve, const TrialPhase& trial, double T) {
     return {true, {T, P, other, z, trial.volume(), curve.V()}, 1.0, false};
 }
 
-// The divisions that several starts have led to.
+// Starts, and the divisions that they have led to.
 class Competition {
   public:
     explicit Competition(const Minimiser& minimiser) : minimiser_(minimiser) {}
 
     // The division that a trial phase leads to.
     void enter(const TrialCurve& curve, const TrialPhase& trial) {
-        follow(minimiser_.start(curve, trial));
+        wait(minimiser_.start(curve, trial));
     }
     // The same from the best of the phases between the bulk and the trial phase. Where that is made
     // of a trace, those between hold more of what there is more of.
     void enterWidely(const TrialCurve& curve, const TrialPhase& trial);
-    void enterCondensed() { follow(minimiser_.condensed()); }
-    // The one of lowest energy that has not been asked for yet.
+    void enterCondensed() { wait(minimiser_.condensed()); }
+    // What the start of lowest energy that is left leads to, unless that is known already.
     std::optional<Division> next();
 
   private:
-    struct Entry {
+    struct Start {
         Division division;
         double energy;
-        bool isKnown;
     };
 
-    void follow(Division division);
+    void wait(const Division& division) {
+        if (division.possible) starts_.push_back({division, division.energy(minimiser_.RT())});
+    }
 
     const Minimiser& minimiser_;
-    std::vector<Entry> entries_;
+    std::vector<Start> starts_;
+    std::vector<double> known_;  // energies of the divisions
 };
-
-void Competition::follow(Division division) {
-    if (!division.possible || !minimiser_.minimise(division)) return;
-    const double energy = division.energy(minimiser_.RT());
-    constexpr double Rounding = 1e-14;
-    for (const Entry& entry : entries_) {
-        if (std::abs(entry.energy - energy) < Rounding * std::abs(energy)) return;
-    }
-    entries_.push_back({division, energy, false});
-}
 
 void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) {
     constexpr int Parts = 12;
-    const double RT = minimiser_.RT();
-    Division best;
     for (int i = 2; i < Parts; ++i) {
-        const TrialPhase phase =
-            curve.at(trial.lambda * i / Parts, trial, TrialCurve::Accuracy::Fine);
-        const Division start = minimiser_.start(curve, phase);
-        const bool isBetter = !best.possible || start.energy(RT) < best.energy(RT);
-        if (start.possible && isBetter) best = start;
+        enter(curve, curve.at(trial.lambda * i / Parts, trial, TrialCurve::Accuracy::Fine));
     }
-    follow(best);
 }
 
 std::optional<Division> Competition::next() {
-    Entry* best = nullptr;
-    for (Entry& entry : entries_) {
-        if (!entry.isKnown && (best == nullptr || entry.energy < best->energy)) best = &entry;
+    constexpr double Rounding = 1e-14;
+    const auto isLower = [](const Start& one, const Start& other) {
+        return one.energy < other.energy;
+    };
+    while (!starts_.empty()) {
+        const auto best = std::min_element(starts_.begin(), starts_.end(), isLower);
+        Division division = best->division;
+        starts_.erase(best);
+        if (!minimiser_.minimise(division)) continue;
+        const double energy = division.energy(minimiser_.RT());
+        const auto isSame = [energy](double known) {
+            return std::abs(known - energy) < Rounding * std::abs(energy);
+        };
+        if (std::any_of(known_.begin(), known_.end(), isSame)) continue;
+        known_.push_back(energy);
+        return division;
     }
-    if (best == nullptr) return {};
-    best->isKnown = true;
-    return best->division;
+    return {};
 }
 
 // Each division of the competition brings the phases into it that would be more stable than its

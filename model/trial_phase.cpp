@@ -1,6 +1,7 @@
 #include "model/trial_phase.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -23,14 +24,27 @@ struct TrialCurve::Sums {
 
 namespace {
 
-// exp(x) - 1 - x
-double ExpGain(double x, double exponential) {
-    constexpr double Small = 0.25;
-    if (std::abs(x) > Small) return exponential - 1.0 - x;
-    // sum of x^(n+2)/(n+2)!
-    double sum = 0.0;
-    for (int n = 13; n > 2; --n) sum = (sum + 1.0) * x / n;
-    return 0.5 * x * x * (1.0 + sum);
+// 1/n!
+constexpr double OverFactorial(int n) {
+    return n < 2 ? 1.0 : OverFactorial(n - 1) / n;
+}
+
+// exp(x) - 1 - x from its series, right to the last bits for x between -0.25 and 0.25.
+double ExpGain(double x) {
+    constexpr int Last = 14;
+    constexpr auto Over = [] {
+        std::array<double, Last + 1> values{};
+        for (int n = 0; n <= Last; ++n) values[n] = OverFactorial(n);
+        return values;
+    }();
+    const double square = x * x;
+    double even = Over[Last];
+    double odd = Over[Last - 1];
+    for (int n = Last - 2; n > 2; n -= 2) {
+        even = even * square + Over[n];
+        odd = odd * square + Over[n - 1];
+    }
+    return square * (0.5 + (x * odd + square * even));
 }
 
 // Largest value between 0 and 1 of the cubic with these values and slopes at 0 and 1, estimated at
@@ -109,13 +123,21 @@ TrialCurve::Sums TrialCurve::sumUp(double lambda, double excess) const {
         largest = std::max(largest, theta[i]);
     }
     constexpr double Overflow = 600.0;
+    constexpr double Small = 0.25;  // of the series
     if (largest > Overflow) sums.shift = largest;
     for (std::size_t i = 0; i < mixture.count; ++i) {
         const double z = mixture.z[i];
         const double co = mixture.b[i];
         const double s = mixture.aRoot[i];
-        const double exponential = std::exp(theta[i] - sums.shift);
-        const double gain = ExpGain(theta[i], exponential);
+        double gain = 0.0;
+        double exponential = 0.0;
+        if (std::abs(theta[i]) < Small && sums.shift == 0.0) {
+            gain = ExpGain(theta[i]);
+            exponential = 1.0 + theta[i] + gain;
+        } else {
+            exponential = std::exp(theta[i] - sums.shift);
+            gain = exponential - 1.0 - theta[i];
+        }
         const double growth = z * (theta[i] + gain);
         const double e = z * exponential;
         const double be = co * e;
