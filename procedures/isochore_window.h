@@ -1,44 +1,49 @@
 #pragma once
 
+#include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "model/phase_boundary.h"
-#include "procedures/series_screen.h"
+#include "procedures/isochore_table.h"
+#include "procedures/plot_panel.h"
+#include "procedures/range_entry.h"
+#include "procedures/table_panel.h"
+#include "procedures/temperature_unit.h"
 #include "procedures/volume_entry.h"
+#include "toolkit/screen.h"
 
 namespace procedures {
 
 /// The pressures of the mixture over a range of temperatures at one molar volume or density, and
-/// the point at which an inclusion of this density homogenises.
-class IsochoreWindow : public SeriesScreen {
+/// the point at which an inclusion of this density homogenizes.
+class IsochoreWindow : public toolkit::Screen {
   public:
     explicit IsochoreWindow(toolkit::ScreenHost& host);
 
+    void Event_Activate() override;
+
   private:
-    /// The table: temperatures in the chosen unit and MPa.
-    struct Isochore {
-        double V = 0.0;
-        std::vector<double> temperatures;
-        std::vector<double> pressures;
-        double splitsBelow = 0.0;  // in the chosen unit
-    };
+    void calculate_Action();
+    void Clear_Action();
 
-    void calculate_Action() override;
-    void Clear_Action() override;
-
-    void emptyResults() override;
-    void showUnits() override;
+    void layOut();
+    void emptyResults();
+    void showUnits();
     void temperatureUnitChosen();
-    bool isUsable(const std::optional<ValueRange>& temperatures);
-    void show(Isochore isochore, const ValueRange& temperatures);
-    void showBoundary(const std::optional<fluid::BoundaryPoint>& boundary, double lowestT);
-    void plot(const Isochore& isochore, const std::optional<fluid::BoundaryPoint>& boundary);
+    /// What was typed; nothing where it is refused, by a sentence.
+    std::optional<IsochoreInput> read();
+    void show(const std::shared_ptr<const IsochoreTable>& isochore);
+    void plot(const IsochoreTable& isochore);
+
+    fluid::Mixture mixture_;  // of what is shown
 
     VolumeEntry volume{"GroupBox3", "StaticText1"};
-    toolkit::Entry& dataEntryT1 = first;
-    toolkit::Entry& dataEntryT2 = last;
+    RangeEntry range{"dataEntryT1", "dataEntryT2"};
+    TemperatureUnit temperature{"GroupBox2"};
+    toolkit::Button Clear{"Clear", "clear"};
+    toolkit::Button calculate{"calculate", "calculate"};
+    toolkit::Message warning{"warning"};
+    TablePanel table;
+    PlotPanel plotPanel;
     toolkit::ResultLabel Homogenisation{"Homogenisation"};
 };
 

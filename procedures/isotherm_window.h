@@ -1,52 +1,53 @@
 #pragma once
 
+#include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "model/phase_boundary.h"
-#include "procedures/series_screen.h"
+#include "procedures/isotherm_table.h"
+#include "procedures/plot_panel.h"
+#include "procedures/range_entry.h"
+#include "procedures/table_panel.h"
+#include "procedures/temperature_unit.h"
 #include "procedures/volume_entry.h"
+#include "toolkit/screen.h"
 
 namespace procedures {
 
 /// The pressures of the mixture over a range of molar volumes or densities at one temperature, and
 /// the stability of each state.
-class IsothermWindow : public SeriesScreen {
+class IsothermWindow : public toolkit::Screen {
   public:
     explicit IsothermWindow(toolkit::ScreenHost& host);
 
+    void Event_Activate() override;
+
   private:
-    struct Isotherm {
-        double T = 0.0;  // K
-        std::vector<double> volumes;
-        std::vector<double> densities;
-        std::vector<double> pressures;
-        std::vector<fluid::Stability> states;
-    };
+    void calculate_Action();
+    void Clear_Action();
 
-    void calculate_Action() override;
-    void Clear_Action() override;
-
-    void emptyResults() override;
-    void showUnits() override;
+    void layOut();
+    void emptyResults();
+    void showUnits();
     void volumeUnitChosen();
     void temperatureUnitChosen();
-    /// The temperature in K; nothing where the entry holds no number above absolute zero.
-    std::optional<double> typedTemperature() const;
-    bool isUsable(const std::optional<double>& T, const std::optional<ValueRange>& volumes);
-    Isotherm calculated(double T, const ValueRange& range,
-                        const fluid::IsothermStability& stability) const;
-    void show(Isotherm isotherm);
-    void showBoundaries(const fluid::IsothermStability& stability);
-    void plot(const Isotherm& isotherm, const fluid::IsothermStability& stability);
+    /// What was typed; nothing where it is refused, by a sentence.
+    std::optional<IsothermInput> read();
+    void show(const std::shared_ptr<const IsothermTable>& isotherm);
+    void plot(const IsothermTable& isotherm);
+
+    fluid::Mixture mixture_;  // of what is shown
 
     VolumeUnit volumeUnitChoice{"GroupBox3"};
+    RangeEntry range{"dataEntryV1", "dataEntryV2"};
+    TemperatureUnit temperature{"GroupBox2"};
     toolkit::Caption Temperature{"Temperature", "Temperature"};
     toolkit::Entry dataEntryT{"dataEntryT", 16};
     toolkit::Label StaticText3{"StaticText3", "Kelvin"};
-    toolkit::Entry& dataEntryV1 = first;
-    toolkit::Entry& dataEntryV2 = last;
+    toolkit::Button Clear{"Clear", "clear"};
+    toolkit::Button calculate{"calculate", "calculate"};
+    toolkit::Message warning{"warning"};
+    TablePanel table;
+    PlotPanel plotPanel;
     toolkit::ResultLabel Boundaries{"Boundaries"};
 };
 

@@ -50,6 +50,10 @@ void PlotPanel::setAxes(const std::string& x, const std::string& xUnit, const st
 }
 
 void PlotPanel::SavePicture_Action() {
+    if (plot.isEmpty()) {
+        message_.setText("warning: there is no picture to save yet");
+        return;
+    }
     saveToFile(screen_, message_, "Save picture", fileName_, {".svg", ".pdf", ".png"},
                [this](const std::string& path) {
                    return toolkit::savePlot(path, toolkit::pictureSizes[1], plot.content(),
@@ -58,7 +62,11 @@ void PlotPanel::SavePicture_Action() {
 }
 
 void PlotPanel::Copy_Action() {
-    toolkit::setClipboardText(table_.text());
+    if (table_.isEmpty()) {
+        message_.setText("warning: there is no table to copy yet");
+        return;
+    }
+    toolkit::setClipboardText(table_.copiedText());
 }
 
 }  // namespace procedures

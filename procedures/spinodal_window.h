@@ -1,32 +1,29 @@
 #pragma once
 
-#include <vector>
+#include <memory>
+#include <optional>
 
-#include "model/phase_diagram.h"
-#include "procedures/series_screen.h"
+#include "procedures/plot_panel.h"
+#include "procedures/range_entry.h"
+#include "procedures/spinodal_table.h"
+#include "procedures/table_panel.h"
+#include "procedures/temperature_unit.h"
 #include "procedures/volume_entry.h"
+#include "toolkit/screen.h"
 
 namespace procedures {
 
 /// The limits of stability of the mixture: at a temperature, at a molar volume, or over a range of
 /// temperatures.
-class SpinodalWindow : public SeriesScreen {
+class SpinodalWindow : public toolkit::Screen {
   public:
     explicit SpinodalWindow(toolkit::ScreenHost& host);
 
-  private:
-    /// A row of the table: a point of a spinodal, its temperature in the unit of the screen and in
-    /// Celsius, and what it limits.
-    struct Limit {
-        fluid::StatePoint state;
-        double shownT = 0.0;
-        double celsius = 0.0;
-        const char* name = "";
-    };
-    using Curves = std::vector<std::vector<fluid::StatePoint>>;
+    void Event_Activate() override;
 
-    void calculate_Action() override;
-    void Clear_Action() override;
+  private:
+    void calculate_Action();
+    void Clear_Action();
     void Explanations_Action();
     void GivenT_Action();
     void GivenV_Action();
@@ -34,27 +31,25 @@ class SpinodalWindow : public SeriesScreen {
     void PlotT_Action();
     void PlotV_Action();
 
-    void emptyResults() override;
-    void showUnits() override;
     void connectHandlers();
-    void layOutAroundPlot();
+    void layOut();
+    void emptyResults();
+    void showUnits();
     void givenChosen();
     void plotChosen();
     void volumeUnitChosen();
     void temperatureUnitChosen();
-
-    void calculateAtTemperature();
-    void calculateAtVolume();
-    void calculateRange();
-    /// Adds the limits at a temperature in the unit of the screen, with the decimals of `range`.
-    void addLimits(double shownT, const ValueRange& range, std::vector<Limit>& limits) const;
-    void show(std::vector<Limit> limits);
-    /// Takes the curves of a plot around the temperature T in K, or between two temperatures.
-    void traceAround(double T);
-    void trace(double lowestT, double highestT);
+    /// What was typed; nothing where it is refused, by a sentence.
+    std::optional<SpinodalInput> read();
+    void show();
     void plot();
 
+    fluid::Mixture mixture_;  // of what is shown
+    std::shared_ptr<const SpinodalTable> limits_;
+
     VolumeUnit volumeUnitChoice{"GroupBox3"};
+    RangeEntry range{"dataEntryT1", "dataEntryT2"};
+    TemperatureUnit temperature{"GroupBox2"};
     toolkit::RadioGroup givenGroup;
     toolkit::RadioButton GivenT{givenGroup, "GivenT", " Temperature"};
     toolkit::Entry dataEntryT{"dataEntryT", 16};
@@ -68,10 +63,11 @@ class SpinodalWindow : public SeriesScreen {
     toolkit::RadioButton PlotT{plotGroup, "PlotT", " temperature"};
     toolkit::RadioButton PlotV{plotGroup, "PlotV", " molar volume"};
     toolkit::Button Explanations{"Explanations", "explanation"};
-
-    Curves diffusional_;
-    Curves mechanical_;  // none for a pure gas, where both are the same
-    std::vector<fluid::StatePoint> marks_;
+    toolkit::Button Clear{"Clear", "clear"};
+    toolkit::Button calculate{"calculate", "calculate"};
+    toolkit::Message warning{"warning"};
+    TablePanel table;
+    PlotPanel plotPanel;
 };
 
 }  // namespace procedures

@@ -17,6 +17,9 @@ struct TemperatureScale {
 
     double toKelvin(double number) const { return number + zero; }
     double fromKelvin(double kelvin) const { return kelvin - zero; }
+    bool isKelvin() const { return zero == 0.0; }
 };
+inline const TemperatureScale kelvinScale = {"Kelvin"};
+inline const TemperatureScale celsiusScale = {"˚Celsius", zeroCelsius};
 
 }  // namespace procedures

@@ -1,12 +1,17 @@
 #include "procedures/value_range.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
+
+#include "toolkit/number_text.h"
 
 namespace procedures {
 
 namespace {
 
 constexpr double largestWhole = 9007199254740992.0;  // whole numbers up to it are exact
+constexpr int mostDecimals = 12;
 
 bool isWholeTimes(double value, double scale) {
     const double whole = std::round(value * scale);
@@ -50,8 +55,71 @@ double ValueRange::value(std::size_t k) const {
     return (steps + 1.0 >= count_ ? last_ : first_ + steps * step_) / scale_;
 }
 
+double ValueRange::smallest() const {
+    return std::min(first_, last_) / scale_;
+}
+
+double ValueRange::largest() const {
+    return std::max(first_, last_) / scale_;
+}
+
 double ValueRange::rounded(double number) const {
     return isDecimal_ ? std::round(number * scale_) / scale_ : number;
+}
+
+int ValueRange::decimals() const {
+    constexpr int ofAnyNumber = 6;
+    if (!isDecimal_) {
+        return ofAnyNumber;
+    }
+    int decimals = 0;
+    for (double scale = 1.0; decimals < mostDecimals; scale *= 10.0, ++decimals) {
+        const auto fits = [&](double number) { return isWholeTimes(number / scale_, scale); };
+        if (fits(first_) && fits(last_) && fits(step_)) {
+            break;
+        }
+    }
+    return decimals;
+}
+
+std::string ValueRange::refusal(const std::string& quantity) const {
+    constexpr double mostRows = 100000.0;
+    constexpr double mostDigits = 1e15;
+    if (count_ > mostRows) {
+        const std::string count =
+            count_ < mostDigits ? toolkit::fixedText(count_, 0) : toolkit::numberText(count_);
+        return "warning: these would be " + count + " " + quantity +
+               ", and at most 100000 are listed; put a larger step";
+    }
+    constexpr double roundings = 64.0;
+    const double rounding =
+        std::numeric_limits<double>::epsilon() * std::max(std::abs(first_), std::abs(last_));
+    if (count_ > 1.0 && !(std::abs(step_) > roundings * rounding)) {
+        return "warning: numbers of this size cannot tell steps so small apart; put a larger step";
+    }
+    return {};
+}
+
+WrittenTemperature WrittenTemperature::typed(double number, const TemperatureScale& scale) {
+    return TemperatureRange{*ValueRange::of(number, number, 0.0), scale}.at(0);
+}
+
+WrittenTemperature TemperatureRange::written(double number) const {
+    return scale.isKelvin() ? WrittenTemperature{number, values.rounded(number - zeroCelsius)}
+                            : WrittenTemperature{values.rounded(number + zeroCelsius), number};
+}
+
+int TemperatureRange::decimals(const TemperatureScale& shown) const {
+    constexpr int ofZeroCelsius = 2;
+    return shown.isKelvin() == scale.isKelvin() ? values.decimals()
+                                                : std::max(values.decimals(), ofZeroCelsius);
+}
+
+std::string TemperatureRange::refusal() const {
+    if (!(lowest().kelvin > 0.0)) {
+        return "warning: temperatures must be above absolute zero";
+    }
+    return values.refusal("temperatures");
 }
 
 }  // namespace procedures

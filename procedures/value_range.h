@@ -2,6 +2,9 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
+
+#include "procedures/units.h"
 
 namespace procedures {
 
@@ -18,9 +21,16 @@ class ValueRange {
     double count() const { return count_; }
     /// The k-th value, k below count().
     double value(std::size_t k) const;
+    double smallest() const;
+    double largest() const;
     /// `number` rounded to the decimals of the range and at least to hundredths; unchanged where
     /// the range has no decimals.
     double rounded(double number) const;
+    /// How many decimals show every value in full; six where they are no decimal fractions.
+    int decimals() const;
+    /// Why these values cannot be listed, as a sentence about the `quantity`; empty where they can:
+    /// they must not be too many, and each has to differ from the next by more than rounding.
+    std::string refusal(const std::string& quantity) const;
 
   private:
     double first_ = 0.0;  // all in units of 1/scale_
@@ -29,6 +39,38 @@ class ValueRange {
     double scale_ = 1.0;
     bool isDecimal_ = false;
     double count_ = 1.0;
+};
+
+/// A temperature as it is written in either unit: what was typed stays as it is, and is converted
+/// with its own decimals.
+struct WrittenTemperature {
+    /// `number` in the unit of `scale`.
+    static WrittenTemperature typed(double number, const TemperatureScale& scale);
+    /// A calculated one.
+    static WrittenTemperature calculated(double kelvin) { return {kelvin, kelvin - zeroCelsius}; }
+
+    double in(const TemperatureScale& scale) const { return scale.isKelvin() ? kelvin : celsius; }
+
+    double kelvin = 0.0;
+    double celsius = 0.0;
+};
+
+/// A range of temperatures typed in one unit.
+struct TemperatureRange {
+    ValueRange values;
+    TemperatureScale scale = kelvinScale;
+
+    std::size_t count() const { return static_cast<std::size_t>(values.count()); }
+    WrittenTemperature at(std::size_t k) const { return written(values.value(k)); }
+    WrittenTemperature lowest() const { return written(values.smallest()); }
+    WrittenTemperature highest() const { return written(values.largest()); }
+    /// How many decimals show every temperature in full, in the unit of `shown`.
+    int decimals(const TemperatureScale& shown) const;
+    /// As ValueRange::refusal; the temperatures have to be above absolute zero besides.
+    std::string refusal() const;
+
+  private:
+    WrittenTemperature written(double number) const;
 };
 
 }  // namespace procedures

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <numeric>
 #include <utility>
 
 #include "toolkit/clipboard.h"
@@ -185,9 +186,11 @@ void List::setRows(const std::vector<Row>& rows) {
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
 }
 
-void List::setTable(std::size_t count, std::function<Row(std::size_t)> row) {
+void List::setTable(std::size_t count, std::function<Row(std::size_t)> row,
+                    std::function<Row(std::size_t)> copied) {
     takeStore();
     table_ = std::move(row);
+    copied_ = std::move(copied);
     for (std::size_t i = 0; i < count; ++i) {
         GtkTreeIter position;
         gtk_list_store_append(store_, &position);
@@ -214,10 +217,22 @@ void List::setLong(const std::vector<int>& characters) {
     gtk_tree_view_set_fixed_height_mode(viewOf(*this), TRUE);
 }
 
+void List::alignNumbers(std::size_t columns) {
+    for (std::size_t i = 0; i < columns; ++i) {
+        GtkTreeViewColumn* const column =
+            gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i));
+        GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
+        g_object_set(cells->data, "xalign", 1.0, nullptr);
+        g_list_free(cells);
+        gtk_tree_view_column_set_alignment(column, 1.0F);
+    }
+}
+
 void List::clear() {
     takeStore();
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
     table_ = nullptr;
+    copied_ = nullptr;
 }
 
 void List::setEditable(std::size_t column) {
@@ -252,24 +267,39 @@ List::Row List::rowAt(int position) const {
     return cells;
 }
 
+List::Row List::copiedRowAt(int position) const {
+    return copied_ ? copied_(static_cast<std::size_t>(position)) : rowAt(position);
+}
+
+int List::count() const {
+    return gtk_tree_model_iter_n_children(GTK_TREE_MODEL(store_), nullptr);
+}
+
+bool List::isEmpty() const {
+    return count() == 0;
+}
+
 std::vector<List::Row> List::rows() const {
-    const int count = gtk_tree_model_iter_n_children(GTK_TREE_MODEL(store_), nullptr);
     std::vector<Row> rows;
-    rows.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
+    rows.reserve(static_cast<std::size_t>(count()));
+    for (int i = 0; i < count(); ++i) {
         rows.push_back(rowAt(i));
     }
     return rows;
 }
 
-std::vector<List::Row> List::selectedRows() const {
+std::vector<List::Row> List::copiedRows() const {
     std::vector<int> positions;
     gtk_tree_selection_selected_foreach(gtk_tree_view_get_selection(viewOf(*this)),
                                         &Callbacks::collectRow, &positions);
+    if (positions.empty()) {
+        positions.resize(static_cast<std::size_t>(count()));
+        std::iota(positions.begin(), positions.end(), 0);
+    }
     std::vector<Row> rows;
     rows.reserve(positions.size());
     for (const int position : positions) {
-        rows.push_back(rowAt(position));
+        rows.push_back(copiedRowAt(position));
     }
     return rows;
 }
@@ -291,9 +321,17 @@ std::string List::text() const {
     return tableText(rows());
 }
 
+std::string List::copiedText() const {
+    std::vector<Row> copied;
+    for (int i = 0; i < count(); ++i) {
+        copied.push_back(copiedRowAt(i));
+    }
+    return tableText(copied);
+}
+
 bool List::canPerform(EditCommand command) const {
     const bool applies = command == EditCommand::copy || command == EditCommand::selectAll;
-    return applies && gtk_tree_model_iter_n_children(GTK_TREE_MODEL(store_), nullptr) > 0;
+    return applies && !isEmpty();
 }
 
 void List::perform(EditCommand command) {
@@ -304,8 +342,7 @@ void List::perform(EditCommand command) {
         gtk_tree_selection_select_all(gtk_tree_view_get_selection(viewOf(*this)));
         return;
     }
-    const std::vector<Row> selected = selectedRows();
-    const std::vector<Row> copied = selected.empty() ? rows() : selected;
+    const std::vector<Row> copied = copiedRows();
     setClipboardText(heads_.size() > 1 ? tableText(copied) : valuesText(copied));
 }
 

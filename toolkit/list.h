@@ -34,14 +34,19 @@ class List : public Control, public Editable {
     void setRows(const std::vector<Row>& rows);
     void clear();
     /// Shows a table of `count` rows, however many, whose texts `row` gives when they are looked
-    /// at; what it refers to has to live until other rows are shown. Needs setLong.
-    void setTable(std::size_t count, std::function<Row(std::size_t)> row);
+    /// at, and `copied` when they are copied, if they are not the same; what these refer to has to
+    /// live until other rows are shown. Needs setLong.
+    void setTable(std::size_t count, std::function<Row(std::size_t)> row,
+                  std::function<Row(std::size_t)> copied = nullptr);
     /// Has the window make room for all columns, where they would scroll sideways otherwise. To be
     /// called before the list is put into a block.
     void showAllColumns() { isWhole_ = true; }
     /// Makes the list one for long tables: its columns have room for so many characters each,
     /// whatever is in them. To be called before it is put into a block.
     void setLong(const std::vector<int>& characters);
+    /// Aligns the first `columns` columns, which hold numbers, at the right.
+    void alignNumbers(std::size_t columns);
+    bool isEmpty() const;
     std::vector<Row> rows() const;
     /// Lets the user edit the cells of a column in place, by a click or Enter on a chosen row.
     void setEditable(std::size_t column);
@@ -51,8 +56,10 @@ class List : public Control, public Editable {
         cellTextChange_ = member(object, function);
     }
 
-    /// The heads and all rows as tab-separated lines.
+    /// The heads and all rows as tab-separated lines, as they are shown.
     std::string text() const override;
+    /// The same as they are copied.
+    std::string copiedText() const;
     bool canPerform(EditCommand command) const override;
     void perform(EditCommand command) override;
 
@@ -62,11 +69,16 @@ class List : public Control, public Editable {
     /// Leaves the view with no rows to show, and an empty store to fill for it.
     void takeStore();
     Row rowAt(int position) const;
+    /// The row as it is copied.
+    Row copiedRowAt(int position) const;
+    int count() const;
     std::string tableText(const std::vector<Row>& rows) const;
-    std::vector<Row> selectedRows() const;
+    /// The selected rows as they are copied, or all where none is selected.
+    std::vector<Row> copiedRows() const;
 
     Row heads_;
     std::function<Row(std::size_t)> table_;
+    std::function<Row(std::size_t)> copied_;
     Handler cellTextChange_;
     bool isLong_ = false;
     bool isWhole_ = false;

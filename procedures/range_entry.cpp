@@ -1,0 +1,60 @@
+#include "procedures/range_entry.h"
+
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+namespace {
+
+constexpr int entryWidth = 16;  // characters
+
+}  // namespace
+
+RangeEntry::RangeEntry(const std::string& firstName, const std::string& lastName)
+    : first(firstName, entryWidth), last(lastName, entryWidth) {
+    firstCaption.setTarget(first, firstUnit);
+    lastCaption.setTarget(last, lastUnit);
+    stepCaption.setTarget(dataEntryStep, stepUnit);
+}
+
+std::optional<ValueRange> RangeEntry::read() const {
+    const auto from = toolkit::parseNumber(first.text());
+    const auto to = toolkit::parseNumber(last.text());
+    const auto step =
+        dataEntryStep.text().empty() ? 0.0 : toolkit::parseNumber(dataEntryStep.text());
+    return from && to && step ? ValueRange::of(*from, *to, *step) : std::nullopt;
+}
+
+void RangeEntry::setQuantity(const std::string& quantity, const std::string& unit) {
+    firstCaption.setText("First " + quantity);
+    lastCaption.setText("Last " + quantity);
+    stepCaption.setText(quantity + " Step");
+    for (toolkit::Label* const label : {&firstUnit, &lastUnit, &stepUnit}) {
+        label->setText(unit);
+    }
+}
+
+void RangeEntry::setSensitive(bool isSensitive) {
+    for (toolkit::Entry* const entry : {&first, &last, &dataEntryStep}) {
+        entry->setSensitive(isSensitive);
+    }
+}
+
+void RangeEntry::clearEnds() {
+    first.setText("");
+    last.setText("");
+}
+
+void RangeEntry::clear() {
+    clearEnds();
+    dataEntryStep.setText("");
+}
+
+std::vector<std::vector<toolkit::Block>> RangeEntry::rows() {
+    using toolkit::Block;
+    return {{firstCaption, Block(first).expanding(), firstUnit},
+            {lastCaption, Block(last).expanding(), lastUnit},
+            {stepCaption, Block(dataEntryStep).expanding(), stepUnit}};
+}
+
+}  // namespace procedures

@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "model/composition.h"
+#include "model/phase_split.h"
+#include "model/van_der_waals.h"
+#include "procedures/isochore_table.h"
+#include "procedures/isotherm_table.h"
+#include "procedures/spinodal_table.h"
+#include "tests/model/golden.h"
+#include "toolkit/number_text.h"
+
+namespace {
+
+using procedures::Digits;
+using procedures::IsochoreInput;
+using procedures::IsochoreTable;
+using procedures::IsothermInput;
+using procedures::IsothermTable;
+using procedures::SeriesTable;
+using procedures::SpinodalInput;
+using procedures::SpinodalTable;
+using procedures::TemperatureRange;
+using procedures::TemperatureScale;
+using procedures::ValueRange;
+using procedures::WrittenTemperature;
+
+const TemperatureScale kelvin = procedures::kelvinScale;
+const TemperatureScale celsius = procedures::celsiusScale;
+
+/// CO2 and CH4, and the mixture of three gases that has three volumes of the diffusional spinodal.
+fluid::Mixture carbonic() {
+    Accept(std::array<double, 11>{0, 7e11, 0, 0, 0, 0, 0, 0, 0, 3e11, 0});
+    return fluid::AcceptedMixture();
+}
+fluid::Mixture aqueous() {
+    Accept(std::array<double, 11>{741e9, 0, 0, 0, 0, 0, 11e9, 0, 0, 0, 248e9});
+    return fluid::AcceptedMixture();
+}
+
+TemperatureRange between(double first, double last, double step,
+                         const TemperatureScale& scale = kelvin) {
+    return {*ValueRange::of(first, last, step), scale};
+}
+
+IsochoreInput isochore(double V, double first, double last, double step) {
+    return {V, between(first, last, step)};
+}
+
+IsothermInput isotherm(double T, double first, double last, double step) {
+    return {WrittenTemperature::typed(T, kelvin), ValueRange::of(first, last, step), false};
+}
+
+std::string line(const SeriesTable& table, std::size_t number,
+                 const TemperatureScale& scale = kelvin, Digits digits = Digits::Shown) {
+    std::string cells;
+    for (const std::string& cell : table.row(number, scale, digits)) {
+        cells += cell + "|";
+    }
+    return cells;
+}
+
+std::string contentsOf(const std::string& file) {
+    std::ifstream stream(DROVAN_TEST_DATA "/" + file);
+    std::ostringstream contents;
+    contents << stream.rdbuf();
+    return contents.str();
+}
+
+TEST(TablesTest, RangesReachTheirLastValueInDecimalSteps) {
+    struct Case {
+        double first, last, step, count, value;
+        std::size_t at;
+        int decimals;
+        std::string refusal;
+    };
+    for (const Case& c : std::vector<Case>{
+             {0.0, 1.0, 0.1, 11.0, 0.3, 3, 1, ""},
+             {0.0, 1.0, 0.3, 5.0, 1.0, 4, 1, ""},
+             {10.0, -10.0, 4.0, 6.0, -10.0, 5, 0, ""},
+             {10.0, 0.0, -2.5, 5.0, 7.5, 1, 1, ""},
+             {273.15, 293.15, 0.05, 401.0, 283.15, 200, 2, ""},
+             {5.0, 5.0, 0.0, 1.0, 5.0, 0, 0, ""},
+             {1.0, 2.0, 3.0, 2.0, 2.0, 1, 0, ""},
+             {0.0, 1e9, 1e-3, 1e12 + 1.0, 1e-3, 1, 3, "warning: these would be 1000000000001 Ks"},
+             {0.0, 1e300, 1e-3, 1e303, 0.0, 0, 6, "warning: these would be 1e+303 Ks"},
+             {0.0, 100000.0, 1.0, 100001.0, 1.0, 1, 0, "warning: these would be 100001 Ks"},
+             {9007199254740991.0, 9007199254740999.0, 1.0, 10.0, 9007199254740991.0, 0, 6,
+              "warning: numbers of this size"}}) {
+        const auto range = ValueRange::of(c.first, c.last, c.step);
+        ASSERT_TRUE(range);
+        EXPECT_EQ(range->count(), c.count) << c.first << ' ' << c.last << ' ' << c.step;
+        EXPECT_EQ(range->value(c.at), c.value);
+        EXPECT_EQ(range->decimals(), c.decimals) << c.first;
+        EXPECT_EQ(range->refusal("Ks").substr(0, c.refusal.size()), c.refusal);
+        EXPECT_EQ(range->refusal("Ks").empty(), c.refusal.empty()) << range->refusal("Ks");
+    }
+    EXPECT_FALSE(ValueRange::of(0.0, 1.0, 0.0));
+    EXPECT_FALSE(ValueRange::of(-1e308, 1e308, 1.0));
+    EXPECT_EQ(between(100.0, 200.0, 0.1).at(0).celsius, -173.15);
+    EXPECT_EQ(between(-173.15, 0.0, 0.1, celsius).at(0).kelvin, 100.0);
+}
+
+TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
+    const fluid::Mixture mixture = carbonic();
+    const auto isothermOf = [](double T, double first, double last, bool areDensities) {
+        IsothermInput input = isotherm(T, first, last, 1.0);
+        input.areDensities = areDensities;
+        return input;
+    };
+    using Given = SpinodalInput::Given;
+    const auto cold = between(-1.0, -1.0, 0.0);
+    for (const auto& [refusal, expected] : std::vector<std::pair<std::string, std::string>>{
+             {isochore(80.0, 200.0, 300.0, 10.0).refusal(mixture), ""},
+             {isochore(0.0, 200.0, 300.0, 10.0).refusal(mixture), "put a number for molar volume,"},
+             {IsochoreInput{80.0, {}}.refusal(mixture), "put a number for molar volume, for both"},
+             {isochore(30.0, 200.0, 300.0, 10.0).refusal(mixture),
+              "the molar volume must be larger than the co-volume of this fluid, 42.9303038 cm³"},
+             {isochore(80.0, -1.0, 300.0, 10.0).refusal(mixture), "temperatures must be above"},
+             {isochore(80.0, 200.0, 300.0, 1e-4).refusal(mixture), "these would be 1000001 temp"},
+             {isochore(80.0, 200.0, 1.7e308, 1e307).refusal(mixture), "with numbers of this size"},
+             {isotherm(220.0, 50.0, 90.0, 1.0).refusal(mixture), ""},
+             {isotherm(0.0, 50.0, 90.0, 1.0).refusal(mixture), "put a number for temperature, for"},
+             {isotherm(220.0, -1.0, 90.0, 1.0).refusal(mixture), "put a number for temperature"},
+             {isotherm(220.0, 40.0, 90.0, 1.0).refusal(mixture),
+              "molar volumes must be larger than the co-volume of this fluid, 42.9303038 cm³/mol, "
+              "and densities smaller than 0.829709"},
+             {isothermOf(220.0, 0.1, 0.83, true).refusal(mixture), "molar volumes must be larger"},
+             {isothermOf(220.0, 1e-308, 0.8, true).refusal(mixture), "with numbers of this size"},
+             {isothermOf(1.7e308, 50.0, 90.0, false).refusal(mixture), "with numbers of this size"},
+             {isotherm(220.0, 50.0, 9e9, 1.0).refusal(mixture), "these would be 8999999951 molar"},
+             {SpinodalInput{Given::Volume, 2.0, {}}.refusal(mixture), "the molar volume must be"},
+             {SpinodalInput{Given::Volume, 0.0, {}}.refusal(mixture), "put a number for molar vol"},
+             {SpinodalInput{Given::Temperature, 0.0, {}}.refusal(mixture), "put a number for temp"},
+             {SpinodalInput{Given::Temperature, 0.0, cold}.refusal(mixture),
+              "temperatures must be"},
+             {SpinodalInput{Given::Range, 0.0, {}}.refusal(mixture),
+              "put a number for both temp"}}) {
+        const std::string sentence = expected.empty() ? "" : "warning: " + expected;
+        EXPECT_EQ(refusal.substr(0, sentence.size()), sentence);
+        EXPECT_EQ(refusal.empty(), sentence.empty());
+    }
+}
+
+TEST(TablesTest, FilesAreThoseMadeByHandWhateverTheUnit) {
+    const fluid::Mixture mixture = carbonic();
+    EXPECT_EQ(IsochoreTable(mixture, {1000.0, between(-50.0, 45.0, 30.5, celsius)}).fileText(),
+              contentsOf("isochore.txt"));
+    EXPECT_EQ(IsochoreTable(mixture, {1000.0, between(223.15, 318.15, 30.5)}).fileText(),
+              contentsOf("isochore.txt"));
+    EXPECT_EQ(IsothermTable(mixture, isotherm(220.0, 900.0, 500.0, 200.0)).fileText(),
+              contentsOf("isotherm.txt"));
+    const fluid::Mixture water = aqueous();
+    for (const bool isCelsius : {false, true}) {
+        const double zero = isCelsius ? 273.15 : 0.0;
+        const auto scale = isCelsius ? celsius : kelvin;
+        // Three volumes of one kind, two of the other, at six temperatures.
+        const SpinodalTable table(water, {SpinodalInput::Given::Range, 0.0,
+                                          isCelsius ? between(176.95, 127.05, 10.0, celsius)
+                                                    : between(450.1, 400.2, 10.0)});
+        EXPECT_EQ(table.count(), 30U);
+        EXPECT_TRUE(
+            table.fileText().starts_with("Temperature, Pressure, Molar Volume, Density, Limit\n"
+                                         "(Celsius), (MPa), (cm3/mol), (g/cm3)\n176.95, "))
+            << table.fileText();
+        const SpinodalTable one(water, {SpinodalInput::Given::Volume, 80.0, {}});
+        EXPECT_EQ(one.row(0, scale, Digits::Full)[0],
+                  toolkit::numberText(one.limits()[0].state.T - zero));
+    }
+}
+
+// The boundary is that of phase_equilibria.csv, in 60 digits.
+TEST(TablesTest, IsochoresHomogenizeWhereTheirRowsSay) {
+    constexpr double V = 67.95817259849628;
+    const fluid::Mixture mixture = carbonic();
+    const IsochoreTable table(mixture, isochore(V, 250.0, 205.0, 10.0));
+    EXPECT_LT(RelativeError(table.boundary()->T, 220.0), 1e-13);
+    EXPECT_LT(RelativeError(table.boundary()->P, 3.386660699009192), 1e-11);
+    ASSERT_EQ(table.count(), 6U);
+    EXPECT_EQ(line(table, 2), "230|6.708746||||");
+    const auto split = fluid::SplitAtVolume(mixture, 205.0, V);
+    const auto row = table.row(5, kelvin, Digits::Full);
+    EXPECT_EQ(row[1], toolkit::numberText(
+                          fluid::PressureVdW(mixture.attraction, mixture.covolume, 205.0, V)));
+    EXPECT_EQ(row[2], toolkit::numberText(split->phases.P));
+    EXPECT_EQ(row[3], toolkit::numberText(split->volumeFraction));
+    EXPECT_EQ(row[4], "two phases");
+    EXPECT_EQ(table.row(5, celsius, Digits::Shown)[0], "-68.15");
+    for (const auto& [input, scale, sentence] :
+         std::vector<std::tuple<IsochoreInput, TemperatureScale, std::string>>{
+             {isochore(V, 250.0, 205.0, 10.0), kelvin,
+              "Homogenization at 220 Kelvin and 3.3866607 MPa, into the liquid"},
+             {isochore(V, 250.0, 230.0, 10.0), celsius,
+              "Homogenization at -53.15 ˚Celsius and 3.3866607 MPa, into the liquid; these "
+              "temperatures lie above it"},
+             {isochore(600.0, 100.0, 110.0, 10.0), kelvin,
+              "Homogenization at 219.175748 Kelvin and 2.37713264 MPa, into the vapour; these "
+              "temperatures lie below it"},
+             {isochore(123.28149252, 100.0, 300.0, 10.0), kelvin,
+              "Homogenization at 273.287292 Kelvin and 7.09936214 MPa, at the critical point"}}) {
+        EXPECT_EQ(IsochoreTable(mixture, input).homogenizationSentence(scale), sentence);
+    }
+}
+
+TEST(TablesTest, IsothermsNameTheStatesAndTheirEnds) {
+    const fluid::Mixture mixture = carbonic();
+    const IsothermTable table(mixture, isotherm(220.0, 60.0, 610.0, 50.0));
+    std::string states;
+    for (std::size_t i = 0; i < table.count(); ++i) {
+        states += table.row(i, kelvin, Digits::Shown)[3].substr(0, 2);
+    }
+    EXPECT_EQ(states, "stunununmememememememest");
+    EXPECT_EQ(line(table, 0), "60|0.593661|17.745043|stable|");
+    EXPECT_EQ(table.boundarySentences(),
+              "Bubble point at 67.9581726 cm³/mol and 3.3866607 MPa\n"
+              "Dew point at 588.850081 cm³/mol and 2.42231705 MPa");
+    IsothermInput dense = isotherm(220.0, 0.1, 0.4, 0.1);
+    dense.areDensities = true;
+    EXPECT_EQ(line(IsothermTable(mixture, dense), 2), "118.732293|0.3|1.297521|unstable|");
+}
+
+TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {
+    const auto limits = [](const fluid::Mixture& mixture, const SpinodalInput& input) {
+        const SpinodalTable table(mixture, input);
+        std::string names;
+        for (const auto& limit : table.limits()) {
+            names += std::string(limit.name) + " " + toolkit::fixedText(limit.state.V, 6) + "|";
+        }
+        return names + table.missingSentence(celsius);
+    };
+    using Given = SpinodalInput::Given;
+    const auto at = [](double T) {
+        return SpinodalInput{Given::Temperature, 0.0, between(T, T, 0.0)};
+    };
+    const fluid::Mixture mixture = carbonic();
+    EXPECT_EQ(limits(mixture, at(220.0)),
+              "diffusional, liquid side 80.643940|diffusional, vapour side 241.567843|"
+              "mechanical, liquid side 83.878231|mechanical, vapour side 235.193807|");
+    EXPECT_EQ(limits(mixture, {Given::Volume, 80.64394, {}}),
+              "diffusional, liquid side 80.643940|mechanical, liquid side 80.643940|");
+    EXPECT_EQ(limits(mixture, at(300.0)),
+              "There is no spinodal: the fluid withstands small changes at every molar volume");
+    EXPECT_TRUE(limits(mixture, {Given::Range, 0.0, between(268.15, 288.15, 5.0)})
+                    .ends_with("There is no spinodal at 5 ˚Celsius and above: 3 of 5 temperatures "
+                               "have no row"));
+    EXPECT_TRUE(limits(aqueous(), at(450.1)).starts_with("diffusional, vapour side"));
+    AcceptPure(1);
+    EXPECT_TRUE(limits(fluid::AcceptedMixture(), at(220.0)).starts_with("liquid side"));
+}
+
+}  // namespace
