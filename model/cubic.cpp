@@ -187,7 +187,7 @@ Packing SolvePacking(double aMix, double bMix, double T, double P, const Reduced
     return SharpPacking(aMix, bMix, T, P, reduced);
 }
 
-CubicRoots RealVolumes(double bMix, const Packing& packing, double product) {
+CubicRoots ThreeVolumes(double bMix, const Packing& packing, double product) {
     const double half = std::sqrt(packing.split);
     const double large = packing.centre + half;
     const double small = half < 0.5 * packing.centre ? packing.centre - half : product / large;
@@ -235,8 +235,25 @@ CubicRoots VolumeCubicSolver(double aMix, double bMix, double T, double P) {
     const Packing packing = SolvePacking(aMix, bMix, T, P, *reduced);
     const double product = reduced->pi / packing.apart;
     const CubicRoots roots = packing.split < 0.0 ? PairedVolumes(bMix, packing, product, depressed)
-                                                 : RealVolumes(bMix, packing, product);
+                                                 : ThreeVolumes(bMix, packing, product);
     return AllFinite(roots) ? roots : CubicRoots{};
+}
+
+std::vector<double> RealVolumes(double aMix, double bMix, double T, double P) {
+    const std::optional<Reduced> reduced = Reduce(aMix, bMix, T, P);
+    if (!reduced || !(P > 0.0)) return {};
+    // So near to the triple root that the rounding of T and P tells nothing any more.
+    constexpr double Rounding = 1e-14;
+    if (std::max(std::abs(reduced->A), std::abs(reduced->B)) < Rounding) return {3.0 * bMix};
+    const Packing packing = SolvePacking(aMix, bMix, T, P, *reduced);
+    std::vector<double> volumes = {bMix / packing.apart};
+    if (packing.split >= 0.0) {
+        const CubicRoots roots = ThreeVolumes(bMix, packing, reduced->pi / packing.apart);
+        volumes = {roots[1].real, roots[0].real, roots[2].real};
+    }
+    const bool areFinite = std::all_of(volumes.begin(), volumes.end(),
+                                       [](double volume) { return std::isfinite(volume); });
+    return areFinite ? volumes : std::vector<double>{};
 }
 
 }  // namespace fluid

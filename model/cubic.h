@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 namespace fluid {
 
@@ -30,5 +31,9 @@ CubicRoots SolveCubic(double a2, double a1, double a0);
 // double root; otherwise the roots are those of SolveCubic. Never infinite or not-a-number for
 // finite arguments.
 CubicRoots VolumeCubicSolver(double aMix, double bMix, double T, double P);
+
+// The real ones of these volumes, ascending, also where p·q = 0: at the critical point of a fluid
+// the triple root 3b. None where T or P is not above 0 or a volume has no room in a double.
+std::vector<double> RealVolumes(double aMix, double bMix, double T, double P);
 
 }  // namespace fluid

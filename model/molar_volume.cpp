@@ -60,25 +60,19 @@ PureGas PureGasVolume(const Mixture& mixture, std::size_t k, double T, double P)
     return {PureGasRoot(r0, r1, r2), r0 > 0.0 && r1 > 0.0 && r2 > 0.0};
 }
 
-namespace {
-
-// Of three real roots the number of the smallest or the largest, whichever has the lower fugacity.
-std::size_t StableRoot(double aMix, double T, double P, const CubicRoots& roots) {
-    const double liquid = roots[1].real;
-    const double vapour = roots[2].real;
+bool IsLiquidStable(double aMix, double T, double P, double liquid, double vapour) {
     // ln phi of the liquid less that of the vapour, V - b taken from R·T/(V - b) = P + a/V²
     const double work = P * (liquid - vapour) - aMix * (1.0 / liquid - 1.0 / vapour);
     const double ratio = (P + aMix / (liquid * liquid)) / (P + aMix / (vapour * vapour));
-    return work / (R * T) + std::log(ratio) < 0.0 ? 1 : 2;
+    return work / (R * T) + std::log(ratio) < 0.0;
 }
-
-}  // namespace
 
 PureGas PureGasVolumeBeside(const Mixture& mixture, std::size_t k, double T, double P,
                             std::optional<std::size_t> rank) {
     const CubicRoots roots = VolumeCubicSolver(mixture.pureA(k), mixture.b[k], T, P);
     if (!roots[1].isReal()) return {roots[0].real, false};
-    const std::size_t chosen = rank ? *rank : StableRoot(mixture.pureA(k), T, P, roots);
+    const bool isLiquid = IsLiquidStable(mixture.pureA(k), T, P, roots[1].real, roots[2].real);
+    const std::size_t chosen = rank ? *rank : isLiquid ? 1 : 2;
     return {roots[chosen].real, roots[chosen].real > 0.0};
 }
 

@@ -32,6 +32,10 @@ struct PureGas {
 // T in K, P in MPa.
 PureGas PureGasVolume(const Mixture& mixture, std::size_t k, double T, double P);
 
+// Of two volumes in cm3/mol that a pure gas has at T in K and P in MPa, whether the smaller one has
+// the lower fugacity.
+bool IsLiquidStable(double aMix, double T, double P, double liquid, double vapour);
+
 // Volume of the pure gas beside the mixture at the same T and P. Where the gas has three real
 // roots: the one with this number, of CubicRoots, that the mixture has of three; without a number
 // the one with the lower fugacity.

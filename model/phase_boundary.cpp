@@ -492,7 +492,9 @@ IsothermStability::IsothermStability(const Mixture& mixture, double T, double sm
 }
 
 Stability IsothermStability::at(double V) const {
-    const TrialCurve curve(mixture_, V - mixture_.bMix);
+    // Beyond this share of the co-volume nothing changes any more.
+    constexpr double Dilute = 1e100;
+    const TrialCurve curve(mixture_, std::min(V, Dilute * mixture_.bMix) - mixture_.bMix);
     if (curve.spinodalRT() > R * T_) return Stability::Unstable;
     if (!isKnown_) return Stability::Unknown;
     bool stable = true;

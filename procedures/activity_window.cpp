@@ -1,13 +1,11 @@
 #include "procedures/activity_window.h"
 
-#include <array>
-#include <limits>
 #include <vector>
 
+#include "model/fluid_model.h"
 #include "procedures/units.h"
 #include "toolkit/announcement.h"
 #include "toolkit/layout.h"
-#include "toolkit/number_text.h"
 
 namespace procedures {
 
@@ -16,6 +14,7 @@ namespace {
 constexpr int fourColumns = 36;  // lines of text that they are wide
 constexpr int visibleRows = 8;
 constexpr int warningWidth = 48;  // characters of the longest sentence
+constexpr int noteWidth = 60;     // characters of a line
 const std::string notUsed = "---";
 
 const toolkit::List::Row heads = {"gas", "Vm (pure gas)", "activity", "coefficient"};
@@ -32,8 +31,13 @@ void setUse(toolkit::Entry& entry, bool isUsed) {
 }  // namespace
 
 ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
-    : FugacityScreen(host,
-                     {"ActivityWindow", "Activities - Drovan W", "Label1", "warning1", heads}) {
+    : Screen(host, "ActivityWindow", "Activities - Drovan W"), ListBox1("ListBox1", heads) {
+    state.onChange(this, &ActivityWindow::emptyAll);
+    state.calculate.onClick(this, &ActivityWindow::calculate_Action);
+    choice.onChoose([this](std::size_t number) {
+        show(fugacitiesAt(fluid::AcceptedMixture(), calculated_, number));
+    });
+    choice.setUnit(result.Label4);
     StandardChoice0.onChoose(this, &ActivityWindow::StandardChoice0_Action);
     StandardChoice1.onChoose(this, &ActivityWindow::StandardChoice1_Action);
     StandardChoice2.onChoose(this, &ActivityWindow::StandardChoice2_Action);
@@ -47,10 +51,12 @@ ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
     // The other button would empty what Enter has just been pressed in.
     dataEntryPref1.setDefault(PushButton1);
     dataEntryPref2.setDefault(PushButton1);
+    ListBox1.setAccessibleName("results of each gas");
     warning.reserve(warningWidth);
+    note.wrapAt(noteWidth);
     layOut();
-    setDefault(calculate);
-    setFocus(dataEntryT);
+    setDefault(state.calculate);
+    setFocus(state.dataEntryT);
 }
 
 void ActivityWindow::layOut() {
@@ -61,27 +67,47 @@ void ActivityWindow::layOut() {
                                           {StandardChoice2, dataEntryPref2, unitPref2}},
                                          toolkit::Spacing::none));
     setContent(toolkit::column(
-        {inputBlock(), choice.block(), slope, Block(toolkit::grid(volumeRows())).atStart(),
+        {state.block(), choice.block(), result.slope, Block(toolkit::grid(result.rows())).atStart(),
          standard, toolkit::row({Block(warning).expanding(), toolkit::buttonRow({PushButton1})}),
-         ListBox1.scrolling(visibleRows).atLeast(fourColumns, 0).expanding(), volumeNote},
+         ListBox1.scrolling(visibleRows).atLeast(fourColumns, 0).expanding(), volumeNote, note},
         toolkit::Spacing::group));
 }
 
 void ActivityWindow::Event_Activate() {
+    result.showUnits();
     ListBox1.setHeads(heads);
     volumeNote.setText(std::string("Vm (pure gas) in ") + volumeUnit);
-    FugacityScreen::Event_Activate();
+    choice.clear();  // the roots may be those of an older composition
+    emptyResults();
+}
+
+void ActivityWindow::calculate_Action() {
+    emptyAll();
+    if (const auto typed = state.read(state.temperatureText(), missingStateSentence)) {
+        calculated_ = *typed;
+        choice.show(rootsAt(fluid::AcceptedMixture(), *typed), state.warning);
+    }
+}
+
+void ActivityWindow::show(const FugacityTable& table) {
+    emptyResults();
+    fugacities_ = table;
+    result.showAny(table.root, state.warning);
+    if (table.root.kind == RootVolume::Kind::Complex) {
+        clearStandardState();
+    }
 }
 
 void ActivityWindow::emptyResults() {
-    FugacityScreen::emptyResults();
-    warning.setText("");
+    state.warning.setText("");
+    result.empty();
+    emptyActivities();
     fugacities_ = {};
-    pureVolumes_ = {};
 }
 
 void ActivityWindow::emptyAll() {
-    FugacityScreen::emptyAll();
+    choice.clear();
+    emptyResults();
     clearStandardState();
 }
 
@@ -94,19 +120,7 @@ void ActivityWindow::clearStandardState() {
 void ActivityWindow::emptyActivities() {
     ListBox1.clear();
     warning.setText("");
-}
-
-void ActivityWindow::showComplexRoot() {
-    FugacityScreen::showComplexRoot();
-    clearStandardState();
-}
-
-void ActivityWindow::showRoot(const StatePoint& state, double V) {
-    fugacities_ = showState(state, V).values;
-    for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
-        pureVolumes_[k] =
-            fluid::PureGasVolume(fluid::AcceptedMixture(), k, state.T, state.P).volume;
-    }
+    note.setText("");
 }
 
 void ActivityWindow::StandardChoice0_Action() {
@@ -135,63 +149,38 @@ void ActivityWindow::dataEntryPref2_TextChange() {
     emptyActivities();
 }
 
-double ActivityWindow::referencePressure() const {
-    if (StandardChoice0.isOn()) {
-        return dataEntryP.number();
-    }
-    return StandardChoice1.isOn() ? dataEntryPref1.number() : dataEntryPref2.number();
-}
-
-std::string ActivityWindow::missingInput() const {
-    if (!StandardChoice0.isOn() && !StandardChoice1.isOn() && !StandardChoice2.isOn()) {
-        return "warning: select standard state conditions";
-    }
-    if (!choice.isChosen()) {
-        return "warning: calculate and select molar volume";
-    }
-    if (!(toolkit::numberOrZero(Result.text()) > 0.0)) {
-        return "warning: choose a real solution";
-    }
-    if (referencePressure() == 0.0) {
-        return "warning: reference pressure is not defined";
-    }
-    return "";
-}
-
-ActivityWindow::StandardStates ActivityWindow::standardState(double T, double Pref) const {
-    StandardStates states;
-    if (StandardChoice2.isOn()) {
-        states.volumes.fill(fluid::R * T / Pref);
-        states.fugacities.fill(Pref);
-    } else {
-        // The volumes are those at the pressure of the mixture, also where Pref is another.
-        states.volumes = pureVolumes_;
-        states.fugacities = fluid::PureFugacities(fluid::AcceptedMixture(), T, Pref, pureVolumes_);
-        for (std::size_t k = 0; k < states.volumes.size(); ++k) {
-            if (!(states.volumes[k] > 0.0)) {
-                states.volumes[k] = states.fugacities[k] = std::numeric_limits<double>::quiet_NaN();
-            }
-        }
-    }
-    return states;
+std::optional<ActivityWindow::Standard> ActivityWindow::readStandard() {
+    const Standard standard = StandardChoice0.isOn() ? Standard{StandardState::Real, calculated_.P}
+                              : StandardChoice1.isOn()
+                                  ? Standard{StandardState::Real, dataEntryPref1.number()}
+                                  : Standard{StandardState::Ideal, dataEntryPref2.number()};
+    const bool isSelected =
+        StandardChoice0.isOn() || StandardChoice1.isOn() || StandardChoice2.isOn();
+    const char* const missing =
+        !isSelected          ? "warning: select standard state conditions"
+        : !choice.isChosen() ? "warning: calculate and select molar volume"
+        : fugacities_.root.kind != RootVolume::Kind::Volume ? "warning: choose a real solution"
+        : standard.pressure == 0.0 ? "warning: reference pressure is not defined"
+                                   : "";
+    warning.setText(missing);
+    return *missing == '\0' ? std::optional(standard) : std::nullopt;
 }
 
 void ActivityWindow::PushButton1_Action() {
     emptyActivities();
-    const std::string missing = missingInput();
-    if (!missing.empty()) {
-        warning.setText(missing);
-        return;
+    if (const auto standard = readStandard()) {
+        show(activitiesAt(fluid::AcceptedMixture(), calculated_, fugacities_, standard->state,
+                          standard->pressure));
     }
-    const StandardStates standard = standardState(readState().T, referencePressure());
+}
+
+void ActivityWindow::show(const ActivityTable& table) {
     std::vector<toolkit::List::Row> rows;
-    for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
-        const double activity = fugacities_[k] / standard.fugacities[k];
-        rows.push_back({std::string(fluid::AcceptedMixture().formula(k)),
-                        valueText(standard.volumes[k]), valueText(activity),
-                        valueText(activity / fluid::AcceptedMixture().fractions[k])});
+    for (const ActivityTable::Gas& gas : table.gases) {
+        rows.push_back(activityRow(gas));
     }
     ListBox1.setRows(rows);
+    note.setText(guardSentence(table));
     toolkit::announce(ListBox1, "activities of " + std::to_string(rows.size()) +
                                     (rows.size() == 1 ? " gas" : " gases"));
 }

@@ -1,32 +1,32 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
-#include "model/fluid_model.h"
-#include "procedures/fugacity_screen.h"
+#include "procedures/fugacity_table.h"
+#include "procedures/root_choice.h"
+#include "procedures/root_result.h"
+#include "procedures/state_entry.h"
+#include "toolkit/list.h"
+#include "toolkit/screen.h"
 
 namespace procedures {
 
 /// The activity and the activity coefficient of each component against a standard state.
-class ActivityWindow : public FugacityScreen {
+class ActivityWindow : public toolkit::Screen {
   public:
     explicit ActivityWindow(toolkit::ScreenHost& host);
 
     void Event_Activate() override;
 
-  protected:
-    void emptyResults() override;
-    void emptyAll() override;
-    void showComplexRoot() override;
-    void showRoot(const StatePoint& state, double V) override;
-
   private:
-    /// The pure gases in the chosen standard state: cm3/mol and MPa.
-    struct StandardStates {
-        fluid::ComponentValues volumes{};
-        fluid::ComponentValues fugacities{};
+    /// What the activities are calculated of, beside the chosen root.
+    struct Standard {
+        StandardState state;
+        double pressure;  // MPa
     };
 
+    void calculate_Action();
     void StandardChoice0_Action();
     void StandardChoice1_Action();
     void StandardChoice2_Action();
@@ -35,13 +35,18 @@ class ActivityWindow : public FugacityScreen {
     void PushButton1_Action();
 
     void layOut();
+    /// Nothing, and a sentence about what is missing, where no activities can be calculated.
+    std::optional<Standard> readStandard();
+    void show(const FugacityTable& table);
+    void show(const ActivityTable& table);
     void clearStandardState();
     void emptyActivities();
-    double referencePressure() const;
-    /// The sentence about what is missing for the activities; empty where nothing is.
-    std::string missingInput() const;
-    StandardStates standardState(double T, double Pref) const;
+    void emptyResults();
+    void emptyAll();
 
+    StateEntry state{"Label1", "warning1"};
+    RootChoice choice;
+    RootResult result;
     toolkit::RadioGroup standardStates;
     toolkit::GroupBox standardBox{"GroupBox2", "select standard state conditions"};
     toolkit::RadioButton StandardChoice0{standardStates, "StandardChoice0",
@@ -56,12 +61,12 @@ class ActivityWindow : public FugacityScreen {
     toolkit::Label unitPref2{"unitPref2", "MPa"};
     toolkit::Button PushButton1{"PushButton1", "calculate activities"};
     toolkit::Message warning{"warning"};
+    toolkit::List ListBox1;
     toolkit::Label volumeNote{"volumeNote", "Vm (pure gas) in cm3/mol"};
+    toolkit::Message note{"note"};
 
-    // Of the chosen root: the fugacity of each component in the mixture in MPa, and the molar
-    // volume of each pure gas in cm3/mol.
-    fluid::ComponentValues fugacities_{};
-    fluid::ComponentValues pureVolumes_{};
+    TypedState calculated_;     // the state that the roots on the buttons belong to
+    FugacityTable fugacities_;  // of the chosen root
 };
 
 }  // namespace procedures

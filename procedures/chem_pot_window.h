@@ -1,18 +1,30 @@
 #pragma once
 
-#include "procedures/fugacity_screen.h"
+#include "procedures/property_table.h"
+#include "procedures/state_choice.h"
+#include "procedures/state_entry.h"
+#include "toolkit/list.h"
+#include "toolkit/screen.h"
 
 namespace procedures {
 
 /// The chemical potentials and the partial molar properties of the gases in the mixture.
-class ChemPotWindow : public FugacityScreen {
+class ChemPotWindow : public toolkit::Screen {
   public:
     explicit ChemPotWindow(toolkit::ScreenHost& host);
 
-  private:
-    void emptyResults() override;
-    void showRoot(const StatePoint& state, double V) override;
+    void Event_Activate() override;
 
+  private:
+    void calculate_Action();
+
+    void layOut();
+    void showPotentials();
+    void emptyAll();
+
+    StateEntry state{"Label1", "warning"};
+    StateChoice choice;
+    toolkit::List ListBox1{"ListBox1", potentialHeads()};
     toolkit::Label reference{"reference",
                              "The standard part is that of the ideal gas at this temperature and "
                              "p° = 0.1 MPa; energies refer "

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "model/fluid_model.h"
 #include "toolkit/layout.h"
 
 namespace procedures {
@@ -10,35 +11,65 @@ namespace procedures {
 namespace {
 
 constexpr int visibleRows = 11;
+constexpr int lineWidth = 60;  // characters
 const toolkit::List::Row heads = {"gas", "fugacity (in MPa)", "coefficient"};
 
 }  // namespace
 
 FugacityWindow::FugacityWindow(toolkit::ScreenHost& host)
-    : FugacityScreen(host,
-                     {"FugacityWindow", "Fugacities - Drovan W", "Label1", "warning", heads}) {
+    : Screen(host, "FugacityWindow", "Fugacities - Drovan W"), ListBox1("ListBox1", heads) {
     using toolkit::Block;
+    state.onChange(this, &FugacityWindow::emptyAll);
+    state.calculate.onClick(this, &FugacityWindow::calculate_Action);
+    choice.onChoose([this](std::size_t number) {
+        show(fugacitiesAt(fluid::AcceptedMixture(), calculated_, number));
+    });
+    choice.setUnit(result.Label4);
+    ListBox1.setAccessibleName("results of each gas");
+    note.wrapAt(lineWidth);
     setContent(toolkit::column(
-        {inputBlock(), choice.block(), slope, Block(toolkit::grid(volumeRows())).atStart(),
-         ListBox1.scrolling(visibleRows).expanding()},
+        {state.block(), choice.block(), result.slope, Block(toolkit::grid(result.rows())).atStart(),
+         ListBox1.scrolling(visibleRows).expanding(), note},
         toolkit::Spacing::group));
-    setDefault(calculate);
-    setFocus(dataEntryT);
+    setDefault(state.calculate);
+    setFocus(state.dataEntryT);
 }
 
 void FugacityWindow::Event_Activate() {
+    result.showUnits();
     ListBox1.setHeads(heads);
-    FugacityScreen::Event_Activate();
+    emptyAll();  // the roots may be those of an older composition
 }
 
-void FugacityWindow::showRoot(const StatePoint& state, double V) {
-    const Fugacities fugacities = showState(state, V);
+void FugacityWindow::calculate_Action() {
+    emptyAll();
+    if (const auto typed = state.read(state.temperatureText(), missingStateSentence)) {
+        calculated_ = *typed;
+        choice.show(rootsAt(fluid::AcceptedMixture(), *typed), state.warning);
+    }
+}
+
+void FugacityWindow::show(const FugacityTable& table) {
+    emptyResults();
+    result.showAny(table.root, state.warning);
     std::vector<toolkit::List::Row> rows;
-    for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
-        rows.push_back({std::string(fluid::AcceptedMixture().formula(k)),
-                        valueText(fugacities.values[k]), valueText(fugacities.coefficients[k])});
+    for (const FugacityTable::Gas& gas : table.gases) {
+        rows.push_back(fugacityRow(gas));
     }
     ListBox1.setRows(rows);
+    note.setText(guardSentence(table));
+}
+
+void FugacityWindow::emptyResults() {
+    state.warning.setText("");
+    result.empty();
+    ListBox1.clear();
+    note.setText("");
+}
+
+void FugacityWindow::emptyAll() {
+    choice.clear();
+    emptyResults();
 }
 
 }  // namespace procedures

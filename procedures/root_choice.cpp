@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "procedures/root_volume.h"
 #include "toolkit/announcement.h"
 #include "toolkit/number_text.h"
 
@@ -20,15 +21,23 @@ std::string captionOf(const fluid::CubicRoot& root) {
 }  // namespace
 
 RootChoice::RootChoice() {
+    Choice0.onChoose(this, &RootChoice::Choice0_Action);
+    Choice1.onChoose(this, &RootChoice::Choice1_Action);
+    Choice2.onChoose(this, &RootChoice::Choice2_Action);
     clear();
+}
+
+void RootChoice::setUnit(const toolkit::Label& unit) {
+    for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
+        button->setDescribedBy(unit);
+    }
 }
 
 toolkit::Block RootChoice::block() {
     return box.around(toolkit::column({Choice0, Choice1, Choice2}, toolkit::Spacing::none));
 }
 
-void RootChoice::show(const fluid::CubicRoots& roots) {
-    roots_ = roots;
+void RootChoice::show(const fluid::CubicRoots& roots, toolkit::Label& warning) {
     group_.clear();
     std::size_t index = 0;
     std::string sentence = box.text() + ":";
@@ -39,10 +48,12 @@ void RootChoice::show(const fluid::CubicRoots& roots) {
         ++index;
     }
     toolkit::announce(box, sentence);
+    if (roots[0].real == 0.0) {
+        warning.setText(noVolumeSentence);
+    }
 }
 
 void RootChoice::clear() {
-    roots_ = {};
     group_.clear();
     for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
         button->setCaption("");
@@ -50,15 +61,26 @@ void RootChoice::clear() {
     }
 }
 
-std::optional<std::size_t> RootChoice::rank() const {
-    if (!isChosen() || !roots_[1].isReal()) {
-        return std::nullopt;
-    }
-    return Choice0.isOn() ? 0 : Choice1.isOn() ? 1 : 2;
-}
-
 bool RootChoice::isChosen() const {
     return Choice0.isOn() || Choice1.isOn() || Choice2.isOn();
+}
+
+void RootChoice::chosen(std::size_t number) const {
+    if (chosen_) {
+        chosen_(number);
+    }
+}
+
+void RootChoice::Choice0_Action() {
+    chosen(0);
+}
+
+void RootChoice::Choice1_Action() {
+    chosen(1);
+}
+
+void RootChoice::Choice2_Action() {
+    chosen(2);
 }
 
 }  // namespace procedures

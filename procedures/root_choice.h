@@ -1,10 +1,14 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
-#include "model/fluid_model.h"
+#include "model/cubic.h"
 #include "toolkit/button.h"
+#include "toolkit/label.h"
 #include "toolkit/layout.h"
 
 namespace procedures {
@@ -15,18 +19,25 @@ class RootChoice {
   public:
     RootChoice();
 
+    /// `chosen` runs with the number of the root that has been chosen.
+    void onChoose(std::function<void(std::size_t)> chosen) { chosen_ = std::move(chosen); }
+    /// Ties the buttons to the unit of the roots.
+    void setUnit(const toolkit::Label& unit);
+
     toolkit::Block block();
-    /// Shows these roots, none of them chosen.
-    void show(const fluid::CubicRoots& roots);
+    /// Shows these roots, none of them chosen; says in `warning` that there are none.
+    void show(const fluid::CubicRoots& roots, toolkit::Label& warning);
     void clear();
     bool isChosen() const;
-    /// The number of the chosen root where all three are real.
-    std::optional<std::size_t> rank() const;
-    const fluid::CubicRoot& root(std::size_t index) const { return roots_[index]; }
 
   private:
+    void chosen(std::size_t number) const;
+    void Choice0_Action();
+    void Choice1_Action();
+    void Choice2_Action();
+
     toolkit::RadioGroup group_;
-    fluid::CubicRoots roots_;
+    std::function<void(std::size_t)> chosen_;
 
   public:
     toolkit::GroupBox box{"Choices", "Solutions for the molar volume"};

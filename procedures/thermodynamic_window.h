@@ -1,19 +1,37 @@
 #pragma once
 
-#include "procedures/fugacity_screen.h"
+#include "procedures/property_table.h"
+#include "procedures/state_choice.h"
+#include "procedures/state_entry.h"
+#include "toolkit/list.h"
+#include "toolkit/screen.h"
 
 namespace procedures {
 
 /// The thermodynamic properties of the mixture at a temperature and a pressure, each split into
-/// those of the ideal gas and what the equation of state adds to them.
-class ThermodynamicWindow : public FugacityScreen {
+/// those of the ideal gas and what the equation of state adds to them, or those of its two phases.
+class ThermodynamicWindow : public toolkit::Screen {
   public:
     explicit ThermodynamicWindow(toolkit::ScreenHost& host);
 
-  private:
-    void emptyResults() override;
-    void showRoot(const StatePoint& state, double V) override;
+    void Event_Activate() override;
 
+  private:
+    void calculate_Action();
+    void Mole_Action();
+    void Kilogram_Action();
+
+    void layOut();
+    void showProperties();
+    void emptyAll();
+
+    StateEntry state{"Label1", "warning"};
+    toolkit::RadioGroup amounts;
+    toolkit::Label amountOf{"amountOf", "Properties of"};
+    toolkit::RadioButton Mole{amounts, "Mole", " one mole"};
+    toolkit::RadioButton Kilogram{amounts, "Kilogram", " one kilogram"};
+    StateChoice choice;
+    toolkit::List ListBox1{"ListBox1", {"property", "unit", "ideal gas", "residual", "total"}};
     toolkit::Label reference{"reference",
                              "Energies refer to the elements at 298.15 Kelvin and 0.1 MPa."};
     toolkit::Message note{"note"};

@@ -1,30 +1,36 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <optional>
 
-#include "procedures/root_screen.h"
+#include "procedures/root_choice.h"
+#include "procedures/root_result.h"
+#include "procedures/state_entry.h"
+#include "procedures/volume_parts.h"
+#include "toolkit/list.h"
+#include "toolkit/screen.h"
 
 namespace procedures {
 
 /// The molar volumes of the mixture at a temperature and a pressure, and the volumes of its parts.
-class VolumeWindow : public RootScreen {
+class VolumeWindow : public toolkit::Screen {
   public:
     explicit VolumeWindow(toolkit::ScreenHost& host);
 
     void Event_Activate() override;
 
-  protected:
-    std::string temperatureToShow() const override;
-    std::string inputSentence() const override;
-    void emptyResults() override;
-    void showComplexRoot() override;
-    void showRoot(const StatePoint& state, double V) override;
-
   private:
-    void layOut();
-    /// Fills the list of the pure gases and partial volumes, and the ideal and excess volumes.
-    void showParts(const StatePoint& state, double V);
+    void calculate_Action();
 
+    void layOut();
+    std::optional<TypedState> read();
+    void show(const VolumeParts& parts);
+    void emptyResults();
+    void emptyAll();
+
+    StateEntry state{"StaticText3", "warning", StateEntry::UnitChange::Keeps};
+    RootChoice choice;
+    RootResult result;
     toolkit::Label StaticText1;
     toolkit::Caption idealCaption{"IdealVolume", "Ideal mixture"};
     toolkit::ResultLabel ResultIdeal{"ResultIdeal"};
@@ -32,6 +38,10 @@ class VolumeWindow : public RootScreen {
     toolkit::Caption excessCaption{"ExcessVolume", "Excess volume"};
     toolkit::ResultLabel ExcessVol{"ExcessVol"};
     toolkit::Label Label6{"Label6", " cm3/mol"};
+    toolkit::List ListBox1{"ListBox1",
+                           {"gas", "Vm (pure gas) cm3/mol", "partial Vm (dV/dn) cm3/mol"}};
+
+    TypedState calculated_;  // the state that the roots on the buttons belong to
 };
 
 }  // namespace procedures

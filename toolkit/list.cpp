@@ -32,11 +32,36 @@ std::string valuesText(const std::vector<List::Row>& rows) {
     return values;
 }
 
+/// A number with so much room behind it that it ends where one with these decimals would.
+std::string paddedText(const std::string& number, int decimals) {
+    constexpr const char* widthOfPoint = "\u2008";
+    constexpr const char* widthOfDigit = "\u2007";
+    if (number.find_first_of("0123456789") == std::string::npos ||
+        number.find('e') != std::string::npos) {
+        return number;
+    }
+    const std::size_t point = number.find('.');
+    const bool hasPoint = point != std::string::npos;
+    std::string text = number + (hasPoint || decimals == 0 ? "" : widthOfPoint);
+    const int present = hasPoint ? static_cast<int>(number.size() - point) - 1 : 0;
+    for (int i = present; i < decimals; ++i) {
+        text += widthOfDigit;
+    }
+    return text;
+}
+
 /// A column of fixed width takes no notice of its head.
 void makeRoomForHead(GtkTreeViewColumn* column) {
     GtkRequisition head;
     gtk_widget_size_request(column->button, &head);
     gtk_tree_view_column_set_min_width(column, head.width);
+}
+
+GtkCellRenderer* rendererOf(GtkTreeViewColumn* column) {
+    GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
+    auto* const renderer = GTK_CELL_RENDERER(cells->data);
+    g_list_free(cells);
+    return renderer;
 }
 
 GtkListStore* newStore(std::size_t columns) {
@@ -79,7 +104,7 @@ struct List::Callbacks {
                                  TRUE);
     }
 
-    /// The text of a cell of a long table, when it is looked at.
+    /// The text of a cell, made when it is looked at.
     static void onCellShown(GtkTreeViewColumn* column, GtkCellRenderer* cell, GtkTreeModel* model,
                             GtkTreeIter* row, gpointer data) {
         const auto* const self = static_cast<const List*>(data);
@@ -87,7 +112,10 @@ struct List::Callbacks {
             gtk_tree_model_get_path(model, row), &gtk_tree_path_free);
         const Row cells = self->rowAt(gtk_tree_path_get_indices(path.get())[0]);
         const auto position = GPOINTER_TO_SIZE(g_object_get_data(G_OBJECT(column), columnKey));
-        g_object_set(cell, "text", cells[position].c_str(), nullptr);
+        const int decimals = self->decimals_[position];
+        const std::string text =
+            decimals < 0 ? cells[position] : paddedText(cells[position], decimals);
+        g_object_set(cell, "text", text.c_str(), nullptr);
     }
 
     static void collectRow(GtkTreeModel* /*model*/, GtkTreePath* path, GtkTreeIter* /*row*/,
@@ -97,7 +125,10 @@ struct List::Callbacks {
 };
 
 List::List(std::string name, const Row& heads)
-    : Control(std::move(name), gtk_tree_view_new()), heads_(heads), store_(newStore(heads.size())) {
+    : Control(std::move(name), gtk_tree_view_new()),
+      heads_(heads),
+      decimals_(heads.size(), -1),
+      store_(newStore(heads.size())) {
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
     gtk_tree_view_set_enable_search(viewOf(*this), FALSE);
     gtk_tree_selection_set_mode(gtk_tree_view_get_selection(viewOf(*this)), GTK_SELECTION_MULTIPLE);
@@ -117,9 +148,7 @@ List::~List() {
                                              nullptr, this);
         g_object_unref(editableCell_);
     }
-    if (isLong_) {  // its cells ask this object for their texts
-        gtk_tree_view_set_model(viewOf(*this), nullptr);
-    }
+    gtk_tree_view_set_model(viewOf(*this), nullptr);  // cells may ask this object for their texts
     g_object_unref(store_);
 }
 
@@ -172,6 +201,8 @@ void List::takeStore() {
     gtk_tree_view_set_model(viewOf(*this), nullptr);
     g_object_unref(store_);
     store_ = newStore(heads_.size());
+    table_ = nullptr;
+    copied_ = nullptr;
 }
 
 void List::setRows(const std::vector<Row>& rows) {
@@ -208,11 +239,7 @@ void List::setLong(const std::vector<int>& characters) {
         gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
         gtk_tree_view_column_set_fixed_width(column, characters[i] * digit + 2 * cellPadding);
         makeRoomForHead(column);
-        g_object_set_data(G_OBJECT(column), columnKey, GSIZE_TO_POINTER(i));
-        GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
-        gtk_tree_view_column_set_cell_data_func(column, GTK_CELL_RENDERER(cells->data),
-                                                &Callbacks::onCellShown, this, nullptr);
-        g_list_free(cells);
+        showCellsWhenLookedAt(i);
     }
     gtk_tree_view_set_fixed_height_mode(viewOf(*this), TRUE);
 }
@@ -221,26 +248,36 @@ void List::alignNumbers(std::size_t columns) {
     for (std::size_t i = 0; i < columns; ++i) {
         GtkTreeViewColumn* const column =
             gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i));
-        GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
-        g_object_set(cells->data, "xalign", 1.0, nullptr);
-        g_list_free(cells);
+        g_object_set(rendererOf(column), "xalign", 1.0, nullptr);
         gtk_tree_view_column_set_alignment(column, 1.0F);
     }
+}
+
+void List::showCellsWhenLookedAt(std::size_t column) {
+    GtkTreeViewColumn* const shown =
+        gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(column));
+    g_object_set_data(G_OBJECT(shown), columnKey, GSIZE_TO_POINTER(column));
+    gtk_tree_view_column_set_cell_data_func(shown, rendererOf(shown), &Callbacks::onCellShown, this,
+                                            nullptr);
+}
+
+void List::alignAtPoint(std::size_t column, int decimals) {
+    decimals_[column] = decimals;
+    GtkTreeViewColumn* const shown =
+        gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(column));
+    g_object_set(rendererOf(shown), "xalign", 1.0, nullptr);
+    gtk_tree_view_column_set_alignment(shown, 1.0F);
+    showCellsWhenLookedAt(column);
 }
 
 void List::clear() {
     takeStore();
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
-    table_ = nullptr;
-    copied_ = nullptr;
 }
 
 void List::setEditable(std::size_t column) {
     editableColumn_ = static_cast<int>(column);
-    GList* const cells = gtk_cell_layout_get_cells(
-        GTK_CELL_LAYOUT(gtk_tree_view_get_column(viewOf(*this), editableColumn_)));
-    editableCell_ = GTK_CELL_RENDERER(cells->data);
-    g_list_free(cells);
+    editableCell_ = rendererOf(gtk_tree_view_get_column(viewOf(*this), editableColumn_));
     g_object_ref(editableCell_);
     g_object_set(editableCell_, "editable", TRUE, nullptr);
     g_signal_connect(editableCell_, "editing-started", G_CALLBACK(&Callbacks::onEditingStarted),

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "toolkit/control.h"
@@ -47,6 +48,12 @@ class List : public Control, public Editable {
     /// Aligns the first `columns` columns, which hold numbers, at the right.
     void alignNumbers(std::size_t columns);
     bool isEmpty() const;
+    /// `row` gives what Copy takes of a row instead of what is shown of it, until other rows are
+    /// shown.
+    void setCopied(std::function<Row(std::size_t)> row) { copied_ = std::move(row); }
+    /// Aligns the numbers of a column at their points, with room for so many decimals behind them.
+    /// To be called before the list is put into a block, and after setLong.
+    void alignAtPoint(std::size_t column, int decimals);
     std::vector<Row> rows() const;
     /// Lets the user edit the cells of a column in place, by a click or Enter on a chosen row.
     void setEditable(std::size_t column);
@@ -68,6 +75,7 @@ class List : public Control, public Editable {
     Block within(GtkWidget* container, int visibleRows);
     /// Leaves the view with no rows to show, and an empty store to fill for it.
     void takeStore();
+    void showCellsWhenLookedAt(std::size_t column);
     Row rowAt(int position) const;
     /// The row as it is copied.
     Row copiedRowAt(int position) const;
@@ -77,6 +85,7 @@ class List : public Control, public Editable {
     std::vector<Row> copiedRows() const;
 
     Row heads_;
+    std::vector<int> decimals_;  // of columns that are aligned at the point, else -1
     std::function<Row(std::size_t)> table_;
     std::function<Row(std::size_t)> copied_;
     Handler cellTextChange_;

@@ -140,7 +140,7 @@ void playThermodynamics(Guide& guide) {
     guide.chapter("Thermodynamic properties");
     chooseProcedure(guide, guide.robot(), "Thermodynamics", "ThermodynamicWindow");
     solveAt220Kelvin(guide);
-    guide.click("Choice2");
+    guide.read("State");
     guide.read("ListBox1");
     guide.takePicture("thermodynamic-properties");
 }
@@ -149,7 +149,7 @@ void playChemicalPotentials(Guide& guide) {
     guide.chapter("Chemical potentials");
     chooseProcedure(guide, guide.robot(), "ChemicalPotentials", "ChemPotWindow");
     solveAt220Kelvin(guide);
-    guide.click("Choice2");
+    guide.read("State");
     guide.read("ListBox1");
     guide.takePicture("chemical-potentials");
 }

@@ -1,0 +1,297 @@
+#include "procedures/property_table.h"
+
+#include <initializer_list>
+#include <utility>
+
+#include "model/ideal_gas.h"
+#include "model/properties.h"
+#include "procedures/root_volume.h"
+#include "procedures/stability_text.h"
+#include "procedures/units.h"
+#include "toolkit/number_text.h"
+
+namespace procedures {
+
+namespace {
+
+using All = fluid::MixtureProperties;
+using fluid::FluidState;
+using fluid::Mixture;
+using fluid::PhaseSplit;
+using Number = StateTable::Number;
+using Absence = StateTable::Absence;
+
+constexpr int energyDecimals = 3;   // J/mol
+constexpr int entropyDecimals = 4;  // J/(mol·K)
+constexpr int otherDecimals = mostDecimals;
+
+struct Quantity {
+    const char* name;
+    const char* unit;
+    const char* unitPerMass;  // null where the amount does not count
+    fluid::Property All::*property;
+    int decimals;
+    bool hasResidual = true;
+    bool addsUp = false;  // over phases, by their amounts
+};
+
+constexpr std::array<Quantity, 15> quantities = {
+    {{"molar volume", volumeUnit, "cm\u00B3/g", &All::V, otherDecimals, true, true},
+     {"density", densityUnit, nullptr, &All::density, otherDecimals},
+     {"compressibility factor", "", nullptr, &All::Z, otherDecimals, true, true},
+     {"internal energy", "J/mol", "kJ/kg", &All::U, energyDecimals, true, true},
+     {"enthalpy", "J/mol", "kJ/kg", &All::H, energyDecimals, true, true},
+     {"entropy", "J/(mol K)", "kJ/(kg K)", &All::S, entropyDecimals, true, true},
+     {"Helmholtz energy", "J/mol", "kJ/kg", &All::A, energyDecimals, true, true},
+     {"Gibbs energy", "J/mol", "kJ/kg", &All::G, energyDecimals, true, true},
+     {"isochoric heat capacity Cv", "J/(mol K)", "kJ/(kg K)", &All::Cv, entropyDecimals},
+     {"isobaric heat capacity Cp", "J/(mol K)", "kJ/(kg K)", &All::Cp, entropyDecimals},
+     {"heat capacity ratio Cp/Cv", "", nullptr, &All::heatRatio, otherDecimals, false},
+     {"isothermal compressibility", "1/MPa", nullptr, &All::compressibility, otherDecimals, false},
+     {"thermal expansion", "1/K", nullptr, &All::expansion, otherDecimals, false},
+     {"speed of sound", "m/s", nullptr, &All::soundSpeed, entropyDecimals, false},
+     {"Joule-Thomson coefficient", "K/MPa", nullptr, &All::jouleThomson, otherDecimals, false}}};
+
+std::string percentText(double share) {
+    constexpr double percent = 100.0;
+    constexpr int digits = 6;
+    return toolkit::significantText(percent * share, digits) + " %";
+}
+
+/// Each sentence that is not empty on a line of its own.
+std::string linesOf(std::initializer_list<std::string> sentences) {
+    std::string lines;
+    for (const std::string& sentence : sentences) {
+        lines += lines.empty() || sentence.empty() ? "" : "\n";
+        lines += sentence;
+    }
+    return lines;
+}
+
+/// Says that T in K lies outside the range of the ideal-gas data; empty where it does not.
+std::string outsideRangeSentence(double T) {
+    constexpr auto range = fluid::IdealGasRange;
+    if (T >= range.lowest && T <= range.highest) {
+        return "";
+    }
+    return "The ideal-gas data reach from " + sentenceText(range.lowest) + " to " +
+           sentenceText(range.highest) +
+           " Kelvin; outside this range the heat capacity is that at its end.";
+}
+
+bool isWhole(const StateTable& table) {
+    for (const StateTable::Line& line : table.lines) {
+        for (const Number& number : line.numbers) {
+            if (!number.value && number.absence == Absence::Unexplained) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+std::string missingSentence(const StateTable& table) {
+    return isWhole(table) ? ""
+                          : "--- stands for a value that is infinite or too large for a number.";
+}
+
+/// The share of the amount that phase Y has.
+double amountOfY(const PhaseSplit& split) {
+    const double y = split.volumeFraction / split.phases.Vy;
+    const double x = (1.0 - split.volumeFraction) / split.phases.Vx;
+    return y / (x + y);
+}
+
+const char* kindText(fluid::PhaseKind kind) {
+    constexpr std::array<const char*, 4> texts = {"gas-like", "liquid-like", "supercritical",
+                                                  "at a critical point"};
+    return texts[static_cast<std::size_t>(kind)];
+}
+
+}  // namespace
+
+std::string stateSentence(const Mixture& mixture, const FluidState& state) {
+    if (state.volumes.empty()) {
+        return "warning: no molar volume above the co-volume " + sentenceText(mixture.covolume) +
+               " " + volumeUnit + " could be calculated here";
+    }
+    if (!state.isExamined) {
+        return "Not examined: at so low a temperature fugacities of coexisting phases have no "
+               "numbers.";
+    }
+    if (state.stable) {
+        return std::string("One stable phase, ") + kindText(state.kind) + ".";
+    }
+    if (!state.split) {
+        return "No single phase is stable here; the phases that are were not found.";
+    }
+    const PhaseSplit& split = *state.split;
+    const double y = amountOfY(split);
+    const auto phase = [](const char* name, double V, double amount, double volume) {
+        return std::string(name) + " of " + sentenceText(V) + " " + volumeUnit + ", " +
+               percentText(amount) + " of the amount and " + percentText(volume) + " of the volume";
+    };
+    return std::string(split.metastable ? "Two phases, though three would be more stable"
+                                        : "Two phases") +
+           " at " + sentenceText(state.P) +
+           " MPa: " + phase("X", split.phases.Vx, 1.0 - y, 1.0 - split.volumeFraction) + "; " +
+           phase("Y", split.phases.Vy, y, split.volumeFraction) + ".";
+}
+
+StateTable::Row rowOf(const StateTable::Line& line, Digits digits) {
+    StateTable::Row row = line.names;
+    for (const Number& number : line.numbers) {
+        if (!number.value) {
+            row.emplace_back(number.absence == Absence::Pointless ? "" : "---");
+        } else {
+            row.push_back(cellText(*number.value, number.decimals, digits));
+        }
+    }
+    return row;
+}
+
+namespace {
+
+/// The name of what is shown of one state, with its stability where it is not the stable one.
+std::string named(const std::string& name, const FluidState::Volume& volume) {
+    return volume.stability == fluid::Stability::Stable
+               ? name
+               : name + " (" + stabilityName(volume.stability) + ")";
+}
+
+std::string unstableSentence(const All& all) {
+    const bool isUnstable = all.compressibility.total.value_or(0.0) < 0.0;
+    return isUnstable && !all.soundSpeed.total
+               ? "--- because the fluid is mechanically unstable at this root: the square of its "
+                 "speed of sound is negative."
+               : "";
+}
+
+StateTable::Row namesOf(const Quantity& quantity, Amount amount) {
+    const bool isPerMass = amount == Amount::Kilogram && quantity.unitPerMass != nullptr;
+    return {isPerMass && quantity.property == &All::V ? "specific volume" : quantity.name,
+            isPerMass ? quantity.unitPerMass : quantity.unit};
+}
+
+Number numberOf(const std::optional<double>& value, const Quantity& quantity, Amount amount,
+                double molarMass, Absence absence = Absence::Unexplained) {
+    const bool isPerMass = amount == Amount::Kilogram && quantity.unitPerMass != nullptr;
+    return {value && isPerMass ? std::optional(*value / molarMass) : value, quantity.decimals,
+            absence};
+}
+
+/// One state at a volume V.
+StateTable partsAt(const Mixture& mixture, const FluidState& state,
+                   const FluidState::Volume& volume, Amount amount) {
+    StateTable table{
+        .heads = {"property", "unit", "ideal gas", "residual", named("total", volume)}};
+    const All all = fluid::PropertiesOf(mixture, state.T, state.P, volume.V);
+    const std::string unstable = unstableSentence(all);
+    for (const Quantity& quantity : quantities) {
+        const auto& [idealGas, residual, total] = all.*quantity.property;
+        const bool isExplained = quantity.property == &All::soundSpeed && !unstable.empty();
+        table.lines.push_back(
+            {namesOf(quantity, amount),
+             {numberOf(idealGas, quantity, amount, mixture.molarMass),
+              numberOf(residual, quantity, amount, mixture.molarMass,
+                       quantity.hasResidual ? Absence::Unexplained : Absence::Pointless),
+              numberOf(total, quantity, amount, mixture.molarMass,
+                       isExplained ? Absence::Explained : Absence::Unexplained)}});
+    }
+    table.note = linesOf({outsideRangeSentence(state.T), unstable, missingSentence(table)});
+    return table;
+}
+
+/// Two phases and both together, whose properties are those of the phases by their amounts.
+StateTable phasesAt(const Mixture& mixture, const FluidState& state, Amount amount) {
+    StateTable table{.heads = {"property", "unit", "phase X", "phase Y", "whole"}};
+    const auto& [T, P, x, y, Vx, Vy] = state.split->phases;
+    const Mixture X = fluid::WithFractions(mixture, x);
+    const Mixture Y = fluid::WithFractions(mixture, y);
+    const All inX = fluid::PropertiesOf(X, T, P, Vx);
+    const All inY = fluid::PropertiesOf(Y, T, P, Vy);
+    const double share = amountOfY(*state.split);
+    const auto sum = [share](const fluid::Property& one, const fluid::Property& other) {
+        return one.total && other.total
+                   ? std::optional((1.0 - share) * *one.total + share * *other.total)
+                   : std::nullopt;
+    };
+    for (const Quantity& quantity : quantities) {
+        const fluid::Property& ofX = inX.*quantity.property;
+        const fluid::Property& ofY = inY.*quantity.property;
+        std::optional<double> whole = quantity.addsUp ? sum(ofX, ofY) : std::nullopt;
+        if (quantity.property == &All::density) {
+            whole = mixture.molarMass / *sum(inX.V, inY.V);
+        }
+        table.lines.push_back(
+            {namesOf(quantity, amount),
+             {numberOf(ofX.total, quantity, amount, X.molarMass),
+              numberOf(ofY.total, quantity, amount, Y.molarMass),
+              numberOf(whole, quantity, amount, mixture.molarMass, Absence::Pointless)}});
+    }
+    table.note = linesOf({outsideRangeSentence(T), missingSentence(table)});
+    return table;
+}
+
+struct Potential {
+    const char* head;
+    std::optional<double> fluid::ComponentProperties::*property;
+    int decimals;
+};
+
+using Gas = fluid::ComponentProperties;
+constexpr std::array<Potential, 7> potentials = {
+    {{"chemical\npotential\n(J/mol)", &Gas::chemicalPotential, energyDecimals},
+     {"standard\npart\n(J/mol)", &Gas::standardPotential, energyDecimals},
+     {"RT ln f/p°\n(J/mol)", &Gas::fugacityTerm, energyDecimals},
+     {"ln φ", &Gas::logPhi, otherDecimals},
+     {"partial molar\nenthalpy\n(J/mol)", &Gas::enthalpy, energyDecimals},
+     {"partial molar\nentropy\n(J/(mol K))", &Gas::entropy, entropyDecimals},
+     {"partial molar\nvolume\n(cm³/mol)", &Gas::volume, otherDecimals}}};
+
+/// The lines of the gases of one phase, `where` behind their formulas.
+void addGases(StateTable& table, const Mixture& mixture, const FluidState& state, double V,
+              const std::string& where) {
+    const auto gases = fluid::ComponentPropertiesOf(mixture, state.T, state.P, V);
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        StateTable::Line line{{std::string(mixture.formula(k)) + where}, {}};
+        line.numbers.push_back({mixture.z[k], otherDecimals});
+        for (const Potential& potential : potentials) {
+            line.numbers.push_back({gases[k].*potential.property, potential.decimals});
+        }
+        table.lines.push_back(std::move(line));
+    }
+}
+
+}  // namespace
+
+StateTable propertiesAt(const Mixture& mixture, const FluidState& state, ChosenVolume chosen,
+                        Amount amount) {
+    return chosen ? partsAt(mixture, state, state.volumes[*chosen], amount)
+                  : phasesAt(mixture, state, amount);
+}
+
+StateTable::Row potentialHeads() {
+    StateTable::Row heads = {"gas", "amount\nfraction"};
+    for (const Potential& potential : potentials) {
+        heads.emplace_back(potential.head);
+    }
+    return heads;
+}
+
+StateTable potentialsAt(const Mixture& mixture, const FluidState& state, ChosenVolume chosen) {
+    StateTable table{.heads = potentialHeads()};
+    if (chosen) {
+        const FluidState::Volume& volume = state.volumes[*chosen];
+        table.heads[0] = named(table.heads[0], volume);
+        addGases(table, mixture, state, volume.V, "");
+    } else {
+        const auto& [T, P, x, y, Vx, Vy] = state.split->phases;
+        addGases(table, fluid::WithFractions(mixture, x), state, Vx, " in X");
+        addGases(table, fluid::WithFractions(mixture, y), state, Vy, " in Y");
+    }
+    table.note = linesOf({outsideRangeSentence(state.T), missingSentence(table)});
+    return table;
+}
+
+}  // namespace procedures

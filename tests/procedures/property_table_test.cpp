@@ -1,0 +1,206 @@
+#include "procedures/property_table.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "model/fluid_model.h"
+#include "tests/model/golden.h"
+
+namespace {
+
+using fluid::FluidState;
+using fluid::Stability;
+using procedures::Amount;
+using procedures::Digits;
+using procedures::StateTable;
+
+/// Eleven counts of 10^-12 from the fractions of CO2, CH4, N2 and H2O.
+const fluid::Mixture& accepted(double CO2, double CH4 = 0.0, double N2 = 0.0, double H2O = 0.0) {
+    std::vector<double> counts = {H2O, CO2, N2, 0, 0, 0, 0, 0, 0, CH4, 0};
+    for (double& count : counts) count = std::round(count * 1e12);
+    Accept(counts);
+    return fluid::AcceptedMixture();
+}
+
+FluidState stateAt(double T, double P) {
+    return fluid::StateAt(fluid::AcceptedMixture(), T, P);
+}
+
+double numberAt(const StateTable& table, std::size_t line, std::size_t column) {
+    return table.lines.at(line).numbers.at(column).value.value();
+}
+
+TEST(FluidStates, OneJudgeSaysWhatIsStableAndWhatItIs) {
+    struct Case {
+        std::vector<double> fractions;
+        double T, P;
+        std::string stabilities, sentence;
+    };
+    const std::vector<Case> cases = {
+        {{0.7, 0.2, 0.1}, 215.0, 3.0, "mum", "Two phases at 3 MPa: X of "},
+        {{0.7, 0.3}, 220.0, 5.0, "s", "One stable phase, liquid-like."},
+        {{0.7, 0.3}, 220.0, 1.0, "mus", "One stable phase, gas-like."},
+        {{0.7, 0.3}, 300.0, 10.0, "s", "One stable phase, supercritical."},
+        {{0.7, 0.3}, 300.0, 1.0, "s", "One stable phase, gas-like."},
+        {{1.0}, 304.128, 7.3773, "s", "One stable phase, at a critical point."},
+        {{0.0, 1.0}, 190.564, 4.5922, "s", "One stable phase, at a critical point."},
+        {{1.0}, 273.15, 4.74, "sum", "One stable phase, liquid-like."},
+        {{1.0}, 273.15, 4.73, "mus", "One stable phase, gas-like."},
+        {{1.0}, 3.0, 5.0, "?", "Not examined: "},
+        {{1.0}, 300.0, 1e20, "", "warning: no molar volume above the co-volume 42."},
+        {{1.0}, 1e300, 1e-300, "", "warning: no molar volume above the co-volume 42."}};
+    for (const Case& c : cases) {
+        std::vector<double> x = c.fractions;
+        x.resize(4);
+        const fluid::Mixture& mixture = accepted(x[0], x[1], x[2], x[3]);
+        const FluidState state = stateAt(c.T, c.P);
+        SCOPED_TRACE(testing::Message() << c.T << " K " << c.P << " MPa");
+        std::string stabilities;
+        for (const FluidState::Volume& volume : state.volumes) {
+            stabilities += "smu?"[static_cast<std::size_t>(volume.stability)];
+        }
+        EXPECT_EQ(stabilities, c.stabilities);
+        const std::string sentence = procedures::stateSentence(mixture, state);
+        EXPECT_TRUE(sentence.starts_with(c.sentence)) << sentence;
+    }
+    EXPECT_DOUBLE_EQ(stateAt(1.0, 1.0).T, 1.0);
+}
+
+/// At its own critical point, where the cubic by rule has no root, a pure gas has three equal ones.
+TEST(FluidStates, PureGasesHaveThreeCovolumesAtTheirCriticalPoints) {
+    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+        AcceptPure(i);
+        const FluidState state = stateAt(fluid::Tc[0], fluid::Pc[0]);
+        ASSERT_EQ(state.volumes.size(), 1U) << i;
+        EXPECT_LT(RelativeError(state.volumes[0].V, 3.0 * fluid::b[0]), 1e-14) << i;
+        EXPECT_EQ(state.volumes[0].stability, Stability::Stable) << i;
+    }
+}
+
+TEST(PropertyTables, PhasesObeyTheIdentitiesAndAddUpToTheWhole) {
+    enum Line : std::size_t { V, Density, Z, U, H, S, A, G };
+    for (const auto& [T, P] : {std::pair(220.0, 3.0), {215.0, 2.5}, {225.0, 3.2}}) {
+        const fluid::Mixture& mixture = accepted(0.7, 0.3);
+        const FluidState state = stateAt(T, P);
+        ASSERT_TRUE(state.split) << T << ' ' << P;
+        const auto table = propertiesAt(mixture, state, {}, Amount::Mole);
+        EXPECT_EQ(table.heads,
+                  (StateTable::Row{"property", "unit", "phase X", "phase Y", "whole"}));
+        const double share = (numberAt(table, V, 2) - numberAt(table, V, 0)) /
+                             (numberAt(table, V, 1) - numberAt(table, V, 0));
+        for (const std::size_t column : {0U, 1U, 2U}) {
+            const auto at = [&](std::size_t line) { return numberAt(table, line, column); };
+            const double scale = std::abs(at(H));
+            EXPECT_LT(Error(at(H), at(U) + P * at(V), scale), 1e-13);
+            EXPECT_LT(Error(at(G), at(H) - T * at(S), scale), 1e-13);
+            EXPECT_LT(Error(at(A), at(U) - T * at(S), scale), 1e-13);
+            EXPECT_LT(RelativeError(at(Z), P * at(V) / (fluid::R * T)), 1e-12);
+        }
+        for (const std::size_t line : {U, H, S, A, G}) {
+            EXPECT_LT(
+                RelativeError(numberAt(table, line, 2), (1.0 - share) * numberAt(table, line, 0) +
+                                                            share * numberAt(table, line, 1)),
+                1e-12);
+        }
+        // A gas has one potential in both phases, and the mean of all is the Gibbs energy.
+        const auto gases = procedures::potentialsAt(mixture, state, {});
+        ASSERT_EQ(gases.lines.size(), 4U);
+        double G = 0.0;
+        for (const std::size_t k : {0U, 1U}) {
+            const double potential = numberAt(gases, k, 1);
+            EXPECT_LT(RelativeError(numberAt(gases, k + 2, 1), potential), 1e-12);
+            EXPECT_LT(
+                Error((1.0 - share) * numberAt(gases, k, 0) + share * numberAt(gases, k + 2, 0),
+                      mixture.z[k], 1.0),
+                1e-12);
+            G += mixture.z[k] * potential;
+        }
+        EXPECT_LT(RelativeError(G, numberAt(table, Line::G, 2)), 1e-12);
+        // One mole of each phase weighs its own.
+        const auto perMass = propertiesAt(mixture, state, {}, Amount::Kilogram);
+        for (const std::size_t column : {0U, 1U, 2U}) {
+            EXPECT_LT(
+                RelativeError(numberAt(perMass, V, column), 1.0 / numberAt(table, Density, column)),
+                1e-12);
+            EXPECT_LT(RelativeError(numberAt(perMass, H, column),
+                                    numberAt(table, H, column) / numberAt(table, V, column) /
+                                        numberAt(table, Density, column)),
+                      1e-12);
+        }
+    }
+}
+
+/// The slope of the enthalpy over the temperature is Cp, and along the saturation curve of a pure
+/// gas the pressure rises as Clausius and Clapeyron have it.
+TEST(PropertyTables, NeighbouringStatesAgree) {
+    const fluid::Mixture& mixture = accepted(1.0);
+    const auto at = [&](double T, double P, std::size_t volume, std::size_t line) {
+        return numberAt(propertiesAt(mixture, stateAt(T, P), volume, Amount::Mole), line, 2);
+    };
+    constexpr double step = 1e-3;
+    EXPECT_LT(
+        RelativeError((at(300.0 + step, 8.0, 0, 4) - at(300.0 - step, 8.0, 0, 4)) / 2.0 / step,
+                      at(300.0, 8.0, 0, 9)),
+        1e-7);
+    const auto saturation = [&](double T) {
+        return fluid::FindHomogenisationPoints(mixture, fluid::Given::Temperature, T,
+                                               fluid::Homogenisation::IntoLiquid)
+            .points.at(0)
+            .P;
+    };
+    const double T = 280.0;
+    const double P = saturation(T);
+    const double slope = (saturation(T + step) - saturation(T - step)) / 2.0 / step;
+    EXPECT_LT(
+        RelativeError(slope, (at(T, P, 2, 5) - at(T, P, 0, 5)) / (at(T, P, 2, 0) - at(T, P, 0, 0))),
+        1e-6);
+}
+
+TEST(PropertyTables, RowsHaveFixedDecimalsOnTheScreenAndAllDigitsInCopies) {
+    const fluid::Mixture& mixture = accepted(0.7, 0.3);
+    const auto table = propertiesAt(mixture, stateAt(300.0, 10.0), 0, Amount::Mole);
+    const auto& enthalpy = table.lines.at(4);
+    EXPECT_EQ(rowOf(enthalpy, Digits::Shown),
+              (StateTable::Row{"enthalpy", "J/mol", "-297769.027", "-3969.194", "-301738.221"}));
+    const auto full = rowOf(enthalpy, Digits::Full);
+    EXPECT_GT(full[4].size(), 15U);
+    EXPECT_EQ(std::stod(full[4]), enthalpy.numbers[2].value);
+    EXPECT_EQ(rowOf(table.lines.at(10), Digits::Shown)[3], "");  // Cp/Cv has no residual part
+}
+
+TEST(PropertyTables, WhatIsMissingHasItsReasonAndWhatIsNotStableItsName) {
+    const fluid::Mixture& mixture = accepted(0.7, 0.3);
+    struct Case {
+        double T, P;
+        std::size_t volume;
+        std::string head, note;
+    };
+    const std::vector<Case> cases = {{220.0, 3.0, 0, "total (meta-stable)", ""},
+                                     {220.0, 3.0, 1, "total (unstable)", ""},
+                                     {150.0, 0.1, 1, "total (unstable)", "mechanically unstable"},
+                                     {300.0, 10.0, 0, "total", ""},
+                                     {7000.0, 10.0, 0, "total", "ideal-gas data"},
+                                     {300.0, 1e-303, 0, "total", "too large for a number"}};
+    for (const Case& c : cases) {
+        const auto table = propertiesAt(mixture, stateAt(c.T, c.P), c.volume, Amount::Mole);
+        SCOPED_TRACE(testing::Message() << c.T << " K " << c.P << " MPa");
+        EXPECT_EQ(table.heads.back(), c.head);
+        EXPECT_TRUE(c.note.empty() ? table.note.empty()
+                                   : table.note.find(c.note) != std::string::npos)
+            << table.note;
+        const auto gases = procedures::potentialsAt(mixture, stateAt(c.T, c.P), c.volume);
+        for (const auto* const each : {&table, &gases}) {
+            for (const auto& line : each->lines) {
+                for (const std::string& cell : rowOf(line, Digits::Shown)) {
+                    EXPECT_TRUE(cell.find("nan") == std::string::npos && cell != "inf") << cell;
+                }
+            }
+        }
+    }
+}
+
+}  // namespace
