@@ -116,11 +116,14 @@ void SetDerivatives(const State& state, double idealCp, MixtureProperties& resul
     result.compressibility =
         Whole(P > 0.0 ? std::optional(1.0 / P) : std::nullopt, 1.0 / stiffness);
     result.expansion = Whole(1.0 / T, thermal / stiffness);
+    // (dS/dT)/(dS/dV) = (Cv/T)/(dP/dT)
+    result.isentropicExpansion = Whole(-Cv / RT, -Cv / (T * V * thermal));
     result.soundSpeed = Whole(std::sqrt(idealCp / Cv * RT * perMass),
                               std::sqrt(V * (stiffness + work / Cv) * perMass));
     // V·(T·(dV/dT)/V - 1)/Cp, where T·(dV/dT)/V - 1 = (2a/V² - R·T·b/(V - b)²)/stiffness
     const double excess = 2.0 * attraction / V / V - RT * covolume / free / free;
     result.jouleThomson = Whole(0.0, V * excess / (stiffness * Cv + work));
+    result.secondVirial = Whole(0.0, covolume - attraction / RT);
 }
 
 }  // namespace
@@ -134,6 +137,20 @@ MixtureProperties PropertiesOf(const Mixture& mixture, double T, double P, doubl
     SetEnergies(*state, ideal, result);
     SetDerivatives(*state, ideal.Cp, result);
     return result;
+}
+
+// With y = b/V the coefficient is 0 where R·T = 2a/b·(1 - y)², so that P = a/b²·(2y - 3y²).
+std::vector<InversionPoint> InversionPoints(const Mixture& mixture, double P) {
+    const double aMix = mixture.attraction;
+    const double bMix = mixture.covolume;
+    const double pi = P / aMix * bMix * bMix;
+    if (!(pi > 0.0 && 3.0 * pi < 1.0)) return {};
+    const double dense = (1.0 + std::sqrt(1.0 - 3.0 * pi)) / 3.0;
+    std::vector<InversionPoint> points;
+    for (const double y : {dense, pi / (3.0 * dense)}) {
+        points.push_back({2.0 * aMix / (R * bMix) * (1.0 - y) * (1.0 - y), bMix / y});
+    }
+    return points;
 }
 
 std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(const Mixture& mixture,

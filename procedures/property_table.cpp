@@ -1,5 +1,6 @@
 #include "procedures/property_table.h"
 
+#include <cmath>
 #include <initializer_list>
 #include <utility>
 
@@ -35,7 +36,7 @@ struct Quantity {
     bool addsUp = false;  // over phases, by their amounts
 };
 
-constexpr std::array<Quantity, 15> quantities = {
+constexpr std::array<Quantity, 17> quantities = {
     {{"molar volume", volumeUnit, "cm\u00B3/g", &All::V, otherDecimals, true, true},
      {"density", densityUnit, nullptr, &All::density, otherDecimals},
      {"compressibility factor", "", nullptr, &All::Z, otherDecimals, true, true},
@@ -49,8 +50,11 @@ constexpr std::array<Quantity, 15> quantities = {
      {"heat capacity ratio Cp/Cv", "", nullptr, &All::heatRatio, otherDecimals, false},
      {"isothermal compressibility", "1/MPa", nullptr, &All::compressibility, otherDecimals, false},
      {"thermal expansion", "1/K", nullptr, &All::expansion, otherDecimals, false},
+     {"isentropic expansion", "1/K", nullptr, &All::isentropicExpansion, otherDecimals, false},
      {"speed of sound", "m/s", nullptr, &All::soundSpeed, entropyDecimals, false},
-     {"Joule-Thomson coefficient", "K/MPa", nullptr, &All::jouleThomson, otherDecimals, false}}};
+     {"Joule-Thomson coefficient", "K/MPa", nullptr, &All::jouleThomson, otherDecimals, false},
+     {"second virial coefficient", volumeUnit, "cm\u00B3/g", &All::secondVirial, otherDecimals,
+      false}}};
 
 std::string percentText(double share) {
     constexpr double percent = 100.0;
@@ -136,6 +140,20 @@ std::string stateSentence(const Mixture& mixture, const FluidState& state) {
            " at " + sentenceText(state.P) +
            " MPa: " + phase("X", split.phases.Vx, 1.0 - y, 1.0 - split.volumeFraction) + "; " +
            phase("Y", split.phases.Vy, y, split.volumeFraction) + ".";
+}
+
+std::string inversionSentence(const Mixture& mixture, double P) {
+    std::string temperatures;
+    for (const fluid::InversionPoint& point : fluid::InversionPoints(mixture, P)) {
+        const FluidState state = fluid::StateAt(mixture, point.T, P);
+        constexpr double same = 1e-6;
+        if (state.stable && std::abs(state.volumes[*state.stable].V / point.V - 1.0) < same) {
+            temperatures += (temperatures.empty() ? "" : " and ") + sentenceText(point.T);
+        }
+    }
+    return temperatures.empty()
+               ? "There is no Joule-Thomson inversion at this pressure."
+               : "Joule-Thomson inversion at this pressure: " + temperatures + " Kelvin.";
 }
 
 StateTable::Row rowOf(const StateTable::Line& line, Digits digits) {

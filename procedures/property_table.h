@@ -14,6 +14,9 @@ namespace procedures {
 /// What a fluid is at its temperature and pressure: one stable phase, or two with their shares.
 std::string stateSentence(const fluid::Mixture& mixture, const fluid::FluidState& state);
 
+/// At which temperatures the Joule-Thomson coefficient of the stable fluid changes its sign.
+std::string inversionSentence(const fluid::Mixture& mixture, double P);
+
 /// What an extensive property is given for.
 enum class Amount { Mole, Kilogram };
 

@@ -8,7 +8,7 @@ namespace procedures {
 namespace {
 
 constexpr int noteWidth = 60;  // characters of a line
-constexpr int visibleRows = 15;
+constexpr int visibleRows = 17;
 
 }  // namespace
 
@@ -25,6 +25,7 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
     for (const std::size_t column : {2U, 3U, 4U}) {
         ListBox1.alignAtPoint(column, mostDecimals);
     }
+    Inversion.setUnobtrusive();
     note.wrapAt(noteWidth);
     layOut();
     setDefault(state.calculate);
@@ -33,10 +34,11 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
 
 void ThermodynamicWindow::layOut() {
     using toolkit::Block;
-    setContent(toolkit::column({state.block().atStart(), choice.block(),
-                                Block(toolkit::row({amountOf, Mole, Kilogram})).atStart(),
-                                ListBox1.scrolling(visibleRows).expanding(), reference, note},
-                               toolkit::Spacing::group));
+    setContent(
+        toolkit::column({state.block().atStart(), choice.block(),
+                         Block(toolkit::row({amountOf, Mole, Kilogram})).atStart(),
+                         ListBox1.scrolling(visibleRows).expanding(), reference, Inversion, note},
+                        toolkit::Spacing::group));
 }
 
 void ThermodynamicWindow::Event_Activate() {
@@ -49,6 +51,7 @@ void ThermodynamicWindow::calculate_Action() {
     emptyAll();
     if (const auto typed = state.readNumbers(missingStateSentence)) {
         choice.calculate(*typed);
+        Inversion.setText(inversionSentence(choice.mixture(), typed->P));
     }
 }
 
@@ -71,6 +74,7 @@ void ThermodynamicWindow::Kilogram_Action() {
 void ThermodynamicWindow::emptyAll() {
     state.warning.setText("");
     choice.clear();
+    Inversion.setText("");
     ListBox1.clear();
     note.setText("");
 }

@@ -34,6 +34,7 @@ class ThermodynamicWindow : public toolkit::Screen {
     toolkit::List ListBox1{"ListBox1", {"property", "unit", "ideal gas", "residual", "total"}};
     toolkit::Label reference{"reference",
                              "Energies refer to the elements at 298.15 Kelvin and 0.1 MPa."};
+    toolkit::ResultLabel Inversion{"Inversion"};
     toolkit::Message note{"note"};
 };
 

@@ -111,6 +111,7 @@ TEST(PropertiesTest, PropertiesAreDerivativesOfTheHelmholtzEnergy) {
         compare(all.heatRatio.total, row[20] / row[19], 0.0, growth);
         compare(all.compressibility.total, row[21], 0.0, growth);
         compare(all.expansion.total, row[22], 0.0, growth);
+        compare(all.isentropicExpansion.total, -row[19] / (T * V) * row[21] / row[22], 0.0);
         EXPECT_EQ(all.soundSpeed.total.has_value(), row[23] > 0.0);
         if (row[23] > 0.0) compare(all.soundSpeed.total, std::sqrt(row[23]), 0.0);
         compare(all.jouleThomson.total, row[24], V / std::abs(row[20]));
@@ -189,13 +190,38 @@ TEST(PropertiesTest, DiluteGasTendsToTheIdealOneBySmallResiduals) {
     EXPECT_LT(RelativeError(*all.density.residual / *all.density.total, a / (RT * V) - b / V),
               1e-6);
     EXPECT_LT(RelativeError(*all.S.residual, -fluid::R * a / (RT * V)), 1e-6);
+    EXPECT_LT(RelativeError(*all.Z.residual * V, *all.secondVirial.total), 1e-6);
     EXPECT_LT(RelativeError(*all.H.residual, (RT * b - 2.0 * a) / V), 1e-6);
     EXPECT_LT(RelativeError(*all.jouleThomson.total, (2.0 * a / RT - b) / *all.Cp.total), 1e-6);
     for (const Property& property :
          {all.V, all.density, all.Z, all.U, all.H, all.S, all.Cp, all.heatRatio,
-          all.compressibility, all.expansion, all.soundSpeed}) {
+          all.compressibility, all.expansion, all.isentropicExpansion, all.soundSpeed}) {
         EXPECT_LT(RelativeError(*property.idealGas, *property.total), 1e-6);
     }
+}
+
+// The Joule-Thomson coefficient changes its sign at the inversion points, which end at 9 times the
+// critical pressure.
+TEST(PropertiesTest, CoefficientChangesItsSignAtTheInversionPoints) {
+    AcceptPure(2);
+    const fluid::Mixture& mixture = fluid::AcceptedMixture();
+    for (const double share : {1e-9, 0.5, 5.0, 8.99}) {
+        const double P = share * fluid::Pc[0];
+        const auto points = fluid::InversionPoints(mixture, P);
+        ASSERT_EQ(points.size(), 2U) << share;
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const auto& [T, V] = points[i];
+            EXPECT_LT(Error(fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V), P,
+                            fluid::R * T / V),
+                      1e-12);
+            const auto sign = [&](double at) {
+                return *PropertiesAt(at, P, V).jouleThomson.total > 0.0;
+            };
+            EXPECT_TRUE(sign(T * (1.0 - 1e-9)) && !sign(T * (1.0 + 1e-9))) << share;
+        }
+        EXPECT_LT(points[0].T, points[1].T);
+    }
+    EXPECT_TRUE(fluid::InversionPoints(mixture, 9.01 * fluid::Pc[0]).empty());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <span>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -134,6 +135,34 @@ TEST(PropertyTables, PhasesObeyTheIdentitiesAndAddUpToTheWhole) {
     }
 }
 
+/// From two phases of known state a bulk is mixed, which has their properties by their amounts.
+TEST(PropertyTables, PhasesAndTheirWholeHaveTheGoldenProperties) {
+    const auto points = ReadGolden("phase_equilibria.csv", 27);
+    for (const auto& row : ReadGolden("two_phases.csv", 20)) {
+        const auto& point = points.at(static_cast<std::size_t>(row[0]));
+        Accept(std::span(point).first(fluid::ComponentCount));
+        const fluid::Mixture& mixture = fluid::AcceptedMixture();
+        const double shareOfBulk = point[11] == 0.0 ? 1.0 - row[1] : row[1];
+        fluid::ComponentValues z{};
+        for (std::size_t k = 0; k < mixture.count; ++k) {
+            const double other = point[16 + mixture.index[k]];
+            z[k] = shareOfBulk * mixture.z[k] + (1.0 - shareOfBulk) * other;
+        }
+        const auto bulk = fluid::WithFractions(mixture, z);
+        const FluidState state = fluid::StateAt(bulk, point[12], point[13]);
+        ASSERT_TRUE(state.split) << row[0];
+        const auto table = propertiesAt(bulk, state, {}, Amount::Mole);
+        for (std::size_t i = 0; i < 18; ++i) {
+            constexpr std::size_t lines[] = {0, 3, 4, 5, 6, 7};
+            const double scale = i % 6 == 3 ? fluid::R : i % 6 == 0 ? 0.0 : fluid::R * point[12];
+            EXPECT_LT(Error(numberAt(table, lines[i % 6], i / 6), row[2 + i],
+                            scale + std::abs(row[2 + i])),
+                      1e-11)
+                << row[0] << ' ' << i;
+        }
+    }
+}
+
 /// The slope of the enthalpy over the temperature is Cp, and along the saturation curve of a pure
 /// gas the pressure rises as Clausius and Clapeyron have it.
 TEST(PropertyTables, NeighbouringStatesAgree) {
@@ -158,6 +187,17 @@ TEST(PropertyTables, NeighbouringStatesAgree) {
     EXPECT_LT(
         RelativeError(slope, (at(T, P, 2, 5) - at(T, P, 0, 5)) / (at(T, P, 2, 0) - at(T, P, 0, 0))),
         1e-6);
+}
+
+TEST(PropertyTables, InversionIsGivenWhereTheFluidIsStable) {
+    accepted(0.0, 0.0, 1.0);
+    const auto sentence = [](double P) {
+        return procedures::inversionSentence(fluid::AcceptedMixture(), P);
+    };
+    // The cold point of a low pressure belongs to a liquid that would boil.
+    EXPECT_EQ(sentence(0.1).find(" and "), std::string::npos) << sentence(0.1);
+    EXPECT_NE(sentence(10.0).find(" and "), std::string::npos) << sentence(10.0);
+    EXPECT_EQ(sentence(31.0), "There is no Joule-Thomson inversion at this pressure.");
 }
 
 TEST(PropertyTables, RowsHaveFixedDecimalsOnTheScreenAndAllDigitsInCopies) {
