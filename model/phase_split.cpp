@@ -48,10 +48,10 @@ struct Division {
     double energy(double RT) const { return X.energy(RT) + Y.energy(RT); }
 };
 
-// Solves (matrix + shift) · x = -right by Cholesky's method; false where it is not positive.
-bool SolvePositive(Matrix matrix, double shift, const Vector& right, Vector& x) {
+// Solves matrix · x = -right by Cholesky's method; false where it is not positive.
+bool SolvePositive(Matrix matrix, const Vector& right, Vector& x) {
     for (std::size_t j = 0; j < Unknowns; ++j) {
-        double pivot = matrix[j][j] + shift;
+        double pivot = matrix[j][j];
         for (std::size_t k = 0; k < j; ++k) pivot -= matrix[j][k] * matrix[j][k];
         if (!(pivot > 0.0)) return false;
         matrix[j][j] = std::sqrt(pivot);
@@ -108,8 +108,11 @@ class Minimiser {
     Division start(const TrialCurve& curve, const TrialPhase& trial) const;
     // The bulk condensed as it is to a liquid beside hardly anything.
     Division condensed() const;
+    // What the Hessian is raised by where it is not positive. The more of its ideal part, the more
+    // a step is one of successive substitution, which does not overlook traces.
+    enum class Raise { Unit, Ideal };
     // Whether an equilibrium was reached.
-    bool minimise(Division& division) const;
+    bool minimise(Division& division, Raise raise) const;
     double RT() const { return RT_; }
 
   private:
@@ -126,8 +129,8 @@ class Minimiser {
     Changes changes(const Division& division, const Phase& phase) const;
     Matrix jacobian(const Division& division) const;
     Vector gradient(const Division& division) const;
-    Matrix hessian(const Division& division) const;
-    std::optional<Step> newtonStep(const Division& division, double& shift) const;
+    void hessian(const Division& division, Matrix& whole, Matrix& ideal) const;
+    std::optional<Step> newtonStep(const Division& division, Raise raise, double& shift) const;
     double descend(const Step& step, Division& division) const;
     bool polish(Division& division) const;
 
@@ -264,56 +267,60 @@ Minimiser::Changes Minimiser::changes(const Division& division, const Phase& pha
     return result;
 }
 
-// The second derivatives over the amounts and the volume, taken along the four numbers.
-Matrix Minimiser::hessian(const Division& division) const {
-    Matrix result{};
+// The second derivatives over the amounts and the volume, taken along the four numbers, and the
+// part of them that ideal gases have.
+void Minimiser::hessian(const Division& division, Matrix& whole, Matrix& ideal) const {
+    whole = {};
+    ideal = {};
     for (const Phase* phase : {&division.X, &division.Y}) {
         const Changes change = changes(division, *phase);
         for (std::size_t k = 0; k < Unknowns; ++k) {
             for (std::size_t l = 0; l <= k; ++l) {
-                double ideal = 0.0;
+                double sum = 0.0;
                 for (std::size_t i = 0; i < mixture_.count; ++i) {
-                    ideal += change.c[k][i] * change.c[l][i] / phase->c[i];
+                    sum += change.c[k][i] * change.c[l][i] / phase->c[i];
                 }
-                const double second =
-                    ideal +
+                const double excess =
                     (change.C[k] * change.packing[l] + change.C[l] * change.packing[k]) /
                         phase->free +
                     phase->C * change.packing[k] * change.packing[l] / (phase->free * phase->free) -
                     k_ * change.A[k] * change.A[l];
-                result[k][l] += second * phase->volume;
-                if (k != l) result[l][k] = result[k][l];
+                ideal[k][l] += sum * phase->volume;
+                whole[k][l] += (sum + excess) * phase->volume;
+                ideal[l][k] = ideal[k][l];
+                whole[l][k] = whole[k][l];
             }
         }
     }
-    return result;
 }
 
 // The step of Newton's method, with the shift raised until the Hessian is positive.
-std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division,
+std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division, Raise raise,
                                                      double& shift) const {
     // With fewer than three components some of the four numbers do the same.
     constexpr double Ridge = 1e-13;
-    constexpr double LeastShift = 1e-4;
+    constexpr double LeastShift = 1e-3;
     constexpr double LargestShift = 1e12;
-    Vector slope = gradient(division);
-    Matrix second = hessian(division);
-    Vector scale{};
+    const Vector slope = gradient(division);
+    Matrix whole;
+    Matrix ideal;
+    hessian(division, whole, ideal);
     double weight = 0.0;
     for (std::size_t i = 0; i < mixture_.count; ++i) weight += division.weights[i];
-    for (std::size_t k = 0; k < Unknowns; ++k) scale[k] = 1.0 / std::sqrt(weight);
-    for (std::size_t k = 0; k < Unknowns; ++k) {
-        slope[k] *= scale[k];
-        for (std::size_t l = 0; l < Unknowns; ++l) second[k][l] *= scale[k] * scale[l];
-    }
     Step step;
-    while (!SolvePositive(second, shift + Ridge, slope, step.change)) {
+    for (;;) {
+        Matrix raised = whole;
+        for (std::size_t k = 0; k < Unknowns; ++k) {
+            raised[k][k] += (Ridge + (raise == Raise::Unit ? shift : 0.0)) * weight;
+            if (raise == Raise::Unit) continue;
+            for (std::size_t l = 0; l < Unknowns; ++l) raised[k][l] += shift * ideal[k][l];
+        }
+        if (SolvePositive(raised, slope, step.change)) break;
         shift = std::max(4.0 * shift, LeastShift);
         if (!(shift < LargestShift)) return {};
     }
     for (std::size_t k = 0; k < Unknowns; ++k) {
         step.descent += step.change[k] * slope[k];
-        step.change[k] *= scale[k];
         step.length = std::max(step.length, std::abs(step.change[k]));
     }
     if (!std::isfinite(step.length)) return {};
@@ -390,12 +397,12 @@ bool Minimiser::polish(Division& division) const {
                                std::abs(division.C) < Close * (division.X.C + division.Y.C));
 }
 
-bool Minimiser::minimise(Division& division) const {
+bool Minimiser::minimise(Division& division, Raise raise) const {
     constexpr int StepLimit = 100;
     constexpr double Near = 0.01;  // from where the polish converges
     double shift = 0.0;
     for (int i = 0; i < StepLimit; ++i) {
-        const auto step = newtonStep(division, shift);
+        const auto step = newtonStep(division, raise, shift);
         if (!step || (shift == 0.0 && step->length < Near)) break;
         const double length = descend(*step, division);
         if (length == 0.0) break;
@@ -458,8 +465,9 @@ class Competition {
     void enter(const TrialCurve& curve, const TrialPhase& trial) {
         wait(minimiser_.start(curve, trial));
     }
-    // The same from the best of the phases between the bulk and the trial phase. Where that is made
-    // of a trace, those between hold more of what there is more of.
+    // Where a trial phase is made of traces that are soon used up: what is more stable than the
+    // bulk without them, and so on; and the phases between the bulk and the trial phase, which hold
+    // more of what there is more of.
     void enterWidely(const TrialCurve& curve, const TrialPhase& trial);
     void enterCondensed() { wait(minimiser_.condensed()); }
     // What the start of lowest energy that is left leads to, unless that is known already.
@@ -480,7 +488,28 @@ class Competition {
     std::vector<double> known_;  // energies of the divisions
 };
 
+// The trial phase of the highest level, of those that are more stable than their bulk.
+const TrialPhase* LeadOf(const TrialCurve& curve, const Maxima& maxima, double RT) {
+    const TrialPhase* lead = nullptr;
+    for (const TrialPhase& trial : maxima) {
+        const bool leads = lead == nullptr || trial.levelRT() > lead->levelRT();
+        if (leads && curve.D(trial, RT) > 0.0) lead = &trial;
+    }
+    return lead;
+}
+
 void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) {
+    const Mixture& bulk = curve.mixture();
+    Division depleted = minimiser_.start(curve, trial);
+    for (std::size_t i = 0; i < bulk.count && depleted.possible; ++i) {
+        const Mixture rest = MixtureOf(bulk, depleted.X);
+        const TrialCurve over(rest, 1.0 / depleted.X.u());
+        const Maxima maxima = over.maxima(minimiser_.RT());
+        const TrialPhase* const next = LeadOf(over, maxima, minimiser_.RT());
+        if (next == nullptr) break;
+        depleted = minimiser_.start(over, *next);
+        wait(depleted);
+    }
     constexpr int Parts = 12;
     for (int i = 2; i < Parts; ++i) {
         enter(curve, curve.at(trial.lambda * i / Parts, trial, TrialCurve::Accuracy::Fine));
@@ -495,8 +524,12 @@ std::optional<Division> Competition::next() {
     while (!starts_.empty()) {
         const auto best = std::min_element(starts_.begin(), starts_.end(), isLower);
         Division division = best->division;
+        const Division start = division;
         starts_.erase(best);
-        if (!minimiser_.minimise(division)) continue;
+        if (!minimiser_.minimise(division, Minimiser::Raise::Unit)) {
+            division = start;
+            if (!minimiser_.minimise(division, Minimiser::Raise::Ideal)) continue;
+        }
         const double energy = division.energy(minimiser_.RT());
         const auto isSame = [energy](double known) {
             return std::abs(known - energy) < Rounding * std::abs(energy);
