@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "model/phase_roots.h"
+
 namespace fluid {
 
 namespace {
@@ -449,7 +451,12 @@ double PhaseBoundary::coldestP() const {
 BoundaryPoint PointOf(const Mixture& mixture, const BoundarySample& sample) {
     const double V = mixture.bMix * (1.0 + std::exp(sample.x));
     const double other = sample.other.lambda == 0.0 ? V : sample.other.volume();
-    return {std::exp(sample.lnT), std::exp(sample.lnP), V, other};
+    const double T = std::exp(sample.lnT);
+    const double otherARoot = sample.other.H * other;
+    const bool areLiquids =
+        IsLiquid(mixture.aRootMix * mixture.aRootMix, mixture.bMix, T, V) &&
+        IsLiquid(otherARoot * otherARoot, sample.other.packing * other, T, other);
+    return {T, std::exp(sample.lnP), V, other, areLiquids};
 }
 
 PhasePair PairOf(const Mixture& mixture, const BoundarySample& sample) {

@@ -12,10 +12,11 @@ namespace fluid {
 // A state at which the mixture, stable as one phase, coexists with a trace of another phase.
 // Derived in docs/phase_equilibria.md.
 struct BoundaryPoint {
-    double T = 0.0;       // K
-    double P = 0.0;       // MPa
-    double V = 0.0;       // cm3/mol
-    double otherV = 0.0;  // molar volume of the other phase; V itself at a critical point
+    double T = 0.0;           // K
+    double P = 0.0;           // MPa
+    double V = 0.0;           // cm3/mol
+    double otherV = 0.0;      // molar volume of the other phase; V itself at a critical point
+    bool twoLiquids = false;  // both are liquids, so that it is neither a bubble nor a dew point
 
     // The other phase of a bubble point is of larger molar volume, that of a dew point of smaller.
     Homogenisation kind() const {

@@ -21,6 +21,18 @@ double VapourRoot(const CubicRoots& roots, double bMix) {
     return chosen;
 }
 
+bool IsLiquid(double aMix, double bMix, double T, double V) {
+    return V < 3.0 * bMix && 27.0 * R * T * bMix < 8.0 * aMix;
+}
+
+bool AreTwoLiquids(const Mixture& mixture, const PhasePair& pair) {
+    const auto isLiquid = [&](const ComponentValues& x, double V) {
+        const Mixture phase = WithFractions(mixture, x);
+        return IsLiquid(phase.attraction, phase.covolume, pair.T, V);
+    };
+    return isLiquid(pair.x, pair.Vx) && isLiquid(pair.y, pair.Vy);
+}
+
 bool TakesItsRoots(const Mixture& mixture, const PhasePair& pair) {
     const auto takes = [&](const ComponentValues& x, double V, auto choice) {
         const Mixture phase = WithFractions(mixture, x);

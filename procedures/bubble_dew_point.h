@@ -1,12 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
-#include "model/first_approach.h"
-#include "model/fluid_model.h"
-#include "model/homogenisation.h"
-#include "model/phase_equilibrium.h"
+#include "procedures/homogenisation_conditions.h"
 #include "procedures/phase_lists.h"
 #include "procedures/temperature_unit.h"
 #include "toolkit/button.h"
@@ -18,7 +16,7 @@
 
 namespace procedures {
 
-/// The temperature or pressure at which a fluid inclusion homogenises into liquid or vapour.
+/// The temperature or pressure at which a fluid inclusion homogenizes into liquid or vapour.
 class BubbleDewPoint : public toolkit::Screen {
   public:
     explicit BubbleDewPoint(toolkit::ScreenHost& host);
@@ -35,8 +33,6 @@ class BubbleDewPoint : public toolkit::Screen {
     void VapourMode_Action();
     void FirstApproach_Action();
     void calculate_Action();
-    void ListBoxPhaseX_CellTextChange();
-    void ListBoxPhaseY_CellTextChange();
     void Clear_Action();
     void Explanations_Action();
 
@@ -49,22 +45,14 @@ class BubbleDewPoint : public toolkit::Screen {
     void temperatureUnitChosen();
     void emptyResults();
     void emptyAll();
+    void refuse();
 
-    fluid::Given given() const;
-    fluid::Homogenisation kind() const;
-    bool hasMode() const;
-    /// The given temperature in K or pressure in MPa; nothing where it is no usable number.
-    std::optional<double> givenValue() const;
+    /// Nothing where a choice is missing, or the given quantity is no number above 0.
+    std::optional<HomogenisationInput> read() const;
     /// The first approach in the entry and the lists; nothing where a part of it is unusable.
-    std::optional<fluid::PhaseGuess> guess() const;
-    /// The sought quantity as the screen has it, MPa or the chosen unit of temperature.
-    double shownUnknown(double unknown) const;
-    void showApproach(const fluid::PhaseGuess& approach);
-    /// What is to be said where there is not just one point: how many there are, or why none.
-    std::string pointsSentence() const;
-    std::string nowhereSentence() const;
-    void showResult(const fluid::HomogenisationResult& result);
-    void showPhases(const fluid::PhasePair& phases);
+    std::optional<fluid::PhaseGuess> readApproach(const HomogenisationInput& input) const;
+    /// Goes on to the next point where one is shown.
+    void showApproach(const HomogenisationInput& input);
 
     toolkit::RadioGroup quantityGroup;
     toolkit::RadioButton RadioButtonTh{quantityGroup, "RadioButtonTh",
@@ -86,22 +74,15 @@ class BubbleDewPoint : public toolkit::Screen {
     toolkit::Caption Homogen{"Homogen", ""};
     toolkit::Entry dataEntry2{"dataEntry2", 20};
     toolkit::Label Dimension{"Dimension", ""};
-    ApproachList approachX{"X"};
-    ApproachList approachY{"Y"};
+    ApproachLists approach;
     toolkit::Button Clear{"Clear", "clear"};
     toolkit::Button Explanations{"Explanations", "explanation"};
     toolkit::Button calculate{"calculate", "calculate"};
-    toolkit::Message warning{"warning"};
     toolkit::Caption Homogen2{"Homogen2", ""};
-    toolkit::ResultLabel Answer{"Answer"};
     toolkit::Label Dimension2{"Dimension2", ""};
-    toolkit::ResultLabel Iterations{"Iterations"};
-    PhaseResult phaseX{"X", false};
-    PhaseResult phaseY{"Y", false};
+    ResultPanel results{"Iterations", false};
 
-    // The points found by the last search, and the one that is shown.
-    fluid::HomogenisationPoints points_;
-    std::size_t shownPoint_ = 0;
+    std::optional<std::size_t> point_;  // the number of the one that is shown
 };
 
 }  // namespace procedures

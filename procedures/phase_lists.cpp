@@ -3,7 +3,9 @@
 #include <utility>
 #include <vector>
 
+#include "model/fluid_model.h"
 #include "procedures/units.h"
+#include "toolkit/event.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
@@ -11,113 +13,190 @@ namespace procedures {
 namespace {
 
 constexpr int visibleGases = 5;
-constexpr int quantityDecimals = 6;
-constexpr int fractionDecimals = 8;
+constexpr int lineWidth = 50;  // characters
+constexpr int messageLines = 2;
+constexpr std::size_t fractionColumn = 1;
 
-std::size_t presentGases() {
-    return fluid::AcceptedMixture().count;
+void editClicked(toolkit::List& list) {
+    const toolkit::List::Cell& cell = list.clickedCell();
+    if (cell.column == fractionColumn) {
+        list.editCell(cell.row);
+    }
 }
 
-std::string gasAt(std::size_t k) {
-    return std::string(fluid::AcceptedMixture().formula(k));
-}
-
-}  // namespace
-
-ApproachList::ApproachList(const std::string& phase)
-    : caption_("Approach" + phase, "Phase " + phase),
-      list("ListBoxPhase" + phase, {"gas", "fraction"}) {
-    list.setEditable(1);
-    list.setAccessibleName("first approach, composition of phase " + phase);
-}
-
-toolkit::Block ApproachList::block() {
-    return toolkit::column({caption_, list.scrolling(visibleGases).expanding()});
-}
-
-void ApproachList::show(const fluid::ComponentValues& fractions) {
+void showApproach(toolkit::List& list, const std::vector<std::string>& gases,
+                  const fluid::ComponentValues& fractions) {
     std::vector<toolkit::List::Row> rows;
-    for (std::size_t k = 0; k < presentGases(); ++k) {
-        rows.push_back({gasAt(k), toolkit::numberText(fractions[k])});
+    for (const std::string& gas : gases) {
+        rows.push_back({gas, toolkit::numberText(fractions[rows.size()])});
     }
     list.setRows(rows);
 }
 
-std::optional<fluid::ComponentValues> ApproachList::fractions() const {
+bool readFractions(const toolkit::List& list, std::size_t count,
+                   fluid::ComponentValues& fractions) {
     const std::vector<toolkit::List::Row> rows = list.rows();
-    if (rows.size() != presentGases()) {
-        return std::nullopt;
-    }
-    fluid::ComponentValues fractions{};
     for (std::size_t k = 0; k < rows.size(); ++k) {
-        const std::optional<double> fraction = toolkit::parseNumber(rows[k][1]);
+        const std::optional<double> fraction = toolkit::parseNumber(rows[k][fractionColumn]);
         if (!fraction || *fraction < 0.0 || *fraction > 1.0) {
-            return std::nullopt;
+            return false;
         }
         fractions[k] = *fraction;
     }
-    return fractions;
+    return rows.size() == count;
 }
 
-PhaseResult::PhaseResult(std::string phase, bool withFraction)
+std::vector<toolkit::List::Row> column(const std::vector<std::string>& texts) {
+    std::vector<toolkit::List::Row> rows;
+    for (const std::string& text : texts) {
+        rows.push_back({text});
+    }
+    return rows;
+}
+
+}  // namespace
+
+ApproachLists::ApproachLists()
+    : ListBoxPhaseX("ListBoxPhaseX", {"gas", "fraction"}),
+      ListBoxPhaseY("ListBoxPhaseY", {"gas", "fraction"}) {
+    for (toolkit::List* const list : {&ListBoxPhaseX, &ListBoxPhaseY}) {
+        list->setEditable(fractionColumn);
+    }
+    ListBoxPhaseX.setAccessibleName("first approach, composition of phase X");
+    ListBoxPhaseY.setAccessibleName("first approach, composition of phase Y");
+    ListBoxPhaseX.onCellClick(this, &ApproachLists::ListBoxPhaseX_CellClick);
+    ListBoxPhaseY.onCellClick(this, &ApproachLists::ListBoxPhaseY_CellClick);
+    ListBoxPhaseX.onCellTextChange(this, &ApproachLists::ListBoxPhaseX_CellTextChange);
+    ListBoxPhaseY.onCellTextChange(this, &ApproachLists::ListBoxPhaseY_CellTextChange);
+}
+
+toolkit::Block ApproachLists::block() {
+    const auto side = [](toolkit::Label& caption, toolkit::List& list) {
+        return toolkit::column({caption, list.scrolling(visibleGases).expanding()}).expanding();
+    };
+    return toolkit::row({side(captionX_, ListBoxPhaseX), side(captionY_, ListBoxPhaseY)});
+}
+
+void ApproachLists::show(const fluid::Mixture& mixture, const fluid::PhaseGuess& guess) {
+    const std::vector<std::string> gases = gasesOf(mixture);
+    showApproach(ListBoxPhaseX, gases, guess.x);
+    showApproach(ListBoxPhaseY, gases, guess.y);
+}
+
+void ApproachLists::clear() {
+    ListBoxPhaseX.clear();
+    ListBoxPhaseY.clear();
+}
+
+std::optional<fluid::PhaseGuess> ApproachLists::guess(const fluid::Mixture& mixture,
+                                                      double unknown) const {
+    fluid::PhaseGuess guess;
+    guess.unknown = unknown;
+    const bool isUsable = readFractions(ListBoxPhaseX, mixture.count, guess.x) &&
+                          readFractions(ListBoxPhaseY, mixture.count, guess.y);
+    return isUsable ? std::optional(guess) : std::nullopt;
+}
+
+void ApproachLists::ListBoxPhaseX_CellClick() {
+    editClicked(ListBoxPhaseX);
+}
+
+void ApproachLists::ListBoxPhaseY_CellClick() {
+    editClicked(ListBoxPhaseY);
+}
+
+void ApproachLists::ListBoxPhaseX_CellTextChange() {
+    toolkit::runHandler(changed_, ListBoxPhaseX.name().c_str());
+}
+
+void ApproachLists::ListBoxPhaseY_CellTextChange() {
+    toolkit::runHandler(changed_, ListBoxPhaseY.name().c_str());
+}
+
+PhaseLists::PhaseLists(std::string phase, bool withFraction)
     : phase_(std::move(phase)),
       withFraction_(withFraction),
-      heading("Phase" + phase_ + "1", "Phase " + phase_),
-      volume("ListBoxVm" + phase_, {"Molar Volume (cm3/mol)"}),
-      density("ListBoxD" + phase_, {"Density (g/cm3)"}),
-      volumeFraction("ListBoxFrac" + phase_, {"Volume fraction"}),
-      gases("ListBoxPhase" + phase_ + "1", {"gas"}),
-      fractions("ListBoxPhase" + phase_ + "2", {"fraction"}) {
+      heading_("Phase" + phase_ + "1", "Phase " + phase_),
+      volume_("ListBoxVm" + phase_, {"Molar Volume (cm3/mol)"}),
+      density_("ListBoxD" + phase_, {"Density (g/cm3)"}),
+      volumeFraction_("ListBoxFrac" + phase_, {"Volume fraction"}),
+      gases_("ListBoxPhase" + phase_ + "1", {"gas"}),
+      fractions_("ListBoxPhase" + phase_ + "2", {"fraction"}) {
     const std::string ofPhase = " of phase " + phase_;
-    volume.setAccessibleName("molar volume" + ofPhase);
-    density.setAccessibleName("density" + ofPhase);
-    volumeFraction.setAccessibleName("volume fraction" + ofPhase);
-    gases.setAccessibleName("gases" + ofPhase);
-    gases.showAllColumns();
-    fractions.setAccessibleName("fractions" + ofPhase);
+    volume_.setAccessibleName("molar volume" + ofPhase);
+    density_.setAccessibleName("density" + ofPhase);
+    volumeFraction_.setAccessibleName("volume fraction" + ofPhase);
+    gases_.setAccessibleName("gases" + ofPhase);
+    gases_.showAllColumns();
+    fractions_.setAccessibleName("fractions" + ofPhase);
 }
 
-toolkit::Block PhaseResult::block() {
+toolkit::Block PhaseLists::block() {
     using toolkit::Spacing;
-    std::vector<toolkit::Block> quantities = {volume.framed(1).expanding(),
-                                              density.framed(1).expanding()};
+    std::vector<toolkit::Block> quantities = {volume_.framed(1).expanding(),
+                                              density_.framed(1).expanding()};
     if (withFraction_) {
-        quantities.push_back(volumeFraction.framed(1).expanding());
+        quantities.push_back(volumeFraction_.framed(1).expanding());
     }
-    const toolkit::Block gasBlock = gases.scrolling(visibleGases);
-    const toolkit::Block fractionBlock = fractions.scrolling(visibleGases, &gases);
+    const toolkit::Block gasBlock = gases_.scrolling(visibleGases);
+    const toolkit::Block fractionBlock = fractions_.scrolling(visibleGases, &gases_);
     const toolkit::Block composition =
         toolkit::row({gasBlock, fractionBlock.expanding()}, Spacing::related);
     return toolkit::column(
-        {heading, toolkit::row(quantities, Spacing::related), composition.expanding()});
+        {heading_, toolkit::row(quantities, Spacing::related), composition.expanding()});
 }
 
-void PhaseResult::showUnits() {
-    volume.setHeads({std::string("Molar Volume (") + volumeUnit + ")"});
-    density.setHeads({std::string("Density (") + densityUnit + ")"});
+void PhaseLists::showUnits() {
+    volume_.setHeads({std::string("Molar Volume (") + volumeUnit + ")"});
+    density_.setHeads({std::string("Density (") + densityUnit + ")"});
 }
 
-void PhaseResult::clear() {
-    setRole("");
-    for (toolkit::List* const list : {&volume, &density, &volumeFraction, &gases, &fractions}) {
-        list->clear();
+void PhaseLists::show(const fluid::Mixture& mixture, const std::optional<PhaseTexts>& texts) {
+    heading_.setText("Phase " + phase_ + (texts ? texts->role : ""));
+    if (!texts) {
+        for (toolkit::List* const list :
+             {&volume_, &density_, &volumeFraction_, &gases_, &fractions_}) {
+            list->clear();
+        }
+        return;
     }
+    volume_.setRows({{texts->volume}});
+    density_.setRows({{texts->density}});
+    volumeFraction_.setRows({{texts->volumeFraction}});
+    gases_.setRows(column(gasesOf(mixture)));
+    fractions_.setRows(column(texts->fractions));
 }
 
-void PhaseResult::show(const fluid::ComponentValues& amounts, double V, const std::string& share) {
-    const double rho =
-        fluid::MolarVolumeFromDensity(fluid::WithFractions(fluid::AcceptedMixture(), amounts), V);
-    volume.setRows({{toolkit::resultText(V, quantityDecimals)}});
-    density.setRows({{toolkit::resultText(rho, quantityDecimals)}});
-    volumeFraction.setRows({{share}});
-    std::vector<toolkit::List::Row> names;
-    std::vector<toolkit::List::Row> values;
-    for (std::size_t k = 0; k < presentGases(); ++k) {
-        names.push_back({gasAt(k)});
-        values.push_back({toolkit::resultText(amounts[k], fractionDecimals)});
-    }
-    gases.setRows(names);
-    fractions.setRows(values);
+ResultPanel::ResultPanel(const std::string& reportName, bool withFractions)
+    : report(reportName), x_("X", withFractions), y_("Y", withFractions) {
+    report.setUnobtrusive();
+    report.wrapAt(lineWidth);
+    warning.wrapAt(lineWidth);
+}
+
+toolkit::Block ResultPanel::block(toolkit::Caption& caption, toolkit::Label& unit) {
+    return toolkit::column(
+        {toolkit::row({caption, Answer, unit}), toolkit::Block(report).atLeast(0, messageLines),
+         x_.block().expanding(), y_.block().expanding()},
+        toolkit::Spacing::group);
+}
+
+void ResultPanel::showUnits() {
+    x_.showUnits();
+    y_.showUnits();
+}
+
+void ResultPanel::show(const fluid::Mixture& mixture, const PhaseResults& results) {
+    Answer.setUnobtrusive(!results.isSolution);
+    Answer.setText(results.answer);
+    report.setText(results.report);
+    warning.setText(results.warning);
+    x_.show(mixture, results.x);
+    y_.show(mixture, results.y);
+}
+
+void ResultPanel::clear() {
+    show({}, {});
 }
 
 }  // namespace procedures

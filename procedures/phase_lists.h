@@ -3,60 +3,92 @@
 #include <optional>
 #include <string>
 
-#include "model/fluid_model.h"
+#include "model/phase_equilibrium.h"
+#include "procedures/phase_results.h"
 #include "toolkit/label.h"
 #include "toolkit/layout.h"
 #include "toolkit/list.h"
 
+// Parts of the screens of phase equilibria.
 namespace procedures {
 
-/// The first approach to the composition of one phase: a list whose fractions the user may edit.
-class ApproachList {
+/// The first approach to the compositions of both phases: two lists whose fractions the user may
+/// edit.
+class ApproachLists {
   public:
-    /// `phase`: "X" or "Y".
-    explicit ApproachList(const std::string& phase);
+    ApproachLists();
 
+    /// `function` runs when the user has changed a fraction.
+    template <class Object, class Base>
+    void onChange(Object* object, void (Base::*function)()) {
+        changed_ = toolkit::member(object, function);
+    }
+    /// The lists side by side.
     toolkit::Block block();
-    void show(const fluid::ComponentValues& fractions);
-    void clear() { list.clear(); }
-    /// The fractions in the list at the compact positions; nothing where one of them is no number
-    /// from 0 to 1, or where the list is empty.
-    std::optional<fluid::ComponentValues> fractions() const;
+    void show(const fluid::Mixture& mixture, const fluid::PhaseGuess& guess);
+    void clear();
+    bool isEmpty() const { return ListBoxPhaseX.isEmpty(); }
+    /// The guess of these compositions and of the unknown quantity; nothing where a fraction is no
+    /// number from 0 to 1, or where the lists are empty.
+    std::optional<fluid::PhaseGuess> guess(const fluid::Mixture& mixture, double unknown) const;
 
   private:
-    toolkit::Label caption_;
+    void ListBoxPhaseX_CellClick();
+    void ListBoxPhaseY_CellClick();
+    void ListBoxPhaseX_CellTextChange();
+    void ListBoxPhaseY_CellTextChange();
 
-  public:
-    toolkit::List list;
+    toolkit::Handler changed_;
+    toolkit::Label captionX_{"ApproachX", "Phase X"};
+    toolkit::Label captionY_{"ApproachY", "Phase Y"};
+    toolkit::List ListBoxPhaseX;
+    toolkit::List ListBoxPhaseY;
 };
 
 /// A phase of the result: its heading, molar volume, density and composition.
-class PhaseResult {
+class PhaseLists {
   public:
-    /// `withFraction`: whether the share of the phase in the volume is shown as well.
-    PhaseResult(std::string phase, bool withFraction);
+    /// `phase`: "X" or "Y"; `withFraction`: whether the share of the phase in the volume is shown
+    /// as well.
+    PhaseLists(std::string phase, bool withFraction);
 
     toolkit::Block block();
     void showUnits();
-    /// Empties the lists, and the heading to "Phase X" or "Phase Y".
-    void clear();
-    /// `V` in cm3/mol, `volumeFraction` as it is to be shown.
-    void show(const fluid::ComponentValues& fractions, double V,
-              const std::string& volumeFraction = {});
-    /// Adds to the heading "Phase X" or "Phase Y".
-    void setRole(const std::string& role) { heading.setText("Phase " + phase_ + role); }
+    /// Shows this phase; without one the lists are empty.
+    void show(const fluid::Mixture& mixture, const std::optional<PhaseTexts>& texts);
 
   private:
     std::string phase_;
     bool withFraction_;
+    toolkit::Heading heading_;
+    toolkit::List volume_;
+    toolkit::List density_;
+    toolkit::List volumeFraction_;
+    toolkit::List gases_;
+    toolkit::List fractions_;
+};
 
+/// Everything that shows a result: the answer, how the iteration ended, both phases, and the
+/// message.
+class ResultPanel {
   public:
-    toolkit::Heading heading;
-    toolkit::List volume;
-    toolkit::List density;
-    toolkit::List volumeFraction;
-    toolkit::List gases;
-    toolkit::List fractions;
+    /// `reportName`: the control name of the line on the iteration; `withFractions`: as for
+    /// PhaseLists.
+    ResultPanel(const std::string& reportName, bool withFractions);
+
+    /// The answer between its caption and its unit, and the phases below it.
+    toolkit::Block block(toolkit::Caption& caption, toolkit::Label& unit);
+    void showUnits();
+    void show(const fluid::Mixture& mixture, const PhaseResults& results);
+    void clear();
+
+    toolkit::ResultLabel Answer{"Answer"};
+    toolkit::ResultLabel report;
+    toolkit::Message warning{"warning"};
+
+  private:
+    PhaseLists x_;
+    PhaseLists y_;
 };
 
 }  // namespace procedures

@@ -1,14 +1,12 @@
 #include "procedures/temperature_unit.h"
 
-#include <utility>
-
 #include "toolkit/event.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
 
-TemperatureUnit::TemperatureUnit(const std::string& boxName, std::string celsius)
-    : celsius_(std::move(celsius)),
+TemperatureUnit::TemperatureUnit(const std::string& boxName, const char* celsius)
+    : celsius_(celsius),
       box(boxName, "Temp. Unit"),
       Celsius(group_, "Celsius", " ˚Celsius"),
       Kelvin(group_, "Kelvin", " Kelvin") {
@@ -22,7 +20,7 @@ toolkit::Block TemperatureUnit::block() {
 }
 
 TemperatureScale TemperatureUnit::scale() const {
-    return Celsius.isOn() ? TemperatureScale{celsius_, zeroCelsius} : TemperatureScale{"Kelvin"};
+    return Celsius.isOn() ? TemperatureScale{celsius_, zeroCelsius} : TemperatureScale{};
 }
 
 void TemperatureUnit::Celsius_Action() {
@@ -34,7 +32,7 @@ void TemperatureUnit::Kelvin_Action() {
 }
 
 TemperatureEntry::TemperatureEntry(const std::string& boxName, const std::string& unitName,
-                                   const std::string& celsius)
+                                   const char* celsius)
     : unitLabel(unitName, "Kelvin"), unit(boxName, celsius) {
     Temperature.setTarget(dataEntryT, unitLabel);
     dataEntryT.onTextChange(this, &TemperatureEntry::dataEntryT_TextChange);

@@ -16,7 +16,7 @@ class TemperatureUnit {
   public:
     /// `boxName`: the control name of the group box; `celsius`: what stands beside temperatures in
     /// that unit.
-    explicit TemperatureUnit(const std::string& boxName, std::string celsius = "˚Celsius");
+    explicit TemperatureUnit(const std::string& boxName, const char* celsius = "˚Celsius");
 
     /// `function` runs when the unit has become another.
     template <class Object, class Base>
@@ -36,7 +36,7 @@ class TemperatureUnit {
     void Celsius_Action();
     void Kelvin_Action();
 
-    std::string celsius_;
+    const char* celsius_;
     toolkit::Handler changed_;
     toolkit::RadioGroup group_;
 
@@ -53,7 +53,7 @@ class TemperatureEntry {
     /// `boxName` and `unitName`: the control names of the group box and of the unit label;
     /// `celsius`: as for TemperatureUnit.
     TemperatureEntry(const std::string& boxName, const std::string& unitName,
-                     const std::string& celsius = "˚Celsius");
+                     const char* celsius = "˚Celsius");
 
     /// `function` runs when the text or the unit has become another.
     template <class Object, class Base>

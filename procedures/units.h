@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 namespace procedures {
 
 inline constexpr double zeroCelsius = 273.15;  // K
@@ -12,7 +10,7 @@ inline constexpr const char* volumeUnit = "cm\u00B3/mol";
 
 /// A unit of temperature: its name as it stands beside an entry or a result, and its 0 in K.
 struct TemperatureScale {
-    std::string name;
+    const char* name = "Kelvin";
     double zero = 0.0;
 
     double toKelvin(double number) const { return number + zero; }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "toolkit/announcement.h"
+#include "toolkit/editable_text.h"
 #include "toolkit/event.h"
 
 namespace toolkit {
@@ -36,6 +37,7 @@ Button::Button(std::string name, std::string caption)
     gtk_widget_set_can_default(widget(), TRUE);
     const auto onClicked = +[](GtkButton* button, gpointer data) {
         const auto* const self = static_cast<Button*>(data);
+        finishCellEdit(GTK_WIDGET(button));  // by its mnemonic it is pressed from within an editor
         const Announcement announcement(GTK_WIDGET(button));
         runHandler(self->click_, self->name().c_str());
     };

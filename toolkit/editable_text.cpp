@@ -27,6 +27,16 @@ void onInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* positi
     }
 }
 
+/// The editor of a cell in the window of `widget`; null where none is open.
+GtkWidget* cellEditorBeside(GtkWidget* widget) {
+    GtkWidget* const window = gtk_widget_get_toplevel(widget);
+    GtkWidget* const focus =
+        GTK_IS_WINDOW(window) ? gtk_window_get_focus(GTK_WINDOW(window)) : nullptr;
+    const bool isEditor = focus != nullptr && GTK_IS_CELL_EDITABLE(focus) &&
+                          GTK_IS_TREE_VIEW(gtk_widget_get_parent(focus));
+    return isEditor ? focus : nullptr;
+}
+
 }  // namespace
 
 bool canEdit(GtkWidget* widget, EditCommand command) {
@@ -81,6 +91,24 @@ void edit(GtkWidget* widget, EditCommand command) {
 
 void limitCharacters(GtkWidget* widget) {
     g_signal_connect(widget, "insert-text", G_CALLBACK(&onInsert), nullptr);
+}
+
+bool isCellEdited(GtkWidget* widget) {
+    return cellEditorBeside(widget) != nullptr;
+}
+
+void finishCellEdit(GtkWidget* widget) {
+    GtkWidget* const editor = cellEditorBeside(widget);
+    if (editor != nullptr) {
+        endCellEdit(editor);
+    }
+}
+
+void endCellEdit(GtkWidget* editor) {
+    g_object_ref(editor);
+    gtk_cell_editable_editing_done(GTK_CELL_EDITABLE(editor));
+    gtk_cell_editable_remove_widget(GTK_CELL_EDITABLE(editor));
+    g_object_unref(editor);
 }
 
 }  // namespace toolkit

@@ -17,4 +17,11 @@ constexpr int mostCharacters = 1000;
 /// it, so that what is left is never another number.
 void limitCharacters(GtkWidget* widget);
 
+/// Whether a cell of a list is being edited in the window of `widget`.
+bool isCellEdited(GtkWidget* widget);
+/// Ends that, as Enter does: the cell keeps what was typed.
+void finishCellEdit(GtkWidget* widget);
+/// The same of the editor itself.
+void endCellEdit(GtkWidget* editor);
+
 }  // namespace toolkit

@@ -44,6 +44,21 @@ void Entry::setText(const std::string& text) {
     gtk_entry_set_text(GTK_ENTRY(widget()), text.c_str());
 }
 
+void Entry::setPlaceholder(const std::string& text) {
+    placeholder_ = text;
+    const auto onPress =
+        +[](GtkWidget* widget, const GdkEventButton* event, gpointer data) -> gboolean {
+        const auto* const self = static_cast<const Entry*>(data);
+        if (event->button != 1 || self->text() != self->placeholder_) {
+            return FALSE;
+        }
+        gtk_widget_grab_focus(widget);
+        gtk_editable_select_region(editableOf(*self), 0, -1);
+        return TRUE;
+    };
+    g_signal_connect(widget(), "button-press-event", G_CALLBACK(onPress), this);
+}
+
 void Entry::setDefault(const Control& button) {
     gtk_entry_set_activates_default(GTK_ENTRY(widget()), FALSE);
     const auto press =

@@ -17,6 +17,8 @@ class Entry : public Control, public Editable {
 
     std::string text() const override;
     void setText(const std::string& text);
+    /// Has `text` stand for nothing typed: a click selects it whole, to be typed over.
+    void setPlaceholder(const std::string& text);
     /// Has Enter press this button instead of the default one.
     void setDefault(const Control& button);
     /// The number in the entry; 0 where the text is not a number.
@@ -41,6 +43,7 @@ class Entry : public Control, public Editable {
     void undo();
 
     Handler textChange_;
+    std::string placeholder_;
     std::vector<Step> history_;
     Step present_;
     bool isUndoing_ = false;

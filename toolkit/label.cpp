@@ -47,11 +47,14 @@ Label::Label(std::string name, const std::string& text)
 Label::Label(std::string name, const std::string& text, Style style)
     : Control(std::move(name), gtk_label_new(text.c_str())) {
     gtk_misc_set_alignment(GTK_MISC(widget()), 0.0F, 0.5F);
-    if (style == Style::plain) {
-        return;
-    }
+    setStyle(style);
+}
+
+void Label::setStyle(Style style) {
     const AttributeList attributes = newAttributes();
-    pango_attr_list_insert(attributes.get(), pango_attr_weight_new(PANGO_WEIGHT_BOLD));
+    if (style != Style::plain) {
+        pango_attr_list_insert(attributes.get(), pango_attr_weight_new(PANGO_WEIGHT_BOLD));
+    }
     if (style == Style::title) {
         pango_attr_list_insert(attributes.get(), pango_attr_scale_new(PANGO_SCALE_XX_LARGE));
     }
@@ -120,8 +123,8 @@ ResultLabel::ResultLabel(std::string name, const std::string& text)
     gtk_widget_set_can_focus(widget(), static_cast<gboolean>(!text.empty()));
 }
 
-void ResultLabel::setUnobtrusive() {
-    gtk_label_set_attributes(labelOf(*this), nullptr);
+void ResultLabel::setUnobtrusive(bool isUnobtrusive) {
+    setStyle(isUnobtrusive ? Style::plain : Style::bold);
 }
 
 void ResultLabel::setText(const std::string& text) {

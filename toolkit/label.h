@@ -24,6 +24,7 @@ class Label : public Control {
   protected:
     enum class Style { plain, bold, title };
     Label(std::string name, const std::string& text, Style style);
+    void setStyle(Style style);
 };
 
 /// The heading of a window or of a group of controls.
@@ -60,7 +61,7 @@ class ResultLabel : public Label, public Editable {
   public:
     explicit ResultLabel(std::string name, const std::string& text = {});
     /// The text in the weight of the labels around it, for what only accompanies the results.
-    void setUnobtrusive();
+    void setUnobtrusive(bool isUnobtrusive = true);
 
     void setText(const std::string& text) override;
     bool canPerform(EditCommand command) const override;

@@ -79,9 +79,23 @@ void appendLine(std::string& text, const List::Row& cells) {
 }  // namespace
 
 struct List::Callbacks {
-    static void onEditingStarted(GtkCellRenderer* /*cell*/, GtkCellEditable* editor,
+    static void onEditingStarted(GtkCellRenderer* cell, GtkCellEditable* editor,
                                  const gchar* /*path*/, gpointer /*data*/) {
         limitCharacters(GTK_WIDGET(editor));
+        // GTK+'s own handler gives up what was typed when the editor loses the focus.
+        constexpr auto match =
+            static_cast<GSignalMatchType>(G_SIGNAL_MATCH_ID | G_SIGNAL_MATCH_DATA);
+        g_signal_handlers_block_matched(editor, match,
+                                        g_signal_lookup("focus-out-event", GTK_TYPE_WIDGET), 0,
+                                        nullptr, nullptr, cell);
+        g_signal_connect(editor, "focus-out-event", G_CALLBACK(&onEditorLeft), nullptr);
+    }
+
+    static gboolean onEditorLeft(GtkWidget* editor, GdkEvent* /*event*/, gpointer /*data*/) {
+        if (gtk_grab_get_current() == nullptr) {  // a menu only borrows the focus
+            endCellEdit(editor);
+        }
+        return FALSE;
     }
 
     static void onEdited(GtkCellRendererText* /*cell*/, const gchar* path, const gchar* text,
@@ -92,16 +106,48 @@ struct List::Callbacks {
             FALSE) {
             return;
         }
+        gchar* before = nullptr;
+        gtk_tree_model_get(GTK_TREE_MODEL(self->store_), &row, self->editableColumn_, &before, -1);
+        const bool isSame = g_strcmp0(before, text) == 0;
+        g_free(before);
+        if (isSame) {
+            return;
+        }
         gtk_list_store_set(self->store_, &row, self->editableColumn_, text, -1);
         runHandler(self->cellTextChange_, self->name().c_str());
     }
 
     /// Enter or a double click anywhere in a row edits its cell.
-    static void onRowActivated(GtkTreeView* view, GtkTreePath* path, GtkTreeViewColumn* /*column*/,
-                               gpointer data) {
-        const auto* const self = static_cast<const List*>(data);
-        gtk_tree_view_set_cursor(view, path, gtk_tree_view_get_column(view, self->editableColumn_),
-                                 TRUE);
+    static void onRowActivated(GtkTreeView* /*view*/, GtkTreePath* path,
+                               GtkTreeViewColumn* /*column*/, gpointer data) {
+        static_cast<List*>(data)->editCell(
+            static_cast<std::size_t>(gtk_tree_path_get_indices(path)[0]));
+    }
+
+    static gboolean onButtonPress(GtkWidget* widget, GdkEventButton* event, gpointer data) {
+        auto* const self = static_cast<List*>(data);
+        GtkTreeView* const view = GTK_TREE_VIEW(widget);
+        if (event->type != GDK_BUTTON_PRESS) {  // the rest of a double click
+            return static_cast<gboolean>(isCellEdited(widget));
+        }
+        GtkTreePath* path = nullptr;
+        GtkTreeViewColumn* column = nullptr;
+        const bool isClick = event->button == 1 &&
+                             (event->state & (GDK_SHIFT_MASK | GDK_CONTROL_MASK)) == 0 &&
+                             event->window == gtk_tree_view_get_bin_window(view);
+        if (!isClick || gtk_tree_view_get_path_at_pos(view, static_cast<gint>(event->x),
+                                                      static_cast<gint>(event->y), &path, &column,
+                                                      nullptr, nullptr) == FALSE) {
+            return FALSE;
+        }
+        const auto row = static_cast<std::size_t>(gtk_tree_path_get_indices(path)[0]);
+        gtk_tree_path_free(path);
+        GList* const columns = gtk_tree_view_get_columns(view);
+        self->clickedCell_ = {row, static_cast<std::size_t>(g_list_index(columns, column))};
+        g_list_free(columns);
+        finishCellEdit(widget);
+        runHandler(self->cellClick_, self->name().c_str());
+        return static_cast<gboolean>(isCellEdited(widget));
     }
 
     /// The text of a cell, made when it is looked at.
@@ -197,6 +243,7 @@ void List::setHeads(const Row& heads) {
 }
 
 void List::takeStore() {
+    finishCellEdit(widget());
     // A view that watches has much to do at every row, and to take rows out one by one is slow.
     gtk_tree_view_set_model(viewOf(*this), nullptr);
     g_object_unref(store_);
@@ -284,6 +331,14 @@ void List::setEditable(std::size_t column) {
                      this);
     g_signal_connect(editableCell_, "edited", G_CALLBACK(&Callbacks::onEdited), this);
     g_signal_connect(widget(), "row-activated", G_CALLBACK(&Callbacks::onRowActivated), this);
+    g_signal_connect(widget(), "button-press-event", G_CALLBACK(&Callbacks::onButtonPress), this);
+}
+
+void List::editCell(std::size_t row) {
+    const std::unique_ptr<GtkTreePath, decltype(&gtk_tree_path_free)> path(
+        gtk_tree_path_new_from_indices(static_cast<gint>(row), -1), &gtk_tree_path_free);
+    gtk_tree_view_set_cursor(viewOf(*this), path.get(),
+                             gtk_tree_view_get_column(viewOf(*this), editableColumn_), TRUE);
 }
 
 List::Row List::rowAt(int position) const {

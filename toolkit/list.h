@@ -55,8 +55,21 @@ class List : public Control, public Editable {
     /// To be called before the list is put into a block, and after setLong.
     void alignAtPoint(std::size_t column, int decimals);
     std::vector<Row> rows() const;
-    /// Lets the user edit the cells of a column in place, by a click or Enter on a chosen row.
+    /// Lets the user edit the cells of a column in place, by Enter on a chosen row. A cell keeps
+    /// what was typed when it loses the focus; only Escape gives it up.
     void setEditable(std::size_t column);
+    /// Opens the editor of the cell of that column in this row.
+    void editCell(std::size_t row);
+    struct Cell {
+        std::size_t row = 0;
+        std::size_t column = 0;
+    };
+    /// `function` runs when the user clicks a cell, which is clickedCell() then.
+    template <class Object, class Base>
+    void onCellClick(Object* object, void (Base::*function)()) {
+        cellClick_ = member(object, function);
+    }
+    const Cell& clickedCell() const { return clickedCell_; }
     /// `function` runs after the user has changed a cell.
     template <class Object, class Base>
     void onCellTextChange(Object* object, void (Base::*function)()) {
@@ -89,6 +102,8 @@ class List : public Control, public Editable {
     std::function<Row(std::size_t)> table_;
     std::function<Row(std::size_t)> copied_;
     Handler cellTextChange_;
+    Handler cellClick_;
+    Cell clickedCell_;
     bool isLong_ = false;
     bool isWhole_ = false;
     int editableColumn_ = -1;

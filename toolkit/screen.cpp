@@ -18,6 +18,9 @@ namespace {
 constexpr int windowBorder = 12;
 constexpr int displayMargin = 64;  // for the panels of a desktop and the window's own frame
 
+unsigned lastNumber = 0;  // that a screen was given
+unsigned lastOpener = 0;  // of the screen that became active last
+
 Control* controlOf(GtkWidget* widget) {
     return static_cast<Control*>(g_object_get_data(G_OBJECT(widget), "toolkit-control"));
 }
@@ -52,7 +55,8 @@ struct Screen::Callbacks {
         if ((event->type == FocusIn || event->type == FocusOut) && movesFocus(event->xfocus)) {
             const bool wasActive = std::exchange(self->isActive_, event->type == FocusIn);
             if (self->isActive_ && !wasActive) {
-                const bool isReturn = std::exchange(self->awaitsReturn_, false);
+                const bool isBack = std::exchange(lastOpener, self->opener_) == self->number_;
+                const bool isReturn = std::exchange(self->awaitsReturn_, false) || isBack;
                 if (!isReturn && !self->hasDialog_) {
                     self->Event_Activate();
                 }
@@ -95,6 +99,7 @@ struct Screen::Callbacks {
 Screen::Screen(ScreenHost& host, std::string name, const std::string& title)
     : host_(host),
       name_(std::move(name)),
+      number_(++lastNumber),
       window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
       box_(gtk_vbox_new(FALSE, 0)) {
     gtk_window_set_title(GTK_WINDOW(window_), title.c_str());
@@ -117,6 +122,11 @@ Screen::~Screen() {
     g_signal_handlers_disconnect_by_data(window_, this);
     gtk_widget_hide(window_);  // a dialog that goes with it must not bring it back
     gtk_widget_destroy(window_);
+}
+
+void Screen::openBeside(std::unique_ptr<Screen> screen) {
+    screen->opener_ = number_;
+    host_.open(std::move(screen));
 }
 
 std::string Screen::title() const {
@@ -255,6 +265,7 @@ void Screen::growToFit() {
 }
 
 void Screen::hide() {
+    finishCellEdit(window_);
     gtk_widget_hide(window_);
     isActive_ = false;
     isPainted_ = false;

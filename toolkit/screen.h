@@ -78,6 +78,8 @@ class Screen {
     Screen(ScreenHost& host, std::string name, const std::string& title);
 
     ScreenHost& host() const { return host_; }
+    /// Opens a window that only says more about this one: to come back from it is no activation.
+    void openBeside(std::unique_ptr<Screen> screen);
     /// Fills the window; to be called once, at the end of a screen's constructor.
     void setContent(const Block& content);
     /// The button that Enter presses.
@@ -91,6 +93,8 @@ class Screen {
 
     ScreenHost& host_;
     std::string name_;
+    unsigned number_;      // of all screens of the process
+    unsigned opener_ = 0;  // the number of the screen that this one says more about
     GtkWidget* window_;
     GtkWidget* box_;
     GtkWidget* viewport_ = nullptr;

@@ -1,0 +1,18 @@
+#include "tests/procedures/accepted.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "model/composition.h"
+
+const fluid::Mixture& accepted(const Fractions& fractions) {
+    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+        const auto found = std::find_if(
+            fractions.begin(), fractions.end(),
+            [i](const auto& fraction) { return fraction.first == fluid::ComponentFormulas[i]; });
+        fluid::SetFractionCount(i, found == fractions.end() ? 0.0 : found->second);
+    }
+    EXPECT_TRUE(fluid::AcceptComposition());
+    return fluid::AcceptedMixture();
+}
