@@ -438,11 +438,16 @@ std::vector<BoundarySample> PhaseBoundary::atPressure(double P) const {
 }
 
 double PhaseBoundary::coldestP() const {
-    const double coldest = std::log(ColdestT(mixture_));
+    const double coldest = ColdestT(mixture_);
     double highest = 0.0;
+    const auto include = [&highest](const Sample& sample) {
+        highest = std::max(highest, std::exp(sample.lnP));
+    };
+    constexpr double JustAbove = 1.0 + 1e-12;
+    for (const Sample& sample : atTemperature(JustAbove * coldest)) include(sample);
     for (const Run& run : runs_) {
-        for (const Sample* end : {&run.front(), &run.back()}) {
-            if (end->lnT <= coldest) highest = std::max(highest, std::exp(end->lnP));
+        for (const Sample& sample : run) {
+            if (sample.lnT <= std::log(coldest)) include(sample);
         }
     }
     return highest;

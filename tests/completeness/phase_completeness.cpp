@@ -1,8 +1,9 @@
 // Random mixtures of 2 to 11 gases, with traces, nearly pure and nearly azeotropic ones: the
 // sampled boundary must have every point that a fine grid of searches sees, whatever is given, and
-// none other; a judge by brute force must find the boundary where the searches do; every point must
-// be confirmed by the iteration, and every split be one of equal fugacities that nothing betters.
-// usage: phase_completeness [MIXTURES [SEED]]
+// none other; from elsewhere the iteration must lead to no other either; a judge by brute force
+// must find the boundary where the searches do; every point must be confirmed by the iteration, and
+// every split be one of equal fugacities that nothing betters. usage: phase_completeness [MIXTURES
+// [SEED]]
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +26,7 @@ namespace {
 using namespace fluid;
 
 struct {
-    int searches, points, judged, splits, threePhases, lost, faults;
+    int searches, points, misled, judged, splits, threePhases, lost, faults;
 } tally;
 std::mt19937_64 random_;
 
@@ -75,17 +76,42 @@ void JudgeAt(const Mixture& mixture, const PhaseReference& reference, const Plac
     }
 }
 
+bool IsAt(const PhasePair& one, const PhasePair& other, double tolerance) {
+    return std::abs(one.P / other.P - 1.0) < tolerance &&
+           std::abs(one.T / other.T - 1.0) < tolerance;
+}
+
+// From whatever may be typed the iteration must lead to a point that exists or one that it calls
+// less than stable, and to no copy of a bulk that splits by itself.
+void Mislead(Given given, double value, Homogenisation kind, const HomogenisationPoints& points) {
+    PhaseGuess guess = HomogenisationSeed(AcceptedMixture(), given, value, kind);
+    if (random_() % 2 == 0) guess.unknown *= std::exp(Uniform(-0.5, 0.5));
+    const auto result = IterateHomogenisation(AcceptedMixture(), given, value, kind, guess);
+    if (result.outcome != Outcome::Converged || !points.isExamined) return;
+    ++tally.misled;
+    const PhasePair& phases = result.phases;
+    const bool exists = std::any_of(points.begin(), points.end(), [&](const PhasePair& pair) {
+        return IsAt(pair, phases, 1e-6);
+    });
+    const bool isCopy =
+        std::abs(phases.Vx / phases.Vy - 1.0) < 0.01 && result.stability == Stability::Unstable;
+    if (result.stability == Stability::Stable && !exists) {
+        Fault("stable where no point is", phases.T, phases.P, phases.Vx);
+    }
+    if (isCopy) Fault("a copy of the bulk", phases.T, phases.P, phases.Vx);
+}
+
 // From each point that is found the iteration must lead to that point.
 void Confirm(Given given, double value) {
     for (const Homogenisation kind : {Homogenisation::IntoLiquid, Homogenisation::IntoVapour}) {
         const auto points = FindHomogenisationPoints(AcceptedMixture(), given, value, kind);
+        Mislead(given, value, kind, points);
         for (const PhasePair& pair : points.points) {
             const auto result = IterateHomogenisation(AcceptedMixture(), given, value, kind,
                                                       HomogenisationApproach(given, pair));
             const bool isConfirmed = result.outcome == Outcome::Converged &&
                                      result.stability == Stability::Stable &&
-                                     std::abs(result.phases.P / pair.P - 1.0) < 1e-8 &&
-                                     std::abs(result.phases.T / pair.T - 1.0) < 1e-8;
+                                     IsAt(result.phases, pair, 1e-8);
             // Phases that differ by less than rounding need not be told from one.
             const bool isCritical = std::abs(pair.Vx / pair.Vy - 1.0) < 1e-3;
             if (!isConfirmed && !isCritical) Fault("not confirmed", pair.T, pair.P, pair.Vx);
@@ -197,7 +223,8 @@ int main(int argc, char** argv) {
         }
         NearCritical(boundary);
     }
-    std::printf("%d searches of the boundary, %d points\n", tally.searches, tally.points);
+    std::printf("%d searches of the boundary, %d points; %d iterations from elsewhere\n",
+                tally.searches, tally.points, tally.misled);
     std::printf("%d states judged by brute force; %d splits, %d into more than two phases\n",
                 tally.judged, tally.splits, tally.threePhases);
     std::printf("%d splits without their two phases, %d faults\n", tally.lost, tally.faults);
