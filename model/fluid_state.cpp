@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <span>
 
 #include "model/cubic.h"
@@ -90,27 +91,37 @@ class SplitSearch {
     End endOf(const BoundaryPoint& point) const {
         return {std::log(point.V - mixture_.bMix), std::log(point.P / P_)};
     }
-    // The excess of the pressure at a place, whose split is kept; nothing where none is found.
+    // The excess of the pressure at a place, whose split is kept if it is the nearest so far;
+    // nothing where none is found.
     std::optional<double> at(double x);
     std::optional<End> denseEnd(double x);
+    // Narrows the bracket down; what becomes of a place at which none is found.
+    void narrow(End low, End high, bool isDenseWhereUnknown);
+    bool isReached() const;
 
     const Mixture& mixture_;
     double T_;
     double P_;
     std::optional<PhaseSplit> split_;
+    double nearest_ = std::numeric_limits<double>::infinity();
 };
 
 std::optional<double> SplitSearch::at(double x) {
     auto split = SplitAtVolume(mixture_, T_, mixture_.bMix + std::exp(x));
     if (!split || !split->found) return {};
-    split_ = split;
-    return std::log(split->phases.P / P_);
+    const double excess = std::log(split->phases.P / P_);
+    if (std::abs(excess) < nearest_) {
+        split_ = split;
+        nearest_ = std::abs(excess);
+    }
+    return excess;
 }
 
 // Where a mixture splits however dense it is: a place of a higher pressure.
 std::optional<SplitSearch::End> SplitSearch::denseEnd(double x) {
     constexpr int StepLimit = 60;
     constexpr double Stride = 0.7;
+    x = std::min(x, std::log(mixture_.bMix));
     for (int i = 0; i < StepLimit; ++i) {
         x -= Stride;
         const auto excess = at(x);
@@ -119,33 +130,53 @@ std::optional<SplitSearch::End> SplitSearch::denseEnd(double x) {
     return {};
 }
 
-std::optional<PhaseSplit> SplitSearch::between(const BoundaryPoint* dense,
-                                               const BoundaryPoint& dilute) {
-    End high = endOf(dilute);
-    const auto known = dense != nullptr ? std::optional(endOf(*dense)) : denseEnd(high.x);
-    if (!known) return {};
-    End low = *known;
-    constexpr int StepLimit = 100;
+void SplitSearch::narrow(End low, End high, bool isDenseWhereUnknown) {
+    constexpr int StepLimit = 200;
     constexpr double Rounding = 1e-15;
     int side = 0;  // of the end that was moved last
     for (int i = 0; i < StepLimit && high.x - low.x > Rounding * std::abs(low.x); ++i) {
-        const double share = low.excess / (low.excess - high.excess);
+        constexpr int Turn = 4;  // now and then by half, where the pressure jumps
+        const double share = i % Turn == Turn - 1 ? 0.5 : low.excess / (low.excess - high.excess);
         double x = low.x + share * (high.x - low.x);
         if (!(x > low.x && x < high.x)) x = 0.5 * (low.x + high.x);
         const auto excess = at(x);
-        if (!excess || std::abs(*excess) <= Rounding) break;
+        if (nearest_ <= Rounding) break;
         // An end that stays twice counts half, by the method of Illinois.
-        if (*excess > 0.0) {
-            low = {x, *excess};
+        if (excess ? *excess > 0.0 : isDenseWhereUnknown) {
+            low = {x, excess.value_or(low.excess)};
             if (side < 0) high.excess *= 0.5;
             side = -1;
         } else {
-            high = {x, *excess};
+            high = {x, excess.value_or(high.excess)};
             if (side > 0) low.excess *= 0.5;
             side = 1;
         }
     }
-    return split_;
+}
+
+// Whether the pressure is that of the nearest split but for what rounding makes of it in the denser
+// phase, where it is a difference of two large numbers.
+bool SplitSearch::isReached() const {
+    if (!split_) return false;
+    constexpr double Match = 1e-9;
+    constexpr double Rounding = 1e-13;
+    const PhasePair& phases = split_->phases;
+    const double free = phases.Vx - WithFractions(mixture_, phases.x).bMix;
+    return std::abs(phases.P - P_) <= Match * P_ + Rounding * R * T_ / free;
+}
+
+std::optional<PhaseSplit> SplitSearch::between(const BoundaryPoint* dense,
+                                               const BoundaryPoint& dilute) {
+    const End high = endOf(dilute);
+    const auto low = dense != nullptr ? std::optional(endOf(*dense)) : denseEnd(high.x);
+    if (!low) return {};
+    for (const bool isDenseWhereUnknown : {false, true}) {
+        narrow(*low, high, isDenseWhereUnknown);
+        if (!isReached()) continue;
+        split_->phases.P = P_;
+        return split_;
+    }
+    return {};
 }
 
 // Stable and not stable volumes take turns, beginning with stable ones at the largest.
@@ -154,12 +185,7 @@ std::optional<PhaseSplit> SplitAt(const Mixture& mixture, double T, double P,
     for (std::size_t i = 0; i < boundaries.size(); i += 2) {
         const BoundaryPoint* const dense = i + 1 < boundaries.size() ? &boundaries[i + 1] : nullptr;
         if (P < boundaries[i].P || (dense != nullptr && P > dense->P)) continue;
-        auto split = SplitSearch(mixture, T, P).between(dense, boundaries[i]);
-        // Beside an end, or where the search came to nothing, the pressure is another.
-        constexpr double Match = 1e-9;
-        if (!split || std::abs(split->phases.P / P - 1.0) > Match) return {};
-        split->phases.P = P;
-        return split;
+        return SplitSearch(mixture, T, P).between(dense, boundaries[i]);
     }
     return {};
 }

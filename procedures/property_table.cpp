@@ -135,7 +135,7 @@ std::string stateSentence(const Mixture& mixture, const FluidState& state) {
         return std::string(name) + " of " + sentenceText(V) + " " + volumeUnit + ", " +
                percentText(amount) + " of the amount and " + percentText(volume) + " of the volume";
     };
-    return std::string(split.metastable ? "Two phases, though three would be more stable"
+    return std::string(split.metastable ? "Two phases, though others would be more stable,"
                                         : "Two phases") +
            " at " + sentenceText(state.P) +
            " MPa: " + phase("X", split.phases.Vx, 1.0 - y, 1.0 - split.volumeFraction) + "; " +

@@ -500,4 +500,29 @@ TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
     }
 }
 
+// At any temperature and pressure a fluid is one stable phase, by brute force too, or two.
+TEST(FluidState, EveryStateIsOneStablePhaseOrTwo) {
+    std::mt19937_64 random(1);
+    std::uniform_real_distribution<double> share(0.0, 1.0);
+    int two = 0;
+    for (int i = 0; i < 100; ++i) {
+        AcceptAnyMixture(random);
+        const PhaseReference reference;
+        const fluid::Mixture& mixture = fluid::AcceptedMixture();
+        for (int j = 0; j < 8; ++j) {
+            const double T = fluid::HottestT(mixture) * (0.03 + 0.7 * share(random));
+            const double P = std::pow(10.0, 6.0 * share(random) - 4.0);
+            const auto state = fluid::StateAt(mixture, T, P);
+            if (!state.isExamined) continue;
+            SCOPED_TRACE(testing::Message() << mixture.count << " gases " << T << ' ' << P);
+            EXPECT_NE(state.stable.has_value(), state.split.has_value());
+            if (state.stable) {
+                EXPECT_FALSE(reference.isUnstable(T, state.volumes[*state.stable].V, P, 1e-7));
+            }
+            two += state.split ? 1 : 0;
+        }
+    }
+    EXPECT_GT(two, 30);
+}
+
 }  // namespace
