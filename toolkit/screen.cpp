@@ -155,6 +155,7 @@ void Screen::setContent(const Block& content) {
     gtk_viewport_set_shadow_type(GTK_VIEWPORT(viewport_), GTK_SHADOW_NONE);
     gtk_container_add(GTK_CONTAINER(viewport_), content_);
     gtk_container_add(GTK_CONTAINER(scroller), viewport_);
+    page_ = std::make_unique<ScrolledPage>(GTK_SCROLLED_WINDOW(scroller));
     gtk_box_pack_start(GTK_BOX(box_), scroller, TRUE, TRUE, 0);
     // A control that Tab reaches outside the visible part is scrolled into it.
     gtk_container_set_focus_vadjustment(

@@ -9,6 +9,7 @@
 #include "toolkit/control.h"
 #include "toolkit/edit_commands.h"
 #include "toolkit/layout.h"
+#include "toolkit/scrolled_page.h"
 
 namespace toolkit {
 
@@ -100,6 +101,7 @@ class Screen {
     GtkWidget* viewport_ = nullptr;
     GtkWidget* content_ = nullptr;
     MenuBar* menuBar_ = nullptr;
+    std::unique_ptr<ScrolledPage> page_;
     std::vector<Control*> controls_;
     Area requested_;
     bool isActive_ = false;

@@ -1,0 +1,50 @@
+#include "toolkit/scrolled_page.h"
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+
+namespace toolkit {
+
+namespace {
+
+void setName(GtkWidget* widget, const char* name) {
+    gtk_widget_set_name(widget, name);
+    atk_object_set_accessible_id(gtk_widget_get_accessible(widget), name);
+}
+
+}  // namespace
+
+ScrolledPage::ScrolledPage(GtkScrolledWindow* scroller)
+    : ScrollBar1(gtk_scrolled_window_get_vadjustment(scroller)),
+      Rectangle1(GTK_ADJUSTMENT(gtk_adjustment_new(0.0, 0.0, 0.0, 0.0, 0.0, 0.0))) {
+    GtkWidget* const viewport = gtk_bin_get_child(GTK_BIN(scroller));
+    setName(gtk_scrolled_window_get_vscrollbar(scroller), "ScrollBar1");
+    setName(viewport, "Rectangle1");
+    gtk_viewport_set_vadjustment(GTK_VIEWPORT(viewport), Rectangle1);
+    const auto onValueChanged = +[](GtkAdjustment* /*bar*/, gpointer self) {
+        static_cast<ScrolledPage*>(self)->ScrollBar1_ValueChanged();
+    };
+    const auto onResized = +[](GtkAdjustment* /*place*/, gpointer self) {
+        static_cast<ScrolledPage*>(self)->Event_Resizing();
+    };
+    g_signal_connect(ScrollBar1, "value-changed", G_CALLBACK(onValueChanged), this);
+    g_signal_connect(Rectangle1, "changed", G_CALLBACK(onResized), this);
+}
+
+void ScrolledPage::ScrollBar1_ValueChanged() {
+    gtk_adjustment_set_value(Rectangle1, gtk_adjustment_get_value(ScrollBar1));
+}
+
+void ScrolledPage::Event_Resizing() {
+    const double height = gtk_adjustment_get_upper(Rectangle1);
+    const double inSight = gtk_adjustment_get_page_size(Rectangle1);
+    const double value =
+        std::clamp(gtk_adjustment_get_value(ScrollBar1), 0.0, std::max(0.0, height - inSight));
+    gtk_adjustment_configure(ScrollBar1, value, 0.0, height,
+                             gtk_adjustment_get_step_increment(Rectangle1),
+                             gtk_adjustment_get_page_increment(Rectangle1), inSight);
+    ScrollBar1_ValueChanged();
+}
+
+}  // namespace toolkit
