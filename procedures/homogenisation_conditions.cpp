@@ -39,7 +39,7 @@ std::string nowhereSentence(const fluid::Mixture& mixture, const HomogenisationI
     constexpr const char* estimate = "the first approach is an estimate only";
     if (!found.liquids.empty()) {
         const double value = soughtOf(input, found.liquids.front());
-        return hiddenLiquidsSentence(withUnit(input, sentenceNumber(value)));
+        return hiddenLiquidsSentence(withUnit(input, sentenceText(value)));
     }
     if (!found.isExamined) {
         constexpr int decimals = 2;
@@ -59,7 +59,7 @@ std::string pointSentence(const fluid::Mixture& mixture, const HomogenisationInp
     }
     std::string values;
     for (const PhasePair& point : points) {
-        values += (values.empty() ? "" : ", ") + sentenceNumber(soughtOf(input, point));
+        values += (values.empty() ? "" : ", ") + sentenceText(soughtOf(input, point));
     }
     return std::to_string(points.size()) + " homogenization points: " + withUnit(input, values) +
            "; this is number " + std::to_string(number + 1) +

@@ -4,9 +4,9 @@
 
 namespace procedures {
 
-/// A fluid inclusion that homogenises into the liquid phase: its bubble shrinks and goes.
+/// A fluid inclusion that homogenizes into the liquid phase: its bubble shrinks and goes.
 void paintHomogenisationIntoLiquid(const toolkit::Painter& painter);
-/// A fluid inclusion that homogenises into the vapour phase: its bubble fills it.
+/// A fluid inclusion that homogenizes into the vapour phase: its bubble fills it.
 void paintHomogenisationIntoVapour(const toolkit::Painter& painter);
 
 /// The size for which they are drawn, in units of the height.

@@ -4,6 +4,7 @@
 
 #include "model/phase_split.h"
 #include "model/van_der_waals.h"
+#include "procedures/phase_sentences.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
@@ -94,6 +95,7 @@ std::string IsochoreTable::homogenizationSentence(const TemperatureScale& scale)
     std::string sentence =
         "Homogenization at " + inUnit(boundary_->T) + " and " + sentenceText(boundary_->P) + " MPa";
     sentence += boundary_->isCritical() ? ", at the critical point"
+                : boundary_->twoLiquids ? ", where two liquids become one"
                 : intoLiquid            ? ", into the liquid"
                                         : ", into the vapour";
     if (boundary_->T > temperatures_.highest().kelvin) {

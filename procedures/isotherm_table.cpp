@@ -1,10 +1,12 @@
 #include "procedures/isotherm_table.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstddef>
 
 #include "model/van_der_waals.h"
+#include "procedures/phase_sentences.h"
 #include "procedures/stability_text.h"
 #include "toolkit/number_text.h"
 
@@ -86,10 +88,11 @@ std::string IsothermTable::boundarySentences() const {
     std::string sentences;
     for (std::size_t i = stability_.boundaries().size(); i-- > 0;) {
         const fluid::BoundaryPoint& point = stability_.boundaries()[i];
-        const bool isBubble = point.kind() == fluid::Homogenisation::IntoLiquid;
+        std::string name = pointName(point);
+        name.front() = static_cast<char>(std::toupper(name.front()));
         sentences += sentences.empty() ? "" : "\n";
-        sentences += isBubble ? "Bubble point at " : "Dew point at ";
-        sentences += sentenceText(point.V) + " " + volumeUnit + " and " + sentenceText(point.P);
+        sentences += name + " at " + sentenceText(point.V) + " " + volumeUnit + " and " +
+                     sentenceText(point.P);
         sentences += " MPa";
     }
     return sentences;

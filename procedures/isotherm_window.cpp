@@ -5,12 +5,15 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <map>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "model/composition.h"
 #include "model/spinodal.h"
 #include "model/van_der_waals.h"
+#include "procedures/phase_sentences.h"
 #include "procedures/stability_text.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
@@ -168,8 +171,7 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
         volumes.push_back(state.V);
     }
     const auto [smallest, largest] = std::minmax({volumes.front(), volumes.back()});
-    PlotSeries bubble("bubble point", PlotSeries::Style::markers, 4);
-    PlotSeries dew("dew point", PlotSeries::Style::markers, 5);
+    std::map<std::string, PlotSeries> points;
     PlotSeries spinodal("spinodal", PlotSeries::Style::markers, 2);
     const auto mark = [&, low = smallest, high = largest](PlotSeries& series, double V, double P) {
         if (V >= low && V <= high) {
@@ -178,7 +180,12 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
         }
     };
     for (const fluid::BoundaryPoint& point : stability.boundaries()) {
-        mark(point.kind() == fluid::Homogenisation::IntoLiquid ? bubble : dew, point.V, point.P);
+        const std::string name = pointName(point);
+        const std::size_t colour = point.twoLiquids                                    ? 3
+                                   : point.kind() == fluid::Homogenisation::IntoLiquid ? 4
+                                                                                       : 5;
+        mark(points.try_emplace(name, name, PlotSeries::Style::markers, colour).first->second,
+             point.V, point.P);
     }
     for (const double V : fluid::DiffusionalSpinodal(mixture_, T)) {
         mark(spinodal, V, fluid::PressureVdW(a, b, T, V));
@@ -209,8 +216,9 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
     }
     std::vector<PlotSeries> series = lines.take();
     series.push_back(std::move(spinodal));
-    series.push_back(std::move(bubble));
-    series.push_back(std::move(dew));
+    for (auto& [name, marks] : points) {
+        series.push_back(std::move(marks));
+    }
     plotPanel.show(std::move(series), {.isLogarithmicX = true});
 }
 

@@ -4,7 +4,7 @@
 
 namespace procedures {
 
-std::string sentenceNumber(double value) {
+std::string sentenceText(double value) {
     constexpr int digits = 9;
     return toolkit::significantText(value, digits);
 }

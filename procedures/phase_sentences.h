@@ -14,7 +14,7 @@ inline constexpr const char* trivialSentence =
 inline constexpr const char* twoLiquidsSentence = "both phases are liquids";
 
 /// A number within a sentence: at most nine significant digits.
-std::string sentenceNumber(double value);
+std::string sentenceText(double value);
 
 /// "bubble point" or "dew point"; "liquid-liquid point" where both phases are liquids.
 std::string pointName(const fluid::BoundaryPoint& point);

@@ -6,6 +6,7 @@
 
 #include "model/ideal_gas.h"
 #include "model/properties.h"
+#include "procedures/phase_sentences.h"
 #include "procedures/root_volume.h"
 #include "procedures/stability_text.h"
 #include "procedures/units.h"

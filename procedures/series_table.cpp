@@ -34,11 +34,6 @@ std::string cellText(double value, int decimals, Digits digits) {
     return isWhole ? fixed : toolkit::resultText(value, decimals);
 }
 
-std::string sentenceText(double value) {
-    constexpr int mostDigits = 9;
-    return toolkit::significantText(value, mostDigits);
-}
-
 std::string SeriesTable::fileText() const {
     std::string text = fileHeading();
     for (std::size_t i = 0; i < count(); ++i) {

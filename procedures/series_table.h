@@ -24,9 +24,6 @@ inline constexpr const char* tooLarge =
 
 /// `value` with so many decimals, or with all its digits.
 std::string cellText(double value, int decimals, Digits digits);
-/// `value` as it stands in a sentence.
-std::string sentenceText(double value);
-
 /// A table that a screen lists and exports.
 class SeriesTable {
   public:

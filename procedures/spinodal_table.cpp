@@ -7,6 +7,7 @@
 
 #include "model/spinodal.h"
 #include "model/van_der_waals.h"
+#include "procedures/phase_sentences.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {

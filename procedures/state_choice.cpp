@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/composition.h"
+#include "procedures/phase_sentences.h"
 #include "procedures/stability_text.h"
 #include "toolkit/event.h"
 

@@ -35,7 +35,7 @@ std::string sentenceOf(const fluid::Mixture& mixture, const EquilibriumInput& in
         case Kind::Homogeneous:
             return "the fluid is homogeneous at this temperature and density";
         case Kind::TwoLiquids:
-            return hiddenLiquidsSentence(sentenceNumber(approach.guess.unknown) + " MPa");
+            return hiddenLiquidsSentence(sentenceText(approach.guess.unknown) + " MPa");
         case Kind::NotFound:
             return "not homogeneous, but no two phases were found; the first approach is an "
                    "estimate only";

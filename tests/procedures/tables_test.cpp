@@ -13,6 +13,7 @@
 #include "procedures/isotherm_table.h"
 #include "procedures/spinodal_table.h"
 #include "tests/model/golden.h"
+#include "tests/procedures/accepted.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -219,6 +220,10 @@ TEST(TablesTest, IsothermsNameTheStatesAndTheirEnds) {
     EXPECT_EQ(table.boundarySentences(),
               "Bubble point at 67.9581726 cm³/mol and 3.3866607 MPa\n"
               "Dew point at 588.850081 cm³/mol and 2.42231705 MPa");
+    const fluid::Mixture& watery = accepted({{"H2O", 0.934}, {"C2H6", 0.066}});
+    EXPECT_EQ(
+        IsothermTable(watery, isotherm(331.685, 40.0, 45.0, 1.0)).boundarySentences().substr(0, 22),
+        "Liquid-liquid point at");
     IsothermInput dense = isotherm(220.0, 0.1, 0.4, 0.1);
     dense.areDensities = true;
     EXPECT_EQ(line(IsothermTable(mixture, dense), 2), "118.732293|0.3|1.297521|unstable|");
