@@ -266,7 +266,6 @@ void Screen::growToFit() {
 }
 
 void Screen::hide() {
-    finishCellEdit(window_);
     gtk_widget_hide(window_);
     isActive_ = false;
     isPainted_ = false;

@@ -145,7 +145,7 @@ TEST_F(PhaseScreensTest, WhatIsTypedIntoTheFirstApproachIsKeptAndUsed) {
     robot.click("calculate");
     EXPECT_TRUE(weightOf());
     typeFraction("ListBoxPhaseX", "0.9");
-    owner.quit();  // with an open editor
+    robot.press("Control_L+q");  // with an open editor
 }
 
 // Above the critical temperature, 273.287 K, there are two dew points and no bubble point.
