@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "model/phase_roots.h"
 #include "model/phase_split.h"
 #include "model/saturation.h"
 

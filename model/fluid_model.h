@@ -5,6 +5,5 @@
 #include "model/component_table.h"
 #include "model/composition.h"
 #include "model/cubic.h"
-#include "model/fugacity.h"
 #include "model/molar_volume.h"
 #include "model/van_der_waals.h"

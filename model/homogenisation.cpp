@@ -3,9 +3,25 @@
 #include <cmath>
 
 #include "model/phase_boundary.h"
-#include "model/phase_roots.h"
+#include "model/state.h"
 
 namespace fluid {
+
+bool TakesItsRoots(const Mixture& mixture, const PhasePair& pair) {
+    const auto takes = [&](const ComponentValues& x, double V, PhaseRoot root) {
+        constexpr double Same = 1e-6;  // roots of one state are farther apart
+        return std::abs(PhaseState(mixture, x, pair.T, pair.P, root).V / V - 1.0) < Same;
+    };
+    return takes(pair.x, pair.Vx, PhaseRoot::Smallest) &&
+           takes(pair.y, pair.Vy, PhaseRoot::Largest);
+}
+
+bool AreTwoLiquids(const Mixture& mixture, const PhasePair& pair) {
+    const auto isLiquid = [&](const ComponentValues& x, double V) {
+        return PhaseState(mixture, x, pair.T, V).isLiquid();
+    };
+    return isLiquid(pair.x, pair.Vx) && isLiquid(pair.y, pair.Vy);
+}
 
 HomogenisationPoints FindHomogenisationPoints(const Mixture& mixture, Given given, double value,
                                               Homogenisation kind) {

@@ -16,6 +16,13 @@ struct PhasePair {
     double Vy = 0.0;
 };
 
+// Whether X has the smallest and Y the largest root of its composition. A second liquid beside
+// which its composition has a vapour root too is none that can be told from it.
+bool TakesItsRoots(const Mixture& mixture, const PhasePair& pair);
+
+// Whether both phases are liquids (State::isLiquid).
+bool AreTwoLiquids(const Mixture& mixture, const PhasePair& pair);
+
 // Which quantity of a homogenisation is given; the other one is sought.
 enum class Given { Temperature, Pressure };
 

@@ -6,36 +6,54 @@
 
 namespace fluid {
 
+Blend BlendOf(const Mixture& mixture, const ComponentValues& x) {
+    Blend blend;
+    double defect = 0.0;
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        blend.b += x[i] * mixture.b[i];
+        blend.aRoot += x[i] * mixture.aRoot[i];
+        defect += x[i] * x[i] * mixture.aRootDefect[i];
+    }
+    // With a_kl = sqrt(a_kk·a_ll) the double sum is the square of one sum; the defects restore
+    // what the rounded roots miss on the diagonal.
+    blend.a = blend.aRoot * blend.aRoot + defect;
+    return blend;
+}
+
+ComponentValues Attractions(const Mixture& mixture) {
+    const Blend blend = BlendOf(mixture, mixture.fractions);
+    ComponentValues attractions{};
+    for (std::size_t i = 0; i < mixture.count; ++i) {
+        attractions[i] = AttractionOf(mixture, mixture.fractions, blend, i);
+    }
+    return attractions;
+}
+
 Mixture WithFractions(const Mixture& of, const ComponentValues& fractions) {
     Mixture mixture = of;
     mixture.fractions = fractions;
     mixture.difference = {};
-    mixture.covolume = mixture.molarMass = 0.0;
+    mixture.molarMass = 0.0;
     mixture.bMix = mixture.aRootMix = 0.0;
     double sum = 0.0;
     for (std::size_t i = 0; i < of.count; ++i) sum += fractions[i];
     // Fractions that add up to one but for rounding stay as they are.
     constexpr double Rounding = 1e-14;
     if (std::abs(sum - 1.0) < Rounding) sum = 1.0;
-    double rootSum = 0.0;
-    double defect = 0.0;
     for (std::size_t i = 0; i < of.count; ++i) {
         mixture.z[i] = fractions[i] / sum;
         mixture.bMix += mixture.z[i] * of.b[i];
         mixture.aRootMix += mixture.z[i] * of.aRoot[i];
-        mixture.covolume += fractions[i] * of.b[i];
         mixture.molarMass += fractions[i] * of.M[i];
-        rootSum += fractions[i] * of.aRoot[i];
-        defect += fractions[i] * fractions[i] * of.aRootDefect[i];
         for (std::size_t j = 0; j < i; ++j) {
             const double pair = of.aRoot[i] * of.b[j] - of.b[i] * of.aRoot[j];
             mixture.difference[i] += mixture.z[j] * pair;
             mixture.difference[j] -= mixture.z[i] * pair;
         }
     }
-    // With a_kl = sqrt(a_kk·a_ll) the double sum is the square of one sum; the defects restore
-    // what the rounded roots miss on the diagonal.
-    mixture.attraction = rootSum * rootSum + defect;
+    const Blend blend = BlendOf(of, fractions);
+    mixture.attraction = blend.a;
+    mixture.covolume = blend.b;
     return mixture;
 }
 

@@ -10,6 +10,14 @@
 
 namespace fluid {
 
+// What the mixing rules make of amount fractions of a mixture's components. One fraction 1 and the
+// others 0 give the a and b of that component to the last bit.
+struct Blend {
+    double a = 0.0;      // MPa·cm6/mol2
+    double b = 0.0;      // cm3/mol
+    double aRoot = 0.0;  // sum of x_i·aRoot_i
+};
+
 // A fluid: its gases, how much there is of each, and what the equation of state needs to know of
 // them. Position k of the arrays is the k-th present gas, in increasing internal index; behind the
 // last one stands 0.
@@ -51,6 +59,16 @@ struct Mixture {
 // The components of the tables in these amount fractions.
 // lastComponent: index of the last fraction, -1 for none; fractions: at least lastComponent + 1.
 Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions);
+
+Blend BlendOf(const Mixture& mixture, const ComponentValues& x);
+
+// A_i = sum of 2·x_j·a_ij, MPa·cm6/mol2, with blend that of x; and all of the mixture's own.
+inline double AttractionOf(const Mixture& mixture, const ComponentValues& x, const Blend& blend,
+                           std::size_t i) {
+    // As in a itself, a_ij is the product of two roots but for the defects on the diagonal.
+    return 2.0 * (mixture.aRoot[i] * blend.aRoot + x[i] * mixture.aRootDefect[i]);
+}
+ComponentValues Attractions(const Mixture& mixture);
 
 // The same components in other amount fractions.
 Mixture WithFractions(const Mixture& mixture, const ComponentValues& fractions);

@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "model/cubic.h"
-#include "model/fugacity.h"
+#include "model/state.h"
 
 namespace fluid {
 
@@ -27,16 +27,16 @@ double IsothermSlope(double aMix, double bMix, double T, double V, double h) {
 
 std::optional<ComponentValues> PartialMolarVolumes(const Mixture& mixture, double T, double V) {
     if (!(V > 0.0 && T > 0.0)) return {};
-    const double aMix = mixture.attraction;
-    const double bMix = mixture.covolume;
-    const ComponentValues attraction = ComponentAttraction(mixture);
-    const double share = (V - bMix) / V;
-    const double k = share * share / (R * T);
+    const PhaseState state(mixture, mixture.fractions, T, V);
+    const double aMix = state.blend.a;
+    const double share = state.free / V;
+    const double k = share * share / state.RT;
     const double divisor = 1.0 - 2.0 * aMix * k / V;
     if (divisor == 0.0) return {};
     ComponentValues volumes{};
     for (std::size_t i = 0; i < mixture.count; ++i) {
-        const double excess = (mixture.b[i] - bMix) - (attraction[i] - 2.0 * aMix) * k;
+        const double excess =
+            (mixture.b[i] - state.blend.b) - (state.attraction(i) - 2.0 * aMix) * k;
         volumes[i] = V + excess / divisor;
         if (!std::isfinite(volumes[i])) return {};
     }

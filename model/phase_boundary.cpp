@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "model/phase_roots.h"
+#include "model/state.h"
 
 namespace fluid {
 
@@ -457,10 +457,11 @@ BoundaryPoint PointOf(const Mixture& mixture, const BoundarySample& sample) {
     const double V = mixture.bMix * (1.0 + std::exp(sample.x));
     const double other = sample.other.lambda == 0.0 ? V : sample.other.volume();
     const double T = std::exp(sample.lnT);
-    const double otherARoot = sample.other.H * other;
-    const bool areLiquids =
-        IsLiquid(mixture.aRootMix * mixture.aRootMix, mixture.bMix, T, V) &&
-        IsLiquid(otherARoot * otherARoot, sample.other.packing * other, T, other);
+    const auto isLiquid = [T](double aRoot, double b, double volume) {
+        return State({aRoot * aRoot, b, aRoot}, T, volume).isLiquid();
+    };
+    const bool areLiquids = isLiquid(mixture.aRootMix, mixture.bMix, V) &&
+                            isLiquid(sample.other.H * other, sample.other.packing * other, other);
     return {T, std::exp(sample.lnP), V, other, areLiquids};
 }
 

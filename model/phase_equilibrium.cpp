@@ -5,8 +5,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "model/cubic.h"
-#include "model/phase_roots.h"
+#include "model/state.h"
 #include "model/trial_phase.h"
 
 namespace fluid {
@@ -45,8 +44,6 @@ struct Secant {
     }
 };
 
-using RootChoice = double(const CubicRoots&, double);
-
 // Two phases that exchange their components by successive substitution.
 struct Substitution {
     explicit Substitution(const Mixture& of) : bulk(of) {}
@@ -58,7 +55,7 @@ struct Substitution {
     ComponentValues K{};
     double drift = 0.0;  // largest relative change of a K in the last substitution
 
-    double evaluate(const ComponentValues& x, RootChoice* choice, ComponentValues& logPhi) const;
+    double evaluate(const ComponentValues& x, PhaseRoot root, ComponentValues& logPhi) const;
     void evaluatePhases();
     // New compositions for the vapour fraction beta; returns the residual.
     double substitute(double beta);
@@ -66,33 +63,20 @@ struct Substitution {
 
 // The molar volume of a phase and the logarithms of its fugacity coefficients, with the limits of
 // FugacityCoefficients: a coefficient of 1 beyond e^±227 and for a volume that is none.
-double Substitution::evaluate(const ComponentValues& x, RootChoice* choice,
+double Substitution::evaluate(const ComponentValues& x, PhaseRoot root,
                               ComponentValues& logPhi) const {
-    constexpr double LogLimit = 227.0;
-    double bMix = 0.0;
-    double rootSum = 0.0;
-    double defect = 0.0;
+    const PhaseState state(bulk, x, phases.T, phases.P, root);
+    const double logFree = state.logFree(phases.P);
     for (std::size_t i = 0; i < bulk.count; ++i) {
-        bMix += x[i] * bulk.b[i];
-        rootSum += x[i] * bulk.aRoot[i];
-        defect += x[i] * x[i] * bulk.aRootDefect[i];
+        const double value = state.interaction(i) - logFree;
+        logPhi[i] = state.V > 0.0 && std::abs(value) < LargestLogPhi ? value : 0.0;
     }
-    const double aMix = rootSum * rootSum + defect;
-    const double V = choice(VolumeCubicSolver(aMix, bMix, phases.T, phases.P), bMix);
-    const double RT = R * phases.T;
-    const double u = 1.0 / (V - bMix);
-    const double pull = 2.0 * rootSum / (RT * V);
-    const double common = std::log(phases.P * (V - bMix) / RT);
-    for (std::size_t i = 0; i < bulk.count; ++i) {
-        const double value = bulk.b[i] * u - bulk.aRoot[i] * pull - common;
-        logPhi[i] = V > 0.0 && std::abs(value) < LogLimit ? value : 0.0;
-    }
-    return V;
+    return state.V;
 }
 
 void Substitution::evaluatePhases() {
-    phases.Vx = evaluate(phases.x, LiquidRoot, logPhiX);
-    phases.Vy = evaluate(phases.y, VapourRoot, logPhiY);
+    phases.Vx = evaluate(phases.x, PhaseRoot::Smallest, logPhiX);
+    phases.Vy = evaluate(phases.y, PhaseRoot::Largest, logPhiY);
 }
 
 void Normalise(ComponentValues& x, double sum) {
@@ -134,48 +118,34 @@ bool Take(const Mixture& bulk, const ComponentValues& guess, ComponentValues& x)
     return true;
 }
 
-// The two phases of a result as mixtures of their own.
+// The two phases of a result.
 struct Pair {
-    Mixture x;
-    Mixture y;
-    TrialCurve X;
-    TrialCurve Y;
-    double RT;
+    PhaseState X;
+    PhaseState Y;
 
     Pair(const Mixture& components, const PhasePair& phases)
-        : x(WithFractions(components, phases.x)),
-          y(WithFractions(components, phases.y)),
-          X(x, phases.Vx - x.bMix),
-          Y(y, phases.Vy - y.bMix),
-          RT(R * phases.T) {}
+        : X(components, phases.x, phases.T, phases.Vx),
+          Y(components, phases.y, phases.T, phases.Vy) {}
 };
-
-double LogFugacity(const TrialCurve& phase, double RT, std::size_t i) {
-    const Mixture& mixture = phase.mixture();
-    return std::log(mixture.z[i] * phase.u()) + mixture.b[i] * phase.u() -
-           2.0 / RT * mixture.aRoot[i] * phase.A();
-}
 
 // What rounding leaves of equal fugacities: a volume right to the last digit has a V - b that is
 // not.
 double Sharpness(const Pair& pair) {
     constexpr double Rounding = 1e-13;
     double largest = 1.0;
-    for (const TrialCurve* phase : {&pair.X, &pair.Y}) {
-        const Mixture& mixture = phase->mixture();
-        const double push = mixture.largestB * phase->u();
-        const double pull = 2.0 / pair.RT * mixture.largestARoot * phase->A();
-        largest = std::max({largest, push * push, pull});
+    for (const PhaseState* phase : {&pair.X, &pair.Y}) {
+        const double push = phase->of.largestB * phase->u;
+        const double attraction = 2.0 / phase->RT * phase->of.largestARoot * phase->A();
+        largest = std::max({largest, push * push, attraction});
     }
     return Rounding * largest;
 }
 
 // Whether both volumes are possible and all fugacities equal to a share.
 bool InEquilibrium(const Pair& pair, double tolerance) {
-    if (!(pair.X.u() > 0.0 && pair.Y.u() > 0.0)) return false;
-    if (!std::isfinite(pair.X.V()) || !std::isfinite(pair.Y.V())) return false;
-    for (std::size_t i = 0; i < pair.x.count; ++i) {
-        const double difference = LogFugacity(pair.X, pair.RT, i) - LogFugacity(pair.Y, pair.RT, i);
+    if (!pair.X.isPossible() || !pair.Y.isPossible()) return false;
+    for (std::size_t i = 0; i < pair.X.of.count; ++i) {
+        const double difference = pair.X.logFugacity(i) - pair.Y.logFugacity(i);
         if (!(std::abs(difference) <= tolerance)) return false;
     }
     return true;
@@ -188,11 +158,12 @@ bool IsExact(const Pair& pair) {
 
 // Whether a phase much like the bulk is one that it coexists with, and no copy of the bulk that the
 // iteration creeps to: a maximum of D, and of the same pressure. Inside the spinodal there is none.
-bool CoexistsWith(const TrialCurve& bulk, const TrialCurve& other, double RT) {
+bool CoexistsWith(const TrialCurve& bulk, const PhaseState& other) {
+    const double RT = other.RT;
     if (!(bulk.spinodalRT() < RT)) return false;
     const double lambda = 2.0 / RT * (other.A() - bulk.A());
     if (lambda == 0.0) return false;
-    const auto phase = bulk.climb(bulk.at(lambda, other.u()), RT);
+    const auto phase = bulk.climb(bulk.at(lambda, other.u), RT);
     constexpr double Match = 0.01;
     return phase && std::abs(phase->lambda - lambda) < Match * std::abs(lambda) &&
            std::abs(phase->levelRT() - RT) < Match * (RT - bulk.spinodalRT());
@@ -210,13 +181,13 @@ Stability StabilityOf(const TrialCurve& bulk, double RT, double P) {
 
 // Two phases so alike that they may be one that the iteration creeps to.
 bool LooksTrivial(const Pair& pair) {
-    const double volumes = std::abs(pair.X.V() / pair.Y.V() - 1.0);
+    const double volumes = std::abs(pair.X.V / pair.Y.V - 1.0);
     double largest = 0.0;
     bool anyEqual = false;
-    for (std::size_t i = 0; i < pair.x.count; ++i) {
-        const double change = std::abs(pair.y.z[i] / pair.x.z[i] - 1.0);
+    for (std::size_t i = 0; i < pair.X.of.count; ++i) {
+        const double change = std::abs(pair.Y.x[i] / pair.X.x[i] - 1.0);
         largest = std::max(largest, change);
-        anyEqual = anyEqual || (std::abs(pair.x.z[i] - pair.y.z[i]) < 1e-5 && change < 0.01);
+        anyEqual = anyEqual || (std::abs(pair.X.x[i] - pair.Y.x[i]) < 1e-5 && change < 0.01);
     }
     return (largest < 0.02 && volumes < 0.02) || (anyEqual && volumes < 0.05);
 }
@@ -230,17 +201,20 @@ struct Verdict {
 Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) {
     constexpr double FugacityTolerance = 1e-8;
     const Pair pair(components, phases);
-    const TrialCurve& bulk = bulkIsX ? pair.X : pair.Y;
-    const TrialCurve& other = bulkIsX ? pair.Y : pair.X;
-    const bool isPossible = pair.X.u() > 0.0 && pair.Y.u() > 0.0 && phases.T >= AbsurdT(components);
-    if (!isPossible) return {Outcome::NoSolution, Stability::Stable};
+    const bool isPossible = pair.X.free > 0.0 && pair.Y.free > 0.0;
+    if (!isPossible || phases.T < AbsurdT(components))
+        return {Outcome::NoSolution, Stability::Stable};
     const Outcome refused = LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution;
     const double tolerance = std::max(FugacityTolerance, Sharpness(pair));
     if (!InEquilibrium(pair, tolerance)) return {refused, Stability::Stable};
+    const PhaseState& bulk = bulkIsX ? pair.X : pair.Y;
+    const Mixture mixture = WithFractions(components, bulk.x);
+    const TrialCurve curve(mixture, bulk.free);
     constexpr double Alike = 0.05;
     const bool alike = std::abs(phases.Vx / phases.Vy - 1.0) < Alike;
-    if (alike && !CoexistsWith(bulk, other, pair.RT)) return {refused, Stability::Stable};
-    return {Outcome::Converged, StabilityOf(bulk, pair.RT, phases.P)};
+    if (alike && !CoexistsWith(curve, bulkIsX ? pair.Y : pair.X))
+        return {refused, Stability::Stable};
+    return {Outcome::Converged, StabilityOf(curve, bulk.RT, phases.P)};
 }
 
 bool Usable(double number) {

@@ -2,36 +2,20 @@
 
 #include <cmath>
 
-#include "model/fugacity.h"
 #include "model/ideal_gas.h"
 #include "model/molar_volume.h"
+#include "model/state.h"
 
 namespace fluid {
 
 namespace {
 
-// A state of the mixture; b stands for bMix, a for aMix.
-struct State {
-    double T;
-    double RT;
-    double P;
-    double V;
-    double free;  // V - b
-    double attraction;
-    double covolume;
-    double molarMass;
-
-    // -V·dP/dV, MPa; not above 0 where the fluid is mechanically unstable
-    double stiffness() const { return RT * V / free / free - 2.0 * attraction / V / V; }
-    // dP/dT at constant V, MPa/K
-    double thermalPressure() const { return R / free; }
-    // ln(P·(V - b)/(R·T)), for P > 0, without the cancellation that a gas near ideal would suffer
-    double logFree() const {
-        const double share = attraction / RT / V * (free / V);
-        constexpr double Half = 0.5;
-        return share < Half ? std::log1p(-share) : std::log(P / RT * free);
-    }
-};
+// ln(P·(V - b)/(R·T)), for P > 0, without the cancellation that a gas near ideal would suffer.
+double LogFree(const State& state, double P) {
+    const double share = state.blend.a / state.RT / state.V * (state.free / state.V);
+    constexpr double Half = 0.5;  // from here on nothing cancels
+    return share < Half ? std::log1p(-share) : state.logFree(P);
+}
 
 // The mixture of ideal gases at T and the standard pressure.
 IdealGasProperties IdealMixture(const Mixture& mixture, double T) {
@@ -44,12 +28,6 @@ IdealGasProperties IdealMixture(const Mixture& mixture, double T) {
         sum.S += x * (gas.S - R * std::log(x));
     }
     return sum;
-}
-
-std::optional<State> StateAt(const Mixture& mixture, double T, double P, double V) {
-    const double covolume = mixture.covolume;
-    if (mixture.count == 0 || !(T > 0.0) || !(V > covolume)) return {};
-    return State{T, R * T, P, V, V - covolume, mixture.attraction, covolume, mixture.molarMass};
 }
 
 std::optional<double> Real(double value) {
@@ -72,70 +50,74 @@ Property Whole(std::optional<double> idealGas, double total) {
     return {idealGas ? Real(*idealGas) : std::nullopt, {}, Real(total)};
 }
 
-void SetVolumes(const State& state, MixtureProperties& result) {
-    const auto& [T, RT, P, V, free, attraction, covolume, molarMass] = state;
-    const double excess = covolume / free - attraction / (RT * V);  // Z - 1
-    const double idealV = RT / P;
-    const double density = molarMass / V;
-    result.V = Parts(idealV, idealV * excess, V, P);
+void SetVolumes(const State& state, double P, double molarMass, MixtureProperties& result) {
+    const double excess =
+        state.blend.b / state.free - state.blend.a / (state.RT * state.V);  // Z - 1
+    const double idealV = state.RT / P;
+    const double density = molarMass / state.V;
+    result.V = Parts(idealV, idealV * excess, state.V, P);
     result.density = Parts(molarMass / idealV, -density * excess, density, P);
-    const double Z = P / RT * V;
-    result.Z = {1.0, Real(excess), Real(Z)};
+    result.Z = {1.0, Real(excess), Real(P / state.RT * state.V)};
 }
 
-void SetEnergies(const State& state, const IdealGasProperties& ideal, MixtureProperties& result) {
-    const auto& [T, RT, P, V, free, attraction, covolume, molarMass] = state;
-    const double flow = RT * covolume / free - attraction / V;  // P·V - R·T
-    const double logFree = P > 0.0 ? state.logFree() : 0.0;
+void SetEnergies(const State& state, double P, const IdealGasProperties& ideal,
+                 MixtureProperties& result) {
+    const double T = state.T;
+    const double RT = state.RT;
+    const double attraction = state.blend.a / state.V;
+    const double flow = RT * state.blend.b / state.free - attraction;  // P·V - R·T
+    const double logFree = P > 0.0 ? LogFree(state, P) : 0.0;
     // Of the ideal gas at T and P, and of the fluid itself, for which P need not be above 0.
     const double idealS = ideal.S - R * std::log(P / StandardPressure);
-    const double S = ideal.S + R * std::log(StandardPressure / RT * free);
+    const double S = ideal.S + R * std::log(StandardPressure / RT * state.free);
     const double idealU = ideal.H - RT;
-    const double U = idealU - attraction / V;
-    result.U = Parts(idealU, -attraction / V);
-    result.H = Parts(ideal.H, flow - attraction / V);
+    const double U = idealU - attraction;
+    result.U = Parts(idealU, -attraction);
+    result.H = Parts(ideal.H, flow - attraction);
     result.S = Parts(idealS, R * logFree, S, P);
-    result.A = Parts(idealU - T * idealS, -attraction / V - RT * logFree, U - T * S, P);
+    result.A = Parts(idealU - T * idealS, -attraction - RT * logFree, U - T * S, P);
     result.G =
-        Parts(ideal.H - T * idealS, flow - attraction / V - RT * logFree, U + RT + flow - T * S, P);
+        Parts(ideal.H - T * idealS, flow - attraction - RT * logFree, U + RT + flow - T * S, P);
 }
 
-void SetDerivatives(const State& state, double idealCp, MixtureProperties& result) {
-    const auto& [T, RT, P, V, free, attraction, covolume, molarMass] = state;
+void SetDerivatives(const State& state, double P, double molarMass, double idealCp,
+                    MixtureProperties& result) {
+    const double T = state.T;
+    const double V = state.V;
     const double stiffness = state.stiffness();
-    const double thermal = state.thermalPressure();
-    const double Cv = idealCp - R;                  // the attraction does not depend on T
-    const double work = T * V * thermal * thermal;  // (Cp - Cv)·stiffness
+    const double thermal = R / state.free;            // dP/dT at constant V, MPa/K
+    const double pull = 2.0 * state.blend.a / V / V;  // MPa
+    const double Cv = idealCp - R;                    // the attraction knows no T
+    const double work = T * V * thermal * thermal;    // (Cp - Cv)·stiffness
     const double Cp = Cv + work / stiffness;
     constexpr double GramsPerKilogram = 1000.0;
     const double perMass = GramsPerKilogram / molarMass;
     result.Cv = Parts(Cv, 0.0);
-    // Cp - Cv - R = R·(2a/V²)/stiffness
-    result.Cp = Parts(idealCp, R * 2.0 * attraction / V / V / stiffness);
+    result.Cp = Parts(idealCp, R * pull / stiffness);
     result.heatRatio = Whole(idealCp / Cv, Cp / Cv);
     result.compressibility =
         Whole(P > 0.0 ? std::optional(1.0 / P) : std::nullopt, 1.0 / stiffness);
     result.expansion = Whole(1.0 / T, thermal / stiffness);
     // (dS/dT)/(dS/dV) = (Cv/T)/(dP/dT)
-    result.isentropicExpansion = Whole(-Cv / RT, -Cv / (T * V * thermal));
-    result.soundSpeed = Whole(std::sqrt(idealCp / Cv * RT * perMass),
+    result.isentropicExpansion = Whole(-Cv / state.RT, -Cv / (T * V * thermal));
+    result.soundSpeed = Whole(std::sqrt(idealCp / Cv * state.RT * perMass),
                               std::sqrt(V * (stiffness + work / Cv) * perMass));
     // V·(T·(dV/dT)/V - 1)/Cp, where T·(dV/dT)/V - 1 = (2a/V² - R·T·b/(V - b)²)/stiffness
-    const double excess = 2.0 * attraction / V / V - RT * covolume / free / free;
+    const double excess = pull - state.RT * state.blend.b / state.free / state.free;
     result.jouleThomson = Whole(0.0, V * excess / (stiffness * Cv + work));
-    result.secondVirial = Whole(0.0, covolume - attraction / RT);
+    result.secondVirial = Whole(0.0, state.blend.b - state.blend.a / state.RT);
 }
 
 }  // namespace
 
 MixtureProperties PropertiesOf(const Mixture& mixture, double T, double P, double V) {
     MixtureProperties result;
-    const std::optional<State> state = StateAt(mixture, T, P, V);
-    if (!state) return result;
+    if (mixture.count == 0 || !(T > 0.0) || !(V > mixture.covolume)) return result;
+    const State state(BlendOf(mixture, mixture.fractions), T, V);
     const IdealGasProperties ideal = IdealMixture(mixture, T);
-    SetVolumes(*state, result);
-    SetEnergies(*state, ideal, result);
-    SetDerivatives(*state, ideal.Cp, result);
+    SetVolumes(state, P, mixture.molarMass, result);
+    SetEnergies(state, P, ideal, result);
+    SetDerivatives(state, P, mixture.molarMass, ideal.Cp, result);
     return result;
 }
 
@@ -157,31 +139,29 @@ std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(const Mixt
                                                                       double T, double P,
                                                                       double V) {
     std::array<ComponentProperties, ComponentCount> result;
-    const std::optional<State> state = StateAt(mixture, T, P, V);
-    if (!state) return result;
-    const double RT = state->RT;
-    const double free = state->free;
-    const ComponentValues attractions = ComponentAttraction(mixture);
+    if (mixture.count == 0 || !(T > 0.0) || !(V > mixture.covolume)) return result;
+    const PhaseState state(mixture, mixture.fractions, T, V);
+    const double RT = state.RT;
+    const double logFree = P > 0.0 ? LogFree(state, P) : 0.0;
     const auto volumes = PartialMolarVolumes(mixture, T, V);
     for (std::size_t k = 0; k < mixture.count; ++k) {
         const IdealGasProperties gas = IdealGas(mixture.index[k], T);
-        // ln(f/P0) = ln(x·R·T/((V - b)·P0)) + b_k/(V - b) - A_k/(R·T·V)
-        const double logConcentration =
-            std::log(mixture.fractions[k] * RT / (free * StandardPressure));
-        const double interaction = mixture.b[k] / free - attractions[k] / (RT * V);
+        // of the gas alone in the free volume; ln(f/P0) is this and the interaction
+        const double logIdeal = std::log(state.x[k] * RT / (state.free * StandardPressure));
+        const double interaction = state.interaction(k);
         const double standard = gas.H - T * gas.S;
-        const double term = RT * (logConcentration + interaction);
+        const double term = RT * (logIdeal + interaction);
         ComponentProperties& component = result[k];
         component.standardPotential = Real(standard);
         component.fugacityTerm = Real(term);
         component.chemicalPotential = Real(standard + term);
-        if (P > 0.0) component.logPhi = Real(interaction - state->logFree());
+        if (P > 0.0) component.logPhi = Real(interaction - logFree);
         if (!volumes) continue;
         const double volume = (*volumes)[k];
         component.volume = Real(volume);
-        component.enthalpy = Real(gas.H - RT - attractions[k] / V + RT * volume / free);
+        component.enthalpy = Real(gas.H - RT - state.attraction(k) / V + RT * volume / state.free);
         component.entropy =
-            Real(gas.S - R * logConcentration + R * ((volume - mixture.b[k]) / free - 1.0));
+            Real(gas.S - R * logIdeal + R * ((volume - mixture.b[k]) / state.free - 1.0));
     }
     return result;
 }

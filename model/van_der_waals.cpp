@@ -1,8 +1,9 @@
 #include "model/van_der_waals.h"
 
+#include <cassert>
 #include <cmath>
 
-#include "model/mixture.h"
+#include "model/state.h"
 
 namespace fluid {
 
@@ -33,6 +34,52 @@ double TemperatureVdW(double aMix, double bMix, double P, double V) {
     const double T = (P * V * V + aMix) * (V - bMix) / (R * V * V);
     // V² may have no room in a double.
     return std::isfinite(T) ? T : (P + aMix / V / V) * ((V - bMix) / R);
+}
+
+ComponentValues ComponentAttraction(std::int32_t n, std::span<const double> x) {
+    return Attractions(MixtureOf(n, x));
+}
+
+ComponentValues ComponentCovolumes(std::int32_t n) {
+    return MixtureOf(n, ComponentValues{}).b;
+}
+
+ComponentValues FugacityCoefficients(std::int32_t n, double bMix, std::span<const double> A,
+                                     std::span<const double> B, double T, double P, double V) {
+    const auto count = static_cast<std::size_t>(n) + 1;
+    assert(count <= ComponentCount && count <= A.size() && count <= B.size());
+    ComponentValues coefficients{};
+    for (std::size_t i = 0; i < count; ++i) coefficients[i] = 1.0;
+    if (!(P != 0.0 && T > 0.0 && V > bMix)) return coefficients;
+    const State state({0.0, bMix, 0.0}, T, V);
+    const double logFree = state.logFree(P);
+    for (std::size_t i = 0; i < count; ++i) {
+        const double logPhi = state.interaction(B[i], A[i]) - logFree;
+        if (std::abs(logPhi) < LargestLogPhi) coefficients[i] = std::exp(logPhi);
+    }
+    return coefficients;
+}
+
+ComponentValues FugacityCoefficients(const Mixture& mixture, double T, double P, double V) {
+    const auto last = static_cast<std::int32_t>(mixture.count) - 1;
+    return FugacityCoefficients(last, mixture.covolume, Attractions(mixture), mixture.b, T, P, V);
+}
+
+double PureFugacityCoefficient(const Mixture& mixture, std::size_t k, double T, double P,
+                               double V) {
+    const double A = 2.0 * mixture.pureA(k);
+    const double B = mixture.b[k];
+    return FugacityCoefficients(0, B, {&A, 1}, {&B, 1}, T, P, V)[0];
+}
+
+ComponentValues PureFugacities(const Mixture& mixture, double T, double P,
+                               std::span<const double> V) {
+    assert(mixture.count <= V.size());
+    ComponentValues fugacities{};
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        fugacities[k] = PureFugacityCoefficient(mixture, k, T, P, V[k]) * P;
+    }
+    return fugacities;
 }
 
 }  // namespace fluid

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "model/first_approach.h"
-#include "model/phase_roots.h"
+#include "model/homogenisation.h"
 #include "procedures/phase_sentences.h"
 #include "procedures/stability_text.h"
 #include "toolkit/number_text.h"

@@ -1,6 +1,6 @@
 #include "procedures/two_phases.h"
 
-#include "model/phase_roots.h"
+#include "model/homogenisation.h"
 #include "procedures/phase_sentences.h"
 #include "procedures/stability_text.h"
 

@@ -1,4 +1,4 @@
-#include "model/fugacity.h"
+#include "model/van_der_waals.h"
 
 #include <gtest/gtest.h>
 
