@@ -60,7 +60,9 @@ BENCHMARK(CriticalPointsAndTheirStability)->UseManualTime()->Iterations(Mixtures
 void DiffusionalSpinodal(benchmark::State& run) {
     constexpr double T = 200.0;
     OverSample(run, 30, [] {
-        benchmark::DoNotOptimize(fluid::DiffusionalSpinodal(fluid::AcceptedMixture(), T));
+        benchmark::DoNotOptimize(
+            fluid::SpinodalOf(fluid::AcceptedMixture(), fluid::SpinodalKind::Diffusional)
+                .volumes(T));
     });
 }
 BENCHMARK(DiffusionalSpinodal)->UseManualTime()->Iterations(Mixtures);

@@ -5,7 +5,6 @@
 #include <optional>
 #include <utility>
 
-#include "model/spinodal.h"
 #include "model/van_der_waals.h"
 
 namespace fluid {
@@ -24,11 +23,6 @@ std::vector<double> Volumes(double b, double step, std::vector<double> others) {
     }
     std::sort(others.begin(), others.end());
     return others;
-}
-
-SpinodalVolumes VolumesAt(const Mixture& mixture, SpinodalKind kind, double T) {
-    return kind == SpinodalKind::Diffusional ? DiffusionalSpinodal(mixture, T)
-                                             : MechanicalSpinodal(mixture, T);
 }
 
 // The samples of a boundary as curves to be drawn: with further points between those that lie far
@@ -122,26 +116,23 @@ std::vector<std::vector<StatePoint>> TraceSpinodal(const Mixture& mixture, Spino
                                                    double lowestT, double highestT) {
     std::vector<std::vector<StatePoint>> pieces;
     if (mixture.count == 0) return pieces;
-    const double aMix = mixture.attraction;
-    const double bMix = mixture.covolume;
+    const Spinodal spinodal = SpinodalOf(mixture, kind);
     std::vector<double> ends;
     for (const double T : {lowestT, highestT}) {
-        for (const double V : VolumesAt(mixture, kind, T)) ends.push_back(V);
+        for (const double V : spinodal.volumes(T)) ends.push_back(V);
     }
-    constexpr double Step = 0.02;
+    constexpr double Step = 0.02;  // of ln(V - b), short of what can be seen
     bool isGap = true;
-    for (const double V : Volumes(bMix, Step, ends)) {
+    for (const double V : Volumes(mixture.covolume, Step, ends)) {
         const bool isEnd = std::find(ends.begin(), ends.end(), V) != ends.end();
-        const double T = kind == SpinodalKind::Diffusional
-                             ? DiffusionalSpinodalTemperature(mixture, V)
-                             : MechanicalSpinodalTemperature(mixture, V);
-        if (isEnd || (T >= lowestT && T <= highestT)) {
-            if (isGap) pieces.emplace_back();
-            pieces.back().push_back({T, PressureVdW(aMix, bMix, T, V), V});
-            isGap = false;
-        } else {
-            isGap = true;
+        const double T = spinodal.temperature(V);
+        const bool isInside = isEnd || (T >= lowestT && T <= highestT);
+        if (isInside && isGap) pieces.emplace_back();
+        if (isInside) {
+            const double P = PressureVdW(mixture.attraction, mixture.covolume, T, V);
+            pieces.back().push_back({T, P, V});
         }
+        isGap = !isInside;
     }
     return pieces;
 }

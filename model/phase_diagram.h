@@ -4,6 +4,7 @@
 
 #include "model/critical_point.h"
 #include "model/phase_boundary.h"
+#include "model/spinodal.h"
 
 namespace fluid {
 
@@ -25,8 +26,6 @@ struct BoundaryPiece {
 
 // critical: all critical points of the mixture; the stable ones are points of the boundary.
 std::vector<BoundaryPiece> TraceBoundary(const Mixture& mixture, const CriticalPoints& critical);
-
-enum class SpinodalKind { Diffusional, Mechanical };
 
 // Pieces of the spinodal between two temperatures in K, ends included, from small to large volumes.
 std::vector<std::vector<StatePoint>> TraceSpinodal(const Mixture& mixture, SpinodalKind kind,

@@ -18,16 +18,25 @@ struct SpinodalVolumes {
     const double* end() const { return volumes.data() + count; }
 };
 
-// The volumes at which the mixture is just about to split by itself: between them, or below the
-// only one, any small change of composition grows. None where T is not above 0.
-// R·T·V³ = 2·sum x_i·(V·√a_i - b_i·√a)²
-SpinodalVolumes DiffusionalSpinodal(const Mixture& mixture, double T);
+// Diffusional: where the mixture is just about to split by itself. Mechanical: the extrema of the
+// isotherm, dP/dV = 0.
+enum class SpinodalKind { Diffusional, Mechanical };
 
-// The volumes of the extrema of the isotherm, dP/dV = 0, or none. R·T·V³ = 2·a·(V - b)²
-SpinodalVolumes MechanicalSpinodal(const Mixture& mixture, double T);
+// Both are R·T·(w + b)³ = 2·(square·w² + 2·mixed·w + constant), w = V - b, in which nothing cancels
+// near b: V·√a_i - b_i·√a = √a_i·w + d_i with d_i = √a_i·b - b_i·√a, the differences of the
+// components from the mixture, which for the mechanical spinodal count nothing.
+struct Spinodal {
+    double b = 0.0;
+    double square = 0.0;    // MPa·cm6/mol2
+    double mixed = 0.0;     // MPa·cm9/mol3
+    double constant = 0.0;  // MPa·cm12/mol4
 
-// The temperature in K at which V is such a volume; 0 where V is not above the co-volume.
-double DiffusionalSpinodalTemperature(const Mixture& mixture, double V);
-double MechanicalSpinodalTemperature(const Mixture& mixture, double V);
+    // The volumes at T: between them, or below the only one, any small change of composition, or of
+    // the density alone, grows. None where T is not above 0.
+    SpinodalVolumes volumes(double T) const;
+    // The temperature at which V is such a volume; 0 where V is not above the co-volume.
+    double temperature(double V) const;
+};
+Spinodal SpinodalOf(const Mixture& mixture, SpinodalKind kind);
 
 }  // namespace fluid

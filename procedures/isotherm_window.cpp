@@ -187,7 +187,8 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
         mark(points.try_emplace(name, name, PlotSeries::Style::markers, colour).first->second,
              point.V, point.P);
     }
-    for (const double V : fluid::DiffusionalSpinodal(mixture_, T)) {
+    for (const double V :
+         fluid::SpinodalOf(mixture_, fluid::SpinodalKind::Diffusional).volumes(T)) {
         mark(spinodal, V, fluid::PressureVdW(a, b, T, V));
     }
     std::sort(volumes.begin(), volumes.end());

@@ -19,11 +19,6 @@ using fluid::StatePoint;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-fluid::SpinodalVolumes volumesAt(const fluid::Mixture& mixture, SpinodalKind kind, double T) {
-    return kind == SpinodalKind::Diffusional ? fluid::DiffusionalSpinodal(mixture, T)
-                                             : fluid::MechanicalSpinodal(mixture, T);
-}
-
 /// For a pure gas both kinds are the same.
 std::vector<SpinodalKind> kindsOf(const fluid::Mixture& mixture) {
     if (mixture.count == 1) {
@@ -101,7 +96,7 @@ SpinodalTable::Limit SpinodalTable::limitAt(const WrittenTemperature& T, double 
 void SpinodalTable::addAt(const WrittenTemperature& T) {
     const std::size_t before = limits_.size();
     for (const SpinodalKind kind : kindsOf(mixture_)) {
-        const fluid::SpinodalVolumes volumes = volumesAt(mixture_, kind, T.kelvin);
+        const fluid::SpinodalVolumes volumes = fluid::SpinodalOf(mixture_, kind).volumes(T.kelvin);
         for (std::size_t i = 0; i < volumes.count; ++i) {
             limits_.push_back(
                 limitAt(T, volumes.volumes[i], limitName(mixture_, kind, volumes, i)));
@@ -114,10 +109,8 @@ void SpinodalTable::addAt(const WrittenTemperature& T) {
 
 void SpinodalTable::addAtVolume(double V) {
     for (const SpinodalKind kind : kindsOf(mixture_)) {
-        const double T = kind == SpinodalKind::Diffusional
-                             ? fluid::DiffusionalSpinodalTemperature(mixture_, V)
-                             : fluid::MechanicalSpinodalTemperature(mixture_, V);
-        const fluid::SpinodalVolumes volumes = volumesAt(mixture_, kind, T);
+        const double T = fluid::SpinodalOf(mixture_, kind).temperature(V);
+        const fluid::SpinodalVolumes volumes = fluid::SpinodalOf(mixture_, kind).volumes(T);
         limits_.push_back(limitAt(WrittenTemperature::calculated(T), V,
                                   limitName(mixture_, kind, volumes, nearestOf(volumes, V))));
     }

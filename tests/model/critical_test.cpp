@@ -28,14 +28,10 @@ fluid::CriticalPoints FindPoints() {
     return fluid::FindCriticalPoints(fluid::AcceptedMixture());
 }
 
-SpinodalVolumes Volumes(bool mechanical, double T) {
-    return mechanical ? fluid::MechanicalSpinodal(fluid::AcceptedMixture(), T)
-                      : fluid::DiffusionalSpinodal(fluid::AcceptedMixture(), T);
-}
-
-double SpinodalT(bool mechanical, double V) {
-    return mechanical ? fluid::MechanicalSpinodalTemperature(fluid::AcceptedMixture(), V)
-                      : fluid::DiffusionalSpinodalTemperature(fluid::AcceptedMixture(), V);
+fluid::Spinodal Limit(bool mechanical) {
+    return fluid::SpinodalOf(fluid::AcceptedMixture(), mechanical
+                                                           ? fluid::SpinodalKind::Mechanical
+                                                           : fluid::SpinodalKind::Diffusional);
 }
 
 double RandomT(std::mt19937_64& random) {
@@ -99,10 +95,10 @@ TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalle
         }
         const double T = RandomT(random);
         const double b = fluid::AcceptedMixture().covolume;
-        for (const double V : Volumes(false, T)) keep(V - b, T);
-        for (const double V : Volumes(true, T)) {
-            worst = std::max(worst, RelativeError(SpinodalT(true, V), T));
-            EXPECT_LE(T, SpinodalT(false, V) * (1.0 + 1e-12));
+        for (const double V : Limit(false).volumes(T)) keep(V - b, T);
+        for (const double V : Limit(true).volumes(T)) {
+            worst = std::max(worst, RelativeError(Limit(true).temperature(V), T));
+            EXPECT_LE(T, Limit(false).temperature(V) * (1.0 + 1e-12));
         }
     }
     EXPECT_LT(worst, 1e-11);
@@ -115,7 +111,7 @@ TEST(SpinodalTest, VolumesAreThoseOfSixtyDigits) {
     double worst = 0.0;
     for (const auto& row : ReadGolden("spinodals.csv", 17)) {
         Accept(std::span(row).first(fluid::ComponentCount));
-        const SpinodalVolumes found = Volumes(row[11] == 1.0, row[12]);
+        const SpinodalVolumes found = Limit(row[11] == 1.0).volumes(row[12]);
         ASSERT_EQ(static_cast<double>(found.count), row[13]);
         for (std::size_t i = 0; i < found.count; ++i) {
             // Beside a critical point the volume follows the root of the distance.
@@ -150,7 +146,7 @@ TEST(PhaseDiagramTest, CurvesHaveNoGapAndReachCriticalPointsAndTheEndsOfTheirRan
             })) << point.V;
         }
         const double T = RandomT(random);
-        const SpinodalVolumes volumes = Volumes(false, T);
+        const SpinodalVolumes volumes = Limit(false).volumes(T);
         std::size_t ends = 0;
         for (const auto& curve : fluid::TraceSpinodal(
                  fluid::AcceptedMixture(), fluid::SpinodalKind::Diffusional, T, 2.0 * T)) {
@@ -180,13 +176,13 @@ TEST(SpinodalTest, ArgumentsOutsideTheRangeGiveNoNumber) {
     const double b = fluid::AcceptedMixture().covolume;
     for (const bool mechanical : {false, true}) {
         for (const double T : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), 1e6}) {
-            EXPECT_EQ(Volumes(mechanical, T).count, 0U) << T;
+            EXPECT_EQ(Limit(mechanical).volumes(T).count, 0U) << T;
         }
-        for (const double V : {0.0, -1.0, b}) EXPECT_EQ(SpinodalT(mechanical, V), 0.0) << V;
-        EXPECT_NEAR(SpinodalT(mechanical, 3.0 * b), fluid::Tc[0], 1e-12 * fluid::Tc[0]);
+        for (const double V : {0.0, -1.0, b}) EXPECT_EQ(Limit(mechanical).temperature(V), 0.0) << V;
+        EXPECT_NEAR(Limit(mechanical).temperature(3.0 * b), fluid::Tc[0], 1e-12 * fluid::Tc[0]);
     }
     EXPECT_EQ(fluid::FindCriticalPoints({}).count, 0U);
-    EXPECT_EQ(fluid::DiffusionalSpinodal({}, 300.0).count, 0U);
+    EXPECT_EQ(fluid::SpinodalOf({}, fluid::SpinodalKind::Diffusional).volumes(300.0).count, 0U);
 }
 
 }  // namespace

@@ -227,15 +227,14 @@ void Boundaries() {
 }
 
 void Spinodals() {
-    const auto check = [](const SpinodalVolumes& volumes, auto* temperature) {
-        for (const double at : volumes) {
-            const double off = std::abs(temperature(mixture, at) / T - 1.0);
+    for (const SpinodalKind kind : {SpinodalKind::Diffusional, SpinodalKind::Mechanical}) {
+        const Spinodal spinodal = SpinodalOf(mixture, kind);
+        for (const double at : spinodal.volumes(T)) {
+            const double off = std::abs(spinodal.temperature(at) / T - 1.0);
             Demand(off < 1e-10 * at / std::abs(at - bMix), "another temperature");
         }
-        DemandFinite(temperature(mixture, V));
-    };
-    check(DiffusionalSpinodal(mixture, T), DiffusionalSpinodalTemperature);
-    check(MechanicalSpinodal(mixture, T), MechanicalSpinodalTemperature);
+        DemandFinite(spinodal.temperature(V));
+    }
 }
 
 void Diagrams() {
