@@ -328,10 +328,11 @@ std::vector<Run> Sampler::runs() {
     return runs;
 }
 
-// The place between two samples at which a quantity has a value, for one second phase. Newton's
-// method between bounds.
-std::optional<Sample> Between(const Mixture& mixture, const Sample& from, const Sample& to,
-                              const Quantity& of, double target) {
+// The place between two samples at which a quantity has a value, on the curve that gives the sample
+// at a place. Newton's method between bounds.
+template <class Curve>
+std::optional<Sample> Between(const Sample& from, const Sample& to, const Quantity& of,
+                              double target, const Curve& curve) {
     double low = from.x;
     double high = to.x;
     const bool rises = to.*of.value > from.*of.value;
@@ -339,7 +340,7 @@ std::optional<Sample> Between(const Mixture& mixture, const Sample& from, const 
     std::optional<Sample> sample;
     constexpr int StepLimit = 60;
     for (int i = 0; i < StepLimit; ++i) {
-        sample = BoundaryBetween(mixture, from, to, x);
+        sample = curve(x);
         if (!sample) return {};
         const double excess = (*sample).*of.value - target;
         if (excess == 0.0) break;
@@ -370,13 +371,19 @@ void Find(const Mixture& mixture, const Sample& from, const Sample& to, const Qu
           double target, int depth, std::vector<Sample>& found) {
     constexpr int DepthLimit = 40;
     if ((from.*of.value > target) == (to.*of.value > target) || depth == DepthLimit) return;
-    const auto sample = Between(mixture, from, to, of, target);
+    const std::array seeds = {from.other, to.other};
+    const auto follow = [&](double x) { return BoundaryBetween(mixture, from, to, x); };
+    const auto search = [&](double x) { return Look(mixture, x, seeds); };
+    auto sample = Between(from, to, of, target, follow);
+    // What is followed may leap where the second phases of the ends differ, what is searched not.
+    constexpr double Rounding = 1e-10;
+    const bool leaps = sample && std::abs((*sample).*of.value - target) > Rounding;
+    if (leaps) sample = Between(from, to, of, target, search);
     if (!sample) return;
     if (IsHighest(mixture, *sample)) {
         found.push_back(*sample);
         return;
     }
-    const std::array seeds = {from.other, to.other};
     const auto higher = Look(mixture, sample->x, seeds);
     if (!higher) return;
     Find(mixture, from, *higher, of, target, depth + 1, found);

@@ -50,32 +50,27 @@ TEST(PhaseBoundaryTest, IsochoresMeetItAtTheBubbleAndDewPoints) {
 
 // Another liquid comes before the vapour; T_h and P in 40 digits.
 TEST(PhaseBoundaryTest, ColdLiquidsSplitInTwoLiquids) {
-    ComponentValues counts{};
-    counts[4] = 0.08e12;
-    counts[10] = 0.92e12;
-    ASSERT_NO_FATAL_FAILURE(Accept(counts));
+    ASSERT_NO_FATAL_FAILURE(Accept(ComponentValues{0, 0, 0, 0, 0.08e12, 0, 0, 0, 0, 0, 0.92e12}));
     const auto point = BoundaryAt(64.532841578208092);
     ASSERT_TRUE(point);
     EXPECT_LE(RelativeError(point->T, 54.09474564384271741), 1e-14);
     EXPECT_LE(RelativeError(point->P, 146.7539407805686575), 1e-13);
 }
 
-// A corner at three quarters of the way between two places that are sampled, and a second phase in
-// the dense limit.
-TEST(PhaseBoundaryTest, PointsHaveTheTemperatureOrPressureThatWasAskedFor) {
-    ComponentValues cold{};
-    cold[1] = 25885.0;
-    cold[2] = 1957309773.0;
-    cold[3] = 998041889643.0;
-    cold[9] = 774699.0;
-    ComponentValues dense{};
-    dense[0] = 974244291515.0;
-    dense[5] = 25755708485.0;
-    for (const auto& [counts, P] : {std::pair{cold, 0.18}, {cold, 0.36}, {dense, 2.8e11}}) {
+// A corner at three quarters of the way between two places that are sampled, one beside which the
+// other phase leads from neither, and a second phase in the dense limit.
+TEST(PhaseBoundaryTest, PointsHaveTheTemperatureOrPressureThatWasAskedForAndTheFirstPhase) {
+    const ComponentValues cold = {0, 25885, 1957309773, 998041889643, 0, 0, 0, 0, 0, 774699};
+    const ComponentValues hidden = {784011753, 0, 0, 0, 0, 0, 0, 0, 721826521990, 277389466257};
+    const ComponentValues dense = {974244291515, 0, 0, 0, 0, 25755708485};
+    for (const auto& [counts, P] :
+         {std::pair{cold, 0.18}, {cold, 0.36}, {hidden, 4.312628}, {dense, 2.8e11}}) {
         ASSERT_NO_FATAL_FAILURE(Accept(counts));
         const fluid::PhaseBoundary boundary(fluid::AcceptedMixture());
         for (const auto& sample : boundary.atPressure(P)) {
             EXPECT_NEAR(sample.lnP, std::log(P), 1e-9) << std::exp(sample.lnT);
+            const auto alone = fluid::BoundaryAt(fluid::AcceptedMixture(), sample.x);
+            EXPECT_NEAR(alone ? alone->lnT : 0.0, sample.lnT, 1e-13) << P;
             for (const auto& same : boundary.atTemperature(std::exp(sample.lnT))) {
                 EXPECT_NEAR(same.lnT, sample.lnT, 1e-13);
             }

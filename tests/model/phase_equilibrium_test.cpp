@@ -299,6 +299,12 @@ TEST(Homogenisation, PointsOfShortRangesAreFoundAndNoneIsMadeUp) {
          1.9680615394106187,
          {156.678527738},
          {}},
+        {{0.05, 0.95}, P, 0.03295, {120.1932546}, {171.7223413}},
+        {{0, 0, 0, 0, 0.002, 0, 0, 0.998},
+         T,
+         112.95,
+         {1.758618164},
+         {1.488152147, 1.627529239, 1.644189348}},
         {{0, 0, 0, 0, 0.9999999999, 1e-10}, P, 0.19210721824709528, {189.090578}, {19.653412}},
         {{0, 0.7, 0, 0, 0, 0, 0, 0, 0, 0.3}, T, 273.5, {}, {6.981779, 7.099969}},
         {{0, 0.7, 0, 0, 0, 0, 0, 0, 0, 0.3}, P, 1500.0, {21.632057}, {}},
@@ -343,7 +349,17 @@ TEST(Homogenisation, TypedPressureLeadsToItsPointOrNowhere) {
     }
 }
 
-// Traces in one phase, and pairs from which the prescribed steps lead away.
+TEST(PhaseIteration, PointOfAnUnstableFluidIsCalledUnstable) {
+    ASSERT_NO_FATAL_FAILURE(AcceptParts({0.5, 0.5}));
+    constexpr auto T = Given::Temperature;
+    const auto seed = fluid::HomogenisationSeed(fluid::AcceptedMixture(), T, 100.0, *Kinds.begin());
+    const auto result = Iterate(T, 100.0, *Kinds.begin(), seed);
+    EXPECT_EQ(result.outcome, Outcome::Converged);
+    EXPECT_EQ(result.stability, fluid::Stability::Unstable);
+}
+
+// Traces in one phase, pairs from which the prescribed steps lead away, and nearly critical ones in
+// 50 digits.
 TEST(Equilibrium, ColdAndAlikePhasesAreFoundAndKept) {
     struct Case {
         ComponentValues parts;
@@ -358,7 +374,12 @@ TEST(Equilibrium, ColdAndAlikePhasesAreFoundAndKept) {
           {{0, 0.1, 0, 0, 0, 0.9}, 34.0, 1000.0, 0.241778895688, 0.995563146},
           {{0.468, 0, 0, 0, 0, 0, 0, 0, 0, 0.532}, 195.0, 82.1, 4.8540707, 0.80722903},
           {{0.085, 0, 0, 0, 0, 0, 0, 0, 0, 0.915}, 220.0, 120.8, 7.1103049, 0.981058},
-          {{0.03, 0, 0, 0, 0, 0, 0, 0, 0.97}, 165.0, 102.8, 6.4608852, 0.99076425}}) {
+          {{0.03, 0, 0, 0, 0, 0, 0, 0, 0.97}, 165.0, 102.8, 6.4608852, 0.99076425},
+          {{0, 0, 0, 0, 0, 0, 0, 0, 0, 0.98, 0.02},
+           194.07,
+           129.3,
+           4.718368185946,
+           0.48014614614}}) {
         ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
         const fluid::Mixture& bulk = fluid::AcceptedMixture();
         const auto start = fluid::FindEquilibriumApproach(bulk, T, V);
@@ -452,13 +473,17 @@ TEST(Equilibrium, ThirdPhasesAndHomogeneityAreTold) {
     }
 }
 
+// A fluid that has no second phase, and a copy beside one that has.
 TEST(PhaseIteration, OnePhaseIsNeverShownAsTwo) {
-    ASSERT_NO_FATAL_FAILURE(AcceptParts({0, 0.1, 0, 0, 0, 0, 0, 0, 0, 0.9, 0}));
-    for (const double T : {230.0, 300.0}) {
+    for (const auto& [parts, T, isStable, guess] :
+         {std::tuple{ComponentValues{0, 0.1, 0, 0, 0, 0, 0, 0, 0, 0.9}, 230.0, true,
+                     PhaseGuess{5.0, {0.12, 0.88}, {0.08, 0.92}}},
+          {{0, 0.1, 0, 0, 0, 0, 0, 0, 0, 0.9}, 300.0, true, {5.0, {0.12, 0.88}, {0.08, 0.92}}},
+          {{0, 0.125, 0, 0, 0.875}, 384.0, false, {12.0, {0.12, 0.88}, {0.14, 0.86}}}}) {
+        ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
         for (const Homogenisation kind : Kinds) {
-            EXPECT_EQ(Find(Given::Temperature, T, kind).points.size(), 0U);
-            const PhaseGuess guess = {5.0, {0.12, 0.88}, {0.08, 0.92}};
-            EXPECT_EQ(Iterate(Given::Temperature, T, kind, guess).outcome, Outcome::Trivial);
+            EXPECT_EQ(Find(Given::Temperature, T, kind).points.empty(), isStable) << T;
+            EXPECT_EQ(Iterate(Given::Temperature, T, kind, guess).outcome, Outcome::Trivial) << T;
         }
     }
 }
