@@ -1,5 +1,7 @@
 #include "model/critical_point.h"
 
+#include <cassert>
+
 #include "model/polynomial.h"
 #include "model/trial_phase.h"
 
@@ -91,6 +93,7 @@ CriticalPoints FindCriticalPoints(const Mixture& mixture) {
     if (mixture.count == 0) return result;
     const Reduced reduced = ReducedOf(mixture);
     for (const double w : PositiveRoots(CriticalCondition(reduced))) {
+        assert(result.count < result.points.size());  // the condition is of the fourth degree
         result.points[result.count++] = PointAt(mixture, reduced, w);
     }
     return result;
@@ -101,7 +104,7 @@ Stability CriticalStability(const Mixture& mixture, const CriticalPoint& point) 
     if (point.T <= ColdestT(mixture)) return Stability::Unknown;
     const double RT = R * point.T;
     for (const TrialPhase& phase : TrialCurve(mixture, point.freeVolume).maxima(RT)) {
-        constexpr double Rounding = 1e-12;
+        constexpr double Rounding = 1e-12;  // of T: what is more stable by less is not told
         if (phase.levelRT() > RT * (1.0 + Rounding)) return Stability::Metastable;
     }
     return Stability::Stable;

@@ -119,7 +119,7 @@ double ApartRoot(double A, double C) {
 double PolishedPacking(double z, const Reduced& reduced) {
     const double c = reduced.tau + reduced.pi;
     double y = (1.0 + z) / 3.0;
-    constexpr double Small = 1e-3;
+    constexpr double Small = 1e-3;  // three digits are lost
     if (std::abs(y) < Small) y = reduced.pi / (c - y * (1.0 - y));
     const double slope = c - y * (2.0 - 3.0 * y);
     const double residual = y * (c - y * (1.0 - y)) - reduced.pi;

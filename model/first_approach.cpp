@@ -29,8 +29,8 @@ double SeedTemperature(const Mixture& mixture, double P) {
     constexpr double Coldest = 2.0;
     constexpr double Hottest = 2000.0;
     constexpr double Start = 298.15;
-    constexpr int StepLimit = 50;
-    constexpr double Enough = 1e-9;
+    constexpr int StepLimit = 50;    // some five are usual
+    constexpr double Enough = 1e-9;  // for an estimate
     const double target = std::log(P);
     const auto excess = [&](double t) { return std::log(SeedPressure(mixture, 1.0 / t)) - target; };
     double before = 1.0 / Start;
@@ -93,6 +93,7 @@ PhaseGuess HomogenisationSeed(const Mixture& mixture, Given given, double value,
 }
 
 PhaseGuess HomogenisationApproach(Given given, const PhasePair& point) {
+    // The prescribed first steps of the iteration.
     constexpr double FirstPressureStep = 0.95;
     constexpr double FirstTemperatureStep = 5.0;
     const double unknown =

@@ -9,7 +9,7 @@ namespace fluid {
 
 bool TakesItsRoots(const Mixture& mixture, const PhasePair& pair) {
     const auto takes = [&](const ComponentValues& x, double V, PhaseRoot root) {
-        constexpr double Same = 1e-6;  // roots of one state are farther apart
+        constexpr double Same = 1e-6;  // even a double root is known to 1e-8
         return std::abs(PhaseState(mixture, x, pair.T, pair.P, root).V / V - 1.0) < Same;
     };
     return takes(pair.x, pair.Vx, PhaseRoot::Smallest) &&

@@ -4,6 +4,8 @@
 #include <cassert>
 #include <cmath>
 
+#include "model/state.h"
+
 namespace fluid {
 
 Blend BlendOf(const Mixture& mixture, const ComponentValues& x) {
@@ -85,12 +87,11 @@ double HottestT(const Mixture& mixture) {
 }
 
 double ColdestT(const Mixture& mixture) {
-    constexpr double LargestExponent = 227.0;
-    return 2.0 * mixture.largestARoot * mixture.densestA / (R * LargestExponent);
+    return 2.0 * mixture.largestARoot * mixture.densestA / (R * LargestLogPhi);
 }
 
 double AbsurdT(const Mixture& mixture) {
-    constexpr double Share = 0.01;
+    constexpr double Share = 0.01;  // where fugacities differ by e^22700
     return Share * ColdestT(mixture);
 }
 

@@ -62,7 +62,7 @@ class Lead {
     // Takes the summit next to a phase if it is the highest so far.
     void consider(const TrialPhase& phase) {
         const auto summit = curve_.climbLevel(phase);
-        constexpr double Rounding = 1e-15;
+        constexpr double Rounding = 1e-15;  // of levelRT
         if (!summit || !(summit->levelRT() > RT() * (1.0 + Rounding))) return;
         phase_ = *summit;
     }
@@ -88,11 +88,11 @@ void Lead::considerVapour() {
 }
 
 void Lead::prove() {
-    constexpr int RoundLimit = 20;
+    constexpr int RoundLimit = 20;  // each climbs a higher summit, of which there are a few
     for (int i = 0; i < RoundLimit; ++i) {
         const double before = std::max(RT(), coldestRT_);
         for (const TrialPhase& phase : curve_.maxima(before)) {
-            constexpr double Rounding = 1e-14;
+            constexpr double Rounding = 1e-14;  // of levelRT
             if (phase.levelRT() > before * (1.0 + Rounding)) consider(phase);
         }
         if (!(RT() > before)) return;
@@ -145,14 +145,14 @@ double Misfit(double width, const ValueAndSlope& from, const ValueAndSlope& midd
     const double value =
         middle.value - 0.5 * (from.value + to.value) - 0.125 * width * (from.slope - to.slope);
     const double slope = middle.slope * width - 1.5 * rise + 0.25 * width * (from.slope + to.slope);
-    constexpr double OfSlope = 0.05;
+    constexpr double OfSlope = 0.05;  // about what an error of the slope makes of values beside
     return std::max(std::abs(value), OfSlope * std::abs(slope));
 }
 
 // Whether cubics between samples follow T and P. Cold bubble points are smooth in ln P; beside a
 // second liquid it is P itself that falls smoothly nearly to 0.
 bool IsSmooth(const Sample& from, const Sample& middle, const Sample& to) {
-    constexpr double Enough = 1e-5;
+    constexpr double Enough = 1e-5;  // lower waves may be missed
     const double width = to.x - from.x;
     const auto misfit = [&](const Quantity& of) {
         const auto at = [&of](const Sample& sample) {
@@ -200,7 +200,7 @@ std::optional<Sample> Sampler::look(double x, const Sample* from, const Sample* 
 void Sampler::end(const Sample& sample, double beyond, Run& run) const {
     const double coldest = std::log(ColdestT(mixture_));
     Sample last = sample;
-    constexpr int Halvings = 50;
+    constexpr int Halvings = 50;  // to the last digit of x
     for (int i = 0; i < Halvings && last.lnT > coldest; ++i) {
         const double x = 0.5 * (last.x + beyond);
         if (const auto next = look(x, &last, nullptr)) {
@@ -215,7 +215,7 @@ void Sampler::end(const Sample& sample, double beyond, Run& run) const {
 
 // Samples between two, as many as a cubic through neighbours needs to be right.
 void Sampler::refine(const Sample& from, const Sample& to, int depth, Run& run) const {
-    constexpr int DepthLimit = 12;
+    constexpr int DepthLimit = 12;  // what is not smooth over 1e-4 of x is a corner
     if (depth == DepthLimit) {
         corner(from, to, run);
         return;
@@ -240,7 +240,7 @@ void Sampler::corner(const Sample& from, const Sample& to, Run& run) const {
     if (!left || !right || !(left->lnT < to.lnT && right->lnT < from.lnT)) return;
     double excessLow = from.lnT - right->lnT;
     double excessHigh = left->lnT - to.lnT;
-    constexpr int StepLimit = 30;
+    constexpr int StepLimit = 30;  // of regula falsi on a nearly straight line
     for (int i = 0; i < StepLimit; ++i) {
         const double x = low + (high - low) * excessLow / (excessLow - excessHigh);
         left = Follow(mixture_, x, from.other);
@@ -262,8 +262,8 @@ void Sampler::corner(const Sample& from, const Sample& to, Run& run) const {
 void Sampler::extremum(const Sample& from, const Sample& to, const Quantity& of, Run& run) const {
     Sample low = from;
     Sample high = to;
-    constexpr int StepLimit = 40;
-    constexpr double Enough = 1e-9;
+    constexpr int StepLimit = 40;    // every third halves
+    constexpr double Enough = 1e-9;  // of x: T and P have all digits there
     Sample found = from;
     for (int i = 0; i < StepLimit; ++i) {
         const double share = low.*of.slope / (low.*of.slope - high.*of.slope);
@@ -338,7 +338,7 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
     const bool rises = to.*of.value > from.*of.value;
     double x = low + (high - low) * (target - from.*of.value) / (to.*of.value - from.*of.value);
     std::optional<Sample> sample;
-    constexpr int StepLimit = 60;
+    constexpr int StepLimit = 60;  // halvings to the last digit of x
     for (int i = 0; i < StepLimit; ++i) {
         sample = curve(x);
         if (!sample) return {};
@@ -358,7 +358,7 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
 bool IsHighest(const Mixture& mixture, const Sample& sample) {
     const TrialCurve curve = CurveAt(mixture, sample.x);
     const double RT = R * std::exp(sample.lnT);
-    constexpr double Rounding = 1e-12;
+    constexpr double Rounding = 1e-12;  // of T
     for (const TrialPhase& phase : curve.maxima(RT)) {
         if (phase.levelRT() > RT * (1.0 + Rounding)) return false;
     }
@@ -369,7 +369,7 @@ bool IsHighest(const Mixture& mixture, const Sample& sample) {
 // out to be higher, its sample parts the range.
 void Find(const Mixture& mixture, const Sample& from, const Sample& to, const Quantity& of,
           double target, int depth, std::vector<Sample>& found) {
-    constexpr int DepthLimit = 40;
+    constexpr int DepthLimit = 40;  // halvings of the range, if parts were that unequal
     if ((from.*of.value > target) == (to.*of.value > target) || depth == DepthLimit) return;
     const std::array seeds = {from.other, to.other};
     const auto follow = [&](double x) { return BoundaryBetween(mixture, from, to, x); };
@@ -404,7 +404,7 @@ std::vector<Sample> Level(const Mixture& mixture, const std::vector<Run>& runs, 
 }  // namespace
 
 bool BoundaryPoint::isCritical() const {
-    constexpr double Alike = 1e-5;
+    constexpr double Alike = 1e-5;  // of V: 1e-10 below the critical temperature
     return std::abs(otherV / V - 1.0) < Alike;
 }
 
@@ -464,8 +464,8 @@ BoundaryPoint PointOf(const Mixture& mixture, const BoundarySample& sample) {
     const double V = mixture.bMix * (1.0 + std::exp(sample.x));
     const double other = sample.other.lambda == 0.0 ? V : sample.other.volume();
     const double T = std::exp(sample.lnT);
-    const auto isLiquid = [T](double aRoot, double b, double volume) {
-        return State({aRoot * aRoot, b, aRoot}, T, volume).isLiquid();
+    const auto isLiquid = [T](double root, double covolume, double volume) {
+        return State({root * root, covolume, root}, T, volume).isLiquid();
     };
     const bool areLiquids = isLiquid(mixture.aRootMix, mixture.bMix, V) &&
                             isLiquid(sample.other.H * other, sample.other.packing * other, other);

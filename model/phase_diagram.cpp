@@ -49,7 +49,7 @@ class BoundaryTrace {
 
   private:
     void goOn(const BoundarySample& from, const BoundarySample& to, int depth) {
-        constexpr int Bends = 6;
+        constexpr int Bends = 6;  // 63 points between two samples are enough for any display
         if (depth == Bends || !isLong(from, to)) return;
         const auto middle = BoundaryBetween(mixture_, from, to, 0.5 * (from.x + to.x));
         if (!middle) return;
@@ -60,7 +60,7 @@ class BoundaryTrace {
 
     // In T, and in P as far as it is low enough to be of interest.
     bool isLong(const BoundarySample& from, const BoundarySample& to) const {
-        constexpr double Share = 0.015;
+        constexpr double Share = 0.015;  // of what is drawn, some pixels
         constexpr double High = 10.0;
         const double P0 = std::exp(from.lnP);
         const double P1 = std::exp(to.lnP);

@@ -12,6 +12,8 @@ namespace fluid {
 
 namespace {
 
+// As the iteration is prescribed, but for the drift, which ends a slow approach too early
+// otherwise.
 constexpr int IterationLimit = 10000;
 constexpr double Tolerance = 1e-10;
 constexpr double ResidualTolerance = 1e-8;
@@ -164,14 +166,14 @@ bool CoexistsWith(const TrialCurve& bulk, const PhaseState& other) {
     const double lambda = 2.0 / RT * (other.A() - bulk.A());
     if (lambda == 0.0) return false;
     const auto phase = bulk.climb(bulk.at(lambda, other.u), RT);
-    constexpr double Match = 0.01;
+    constexpr double Match = 0.01;  // far above rounding, far below what tells two places apart
     return phase && std::abs(phase->lambda - lambda) < Match * std::abs(lambda) &&
            std::abs(phase->levelRT() - RT) < Match * (RT - bulk.spinodalRT());
 }
 
 Stability StabilityOf(const TrialCurve& bulk, double RT, double P) {
     if (bulk.spinodalRT() > RT) return Stability::Unstable;
-    constexpr double DriveTolerance = 1e-8;
+    constexpr double DriveTolerance = 1e-8;  // that of the fugacities
     const Maxima maxima = bulk.maxima(RT);
     const bool splits = std::any_of(maxima.begin(), maxima.end(), [&](const TrialPhase& phase) {
         return bulk.drive(phase, RT, P) > DriveTolerance;
@@ -199,7 +201,7 @@ struct Verdict {
 
 // What the phases of a converged iteration are worth. The first is the bulk whose stability counts.
 Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) {
-    constexpr double FugacityTolerance = 1e-8;
+    constexpr double FugacityTolerance = 1e-8;  // what the iteration leaves of the drift
     const Pair pair(components, phases);
     const bool isPossible = pair.X.free > 0.0 && pair.Y.free > 0.0;
     if (!isPossible || phases.T < AbsurdT(components))
@@ -210,7 +212,7 @@ Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) 
     const PhaseState& bulk = bulkIsX ? pair.X : pair.Y;
     const Mixture mixture = WithFractions(components, bulk.x);
     const TrialCurve curve(mixture, bulk.free);
-    constexpr double Alike = 0.05;
+    constexpr double Alike = 0.05;  // copies that were seen are within 0.4 %
     const bool alike = std::abs(phases.Vx / phases.Vy - 1.0) < Alike;
     if (alike && !CoexistsWith(curve, bulkIsX ? pair.Y : pair.X))
         return {refused, Stability::Stable};

@@ -20,7 +20,7 @@ constexpr double FarOut = 1e30;
 // Value, slope and rounding at w; if `MayBeFarOut` and it is, all three over w^n.
 template <bool MayBeFarOut>
 Value Evaluate(std::span<const double> c, double w) {
-    constexpr double Unit = 1.2e-16;
+    constexpr double Unit = 1.2e-16;  // half of the last place, and a little
     Value result;
     double size = 0.0;
     if (MayBeFarOut && w > FarOut) {
@@ -58,7 +58,7 @@ double Refine(std::span<const double> c, double low, double high, bool rises) {
             if (std::abs(next - at) <= Short * at) return next;
         } else {
             // Far bounds are halved in their order of magnitude.
-            constexpr double Far = 4.0;
+            constexpr double Far = 4.0;  // beyond, halving logarithms is quicker
             next = low > 0.0 && high > Far * low ? std::sqrt(low) * std::sqrt(high)
                                                  : 0.5 * (low + high);
             if (!(next > low && next < high)) return at;
@@ -99,7 +99,8 @@ PolynomialRoots QuadraticRoots(std::span<const double> coefficients) {
     return roots;
 }
 
-// The roots below `largest`, one at most between two extrema.
+// The roots below `largest`: one at most for each of the fewer than n extrema and for the end, so
+// that n have room.
 template <bool MayBeFarOut>
 PolynomialRoots RootsBetween(std::span<const double> c, const PolynomialRoots& extrema,
                              double largest) {

@@ -1,6 +1,7 @@
 #include "model/spinodal.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "model/polynomial.h"
@@ -25,7 +26,8 @@ SpinodalVolumes Spinodal::volumes(double T) const {
                                      3.0 - q * square, 1.0};
     for (const double w : PositiveRoots(c)) {
         const double V = b + b * w;
-        if (V > b && result.count < result.volumes.size()) result.volumes[result.count++] = V;
+        assert(result.count < result.volumes.size());  // a cubic has three roots
+        if (V > b) result.volumes[result.count++] = V;
     }
     return result;
 }

@@ -67,7 +67,7 @@ double LargestInside(double value0, double slope0, double value1, double slope1)
 
 // Whether the cubic with these values and slopes at 0 and 1 falls all the way, by a safe margin.
 bool Falls(double value0, double slope0, double value1, double slope1) {
-    constexpr double Margin = 0.1;
+    constexpr double Margin = 0.1;  // the cubic is an estimate
     const double limit = -Margin * (value0 - value1);
     if (!(slope0 < limit && slope1 < limit)) return false;
     // slope0 + 2·c2·t + 3·c3·t²
@@ -122,8 +122,8 @@ TrialCurve::Sums TrialCurve::sumUp(double lambda, double excess) const {
         theta[i] = lambda * q_[i] - mixture.b[i] * excess;
         largest = std::max(largest, theta[i]);
     }
-    constexpr double Overflow = 600.0;
-    constexpr double Small = 0.25;  // of the series
+    constexpr double Overflow = 600.0;  // e^600 times b² or s² has room
+    constexpr double Small = 0.25;      // of the series
     if (largest > Overflow) sums.shift = largest;
     for (std::size_t i = 0; i < mixture.count; ++i) {
         const double z = mixture.z[i];
@@ -205,7 +205,7 @@ TrialPhase TrialCurve::solve(double lambda, double excess, double u, Accuracy ac
             sums = sumUp(lambda, excess);
             const double e = u_ * sums.e;
             const double plain = (e - u) / (1.0 + u_ * sums.be);
-            constexpr double Close = 0.1;
+            constexpr double Close = 0.1;  // where the plain step converges
             if (sums.shift == 0.0 && std::abs(e - u) <= Close * u) {
                 go(plain);
                 if (std::abs(plain) * mixture_->largestB > enough) continue;
@@ -251,7 +251,7 @@ double TrialCurve::D(const TrialPhase& trial, double RT) const {
 // A vapour so thin that D is small beside the terms it is made of has its own pressure.
 double TrialCurve::drive(const TrialPhase& trial, double RT, double P) const {
     constexpr double Thin = 1e-3;
-    constexpr double Rounding = 1e-13;
+    constexpr double Rounding = 1e-13;  // of levelRT
     const bool isThin = trial.concentration * V_ < Thin;
     if (isThin) return (RT * trial.u - trial.H * trial.H - P) * trial.volume() / RT;
     const bool isRounding = std::abs(trial.levelRT() / RT - 1.0) < Rounding;
@@ -393,7 +393,7 @@ void TrialCurve::Search::within(TrialPhase low, TrialPhase high) {
             !isBulk(low) && !isBulk(high) && ascent(low) > 0.0 && ascent(high) <= 0.0;
         if (!(from < to) && !crosses) return;
         if (width <= step_ || !(from < to)) break;
-        constexpr double Worthwhile = 0.3;
+        constexpr double Worthwhile = 0.3;  // less than halving
         // Not onto a place of H = A itself, on which rounding would hide it.
         constexpr double Part = 0.99;
         if (!isBulk(low) && from - low.lambda > Worthwhile * width) {
@@ -417,14 +417,14 @@ void TrialCurve::Search::within(TrialPhase low, TrialPhase high) {
 
 // Beside the bulk every D has its double zero divided out: (H - A)/(A - A_z) is looked at.
 void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
-    constexpr int DepthLimit = 24;
+    constexpr int DepthLimit = 24;  // halvings towards the bulk
     const double width = near.lambda;
     const double value0 = k_ * curve_.bulk_.slope - 1.0;
     const double value1 = ascent(near) / width;
     const double slope0 = 0.5 * k_ * curve_.curvature_ * width;
     const double slope1 = k_ * near.slope - 1.0 - value1;
     if (value0 > 0.0 && value1 > 0.0) return;
-    constexpr double Doubt = 0.1;
+    constexpr double Doubt = 0.1;  // of the cubic, as tested by brute force
     double place = 0.5 * width;
     constexpr double Parabolic = 0.05;
     if (std::abs(width) * curve_.mixture_->largestARoot < Parabolic) {
@@ -450,7 +450,7 @@ void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
 }
 
 void TrialCurve::Search::cell(const TrialPhase& low, const TrialPhase& high, int depth) {
-    constexpr int DepthLimit = 6;
+    constexpr int DepthLimit = 6;  // a 64th of the shortest length of change
     const double value0 = ascent(low);
     const double value1 = ascent(high);
     const double width = high.lambda - low.lambda;
@@ -473,7 +473,7 @@ void TrialCurve::Search::cell(const TrialPhase& low, const TrialPhase& high, int
     const double slope1 = sign * (k_ * high.slope - 1.0) * width;
     if (slope0 <= 0.0 || slope1 >= 0.0 || depth == DepthLimit) return;
     const double largest = LargestInside(sign * value0, slope0, sign * value1, slope1);
-    constexpr double Doubt = 0.025;
+    constexpr double Doubt = 0.025;  // of the cubic, as tested by brute force
     if (largest + Doubt * (slope0 - slope1) < 0.0) return;
     const TrialPhase middle = at(0.5 * (low.lambda + high.lambda), low);
     cell(low, middle, depth + 1);

@@ -57,14 +57,18 @@ TEST(PhaseBoundaryTest, ColdLiquidsSplitInTwoLiquids) {
     EXPECT_LE(RelativeError(point->P, 146.7539407805686575), 1e-13);
 }
 
-// A corner at three quarters of the way between two places that are sampled, one beside which the
-// other phase leads from neither, and a second phase in the dense limit.
+// A corner at three quarters of the way between two places that are sampled, one at which what is
+// followed leaps, one where it is not the highest, and a second phase in the dense limit.
 TEST(PhaseBoundaryTest, PointsHaveTheTemperatureOrPressureThatWasAskedForAndTheFirstPhase) {
     const ComponentValues cold = {0, 25885, 1957309773, 998041889643, 0, 0, 0, 0, 0, 774699};
     const ComponentValues hidden = {784011753, 0, 0, 0, 0, 0, 0, 0, 721826521990, 277389466257};
+    const ComponentValues higher = {1425039157, 0, 0, 0, 0, 0, 0, 0, 0, 0, 998574960843};
     const ComponentValues dense = {974244291515, 0, 0, 0, 0, 25755708485};
-    for (const auto& [counts, P] :
-         {std::pair{cold, 0.18}, {cold, 0.36}, {hidden, 4.312628}, {dense, 2.8e11}}) {
+    for (const auto& [counts, P] : {std::pair{cold, 0.18},
+                                    {cold, 0.36},
+                                    {hidden, 4.312628},
+                                    {higher, 0.076249},
+                                    {dense, 2.8e11}}) {
         ASSERT_NO_FATAL_FAILURE(Accept(counts));
         const fluid::PhaseBoundary boundary(fluid::AcceptedMixture());
         for (const auto& sample : boundary.atPressure(P)) {
