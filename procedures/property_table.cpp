@@ -28,11 +28,11 @@ constexpr int entropyDecimals = 4;  // J/(mol·K)
 constexpr int otherDecimals = mostDecimals;
 
 struct Quantity {
-    const char* name;
-    const char* unit;
-    const char* unitPerMass;  // null where the amount does not count
-    fluid::Property All::*property;
-    int decimals;
+    const char* name = nullptr;
+    const char* unit = nullptr;
+    const char* unitPerMass = nullptr;  // where the amount counts
+    fluid::Property All::*property = nullptr;
+    int decimals = 0;
     bool hasResidual = true;
     bool addsUp = false;  // over phases, by their amounts
 };

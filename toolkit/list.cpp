@@ -415,6 +415,7 @@ std::string List::text() const {
 
 std::string List::copiedText() const {
     std::vector<Row> copied;
+    copied.reserve(static_cast<std::size_t>(count()));
     for (int i = 0; i < count(); ++i) {
         copied.push_back(copiedRowAt(i));
     }

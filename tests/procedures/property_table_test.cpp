@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <span>
 #include <string>
@@ -153,7 +154,7 @@ TEST(PropertyTables, PhasesAndTheirWholeHaveTheGoldenProperties) {
         ASSERT_TRUE(state.split) << row[0];
         const auto table = propertiesAt(bulk, state, {}, Amount::Mole);
         for (std::size_t i = 0; i < 18; ++i) {
-            constexpr std::size_t lines[] = {0, 3, 4, 5, 6, 7};
+            constexpr std::array<std::size_t, 6> lines = {0, 3, 4, 5, 6, 7};
             const double scale = i % 6 == 3 ? fluid::R : i % 6 == 0 ? 0.0 : fluid::R * point[12];
             EXPECT_LT(Error(numberAt(table, lines[i % 6], i / 6), row[2 + i],
                             scale + std::abs(row[2 + i])),
