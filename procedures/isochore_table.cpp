@@ -23,8 +23,11 @@ const char* splitName(const fluid::PhaseSplit& split) {
 }  // namespace
 
 std::string IsochoreInput::refusal(const fluid::Mixture& mixture) const {
-    if (!(V > 0.0) || !std::isfinite(V) || !temperatures) {
-        return "warning: put a number for molar volume, for both temperatures and for the step";
+    if (!(V > 0.0) || !std::isfinite(V)) {
+        return "warning: put a number for molar volume or for homogenization temperature";
+    }
+    if (!temperatures) {
+        return "warning: put a number for both temperatures and for the step, or leave them empty";
     }
     const double b = mixture.covolume;
     if (!(V > b)) {

@@ -1,141 +1,592 @@
 #include "procedures/isochore_window.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <iterator>
+#include <numeric>
 #include <utility>
 
 #include "model/composition.h"
+#include "toolkit/file_writing.h"
 #include "toolkit/layout.h"
+#include "toolkit/number_text.h"
 
 namespace procedures {
 
 namespace {
 
-using toolkit::PlotSeries;
+constexpr int sentenceWidth = 56;  // characters of a line
+constexpr int visibleRows = 4;
+constexpr std::size_t mostPaths = 60;
 
-constexpr int sentenceWidth = 66;  // characters of a line
-constexpr int messageWidth = 56;
-constexpr int visibleRows = 12;
+/// The composition: "CO2 0.7, CH4 0.3".
+std::string compositionText(const fluid::Mixture& mixture) {
+    std::string text;
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        text += (k == 0 ? "" : ", ") + std::string(mixture.formula(k)) + " " +
+                toolkit::numberText(mixture.fractions[k]);
+    }
+    return text;
+}
+
+std::string pointsSentence(const InclusionState& state) {
+    std::string sentence = "warning: " + std::to_string(state.points.size()) +
+                           " points of homogenization; choose by “next point”:";
+    for (const HomogenizationPoint& point : state.points) {
+        sentence +=
+            "\n" + sentenceText(point.P) + " MPa and " + sentenceText(point.V) + " " + volumeUnit;
+    }
+    return sentence;
+}
 
 }  // namespace
 
 IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
     : Screen(host, "IsochoreWindow", "Isochores - Drovan W"),
-      table(*this, warning, "isochore", {14, 15, 15, 11, 19}),
+      table(*this, warning, "isochore", {.characters = {13, 13, 13, 13, 19}, .words = {4}}),
+      list(*this, warning, "inclusions",
+           {.characters = {10, 12, 11, 8, 11, 12, 11, 10, 12, 12, 24, 18},
+            .words = InclusionList::words(),
+            .isWide = true,
+            .listName = "ListBox2",
+            .exportName = "ExportList"}),
       plotPanel(*this, warning, table.ListBox1, "isochore",
-                "Pressure over temperature at this molar volume") {
-    volume.onChange(this, &IsochoreWindow::emptyResults);
-    temperature.onChange(this, &IsochoreWindow::temperatureUnitChosen);
-    range.onTextChange(this, &IsochoreWindow::emptyResults);
-    Clear.onClick(this, &IsochoreWindow::Clear_Action);
-    calculate.onClick(this, &IsochoreWindow::calculate_Action);
-    warning.wrapAt(messageWidth);
+                "Pressure over temperature: bubble and dew points, and of each inclusion its "
+                "isochore from where it homogenizes on, and below that the pressure of its two "
+                "phases") {
+    HomogenizationT.setTarget(dataEntryTh, StaticText2);
+    Name.setTarget(dataEntryName);
+    TrappingT.setTarget(dataEntryTt, StaticText3);
+    TrappingP.setTarget(dataEntryPt, StaticText4);
+    warning.wrapAt(sentenceWidth);
     Homogenisation.wrapAt(sentenceWidth);
+    connectHandlers();
     layOut();
+    ShowTable.turnOn();
+    WithoutSpinodal.turnOn();
     setDefault(calculate);
     setFocus(volume.dataEntryV);
+}
+
+void IsochoreWindow::connectHandlers() {
+    volume.onChange(this, &IsochoreWindow::volumeChanged);
+    dataEntryTh.onTextChange(this, &IsochoreWindow::dataEntryTh_TextChange);
+    LiquidMode.onChoose(this, &IsochoreWindow::intoChosen);
+    VapourMode.onChoose(this, &IsochoreWindow::intoChosen);
+    temperature.onChange(this, &IsochoreWindow::temperatureUnitChosen);
+    range.onTextChange(this, &IsochoreWindow::emptyResults);
+    dataEntryTt.onTextChange(this, &IsochoreWindow::dataEntryTt_TextChange);
+    dataEntryPt.onTextChange(this, &IsochoreWindow::dataEntryPt_TextChange);
+    Clear.onClick(this, &IsochoreWindow::Clear_Action);
+    NextPoint.onClick(this, &IsochoreWindow::NextPoint_Action);
+    Add.onClick(this, &IsochoreWindow::Add_Action);
+    calculate.onClick(this, &IsochoreWindow::calculate_Action);
+    ShowTable.onChoose(this, &IsochoreWindow::ShowTable_Action);
+    ShowList.onChoose(this, &IsochoreWindow::ShowList_Action);
+    WithoutSpinodal.onChoose(this, &IsochoreWindow::Diagram_Action);
+    WithSpinodal.onChoose(this, &IsochoreWindow::Diagram_Action);
+    list.ListBox1.onSelect(this, &IsochoreWindow::ListBox2_Select);
+    list.ListBox1.onPaste(this, &IsochoreWindow::pasted);
+    Paste.onClick(this, &IsochoreWindow::Paste_Action);
+    Rename.onClick(this, &IsochoreWindow::Rename_Action);
+    Remove.onClick(this, &IsochoreWindow::Remove_Action);
+    Up.onClick(this, &IsochoreWindow::Up_Action);
+    Down.onClick(this, &IsochoreWindow::Down_Action);
+    Keep.onClick(this, &IsochoreWindow::Keep_Action);
+    ExportIsochores.onClick(this, &IsochoreWindow::ExportIsochores_Action);
+    NextPoint.setTooltip("Takes the next of several points of homogenization");
+    Add.setTooltip("Puts this inclusion into the list");
+    Paste.setTooltip(
+        "Adds inclusions from a spreadsheet: values; or names and values; or names, values and L "
+        "or V");
+    Rename.setTooltip("Gives the selected inclusion the name in the entry");
+    Keep.setTooltip("Leaves these inclusions as they are when the composition changes");
+    ExportIsochores.setTooltip("Writes the isochores of the selected inclusions, or of all");
+}
+
+toolkit::Block IsochoreWindow::inputBlock() {
+    using toolkit::Block;
+    const Block entries =
+        toolkit::grid({{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel},
+                       {HomogenizationT, Block(dataEntryTh).expanding(), StaticText2},
+                       {Name, Block(dataEntryName).expanding()}});
+    return toolkit::column({entries, volume.DensityResult, toolkit::row({LiquidMode, VapourMode}),
+                            toolkit::row({volume.unit.block(), temperature.block()})});
+}
+
+toolkit::Block IsochoreWindow::pageBlock() {
+    using toolkit::Block;
+    std::vector<Block> temperatures;
+    for (const std::vector<Block>& row : range.rows()) {
+        temperatures.insert(temperatures.end(), row.begin(), row.end());
+    }
+    const Block trapping =
+        toolkit::row({TrappingT, dataEntryTt, StaticText3, TrappingP, dataEntryPt, StaticText4});
+    const Block buttons =
+        toolkit::row({Paste, Rename, Remove, Up, Down, Keep, ExportIsochores, list.Export});
+    return Pages.of(
+        {toolkit::column(
+             {toolkit::row(temperatures), table.ListBox1.scrolling(visibleRows).expanding()}),
+         toolkit::column({trapping, list.ListBox1.scrolling(visibleRows).expanding(), buttons})});
 }
 
 void IsochoreWindow::layOut() {
     using toolkit::Block;
     using toolkit::Spacing;
-    std::vector<std::vector<Block>> entries = range.rows();
-    entries.insert(entries.begin(),
-                   {volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel});
-    const Block inputs = toolkit::column(
-        {toolkit::row({toolkit::grid(entries).expanding(),
-                       toolkit::column({volume.unit.block(), temperature.block()})}),
-         volume.DensityResult});
-    const Block left =
-        toolkit::column({inputs, toolkit::buttonRow({Clear, table.Export, calculate}), warning,
-                         table.ListBox1.scrolling(visibleRows).expanding(), Homogenisation},
-                        Spacing::group);
-    setContent(toolkit::row({left, plotPanel.block().expanding()}, Spacing::section));
+    const Block left = toolkit::column(
+        {inputBlock(), toolkit::buttonRow({Clear, NextPoint, Add, table.Export, calculate}),
+         warning, Homogenisation},
+        Spacing::group);
+    const Block right = toolkit::column(
+        {plotPanel.block().expanding(), toolkit::row({WithoutSpinodal, WithSpinodal})});
+    const Block upper = toolkit::row({left, right.expanding()}, Spacing::section);
+    setContent(toolkit::column(
+        {upper.expanding(), toolkit::row({ShowTable, ShowList}), pageBlock().expanding()},
+        Spacing::group));
 }
 
 void IsochoreWindow::Event_Activate() {
     showUnits();
-    if (!(mixture_ == fluid::AcceptedMixture())) {
-        mixture_ = fluid::AcceptedMixture();
+    if (!(fluid_.mixture == fluid::AcceptedMixture())) {
+        fluid_ = {fluid::AcceptedMixture(), compositionText(fluid::AcceptedMixture())};
+        inclusions_->forgetResults();
+        typedPoint_.reset();
         emptyResults();
+        showList({});
     }
 }
 
 void IsochoreWindow::showUnits() {
     volume.activated();
-    range.setQuantity("Temperature", temperature.unitText());
+    const std::string unit = temperature.unitText();
+    StaticText2.setText(unit);
+    StaticText3.setText(unit);
+    range.setQuantity("Temperature", unit);
     table.ListBox1.setHeads(IsochoreTable::heads(temperature.scale()));
-    plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");
+    list.ListBox1.setHeads(InclusionList::heads(temperature.scale()));
+    plotPanel.setAxes("Temperature", unit, "Pressure", "MPa");
 }
+
+// --- What is typed
 
 void IsochoreWindow::emptyResults() {
     warning.setText("");
     Homogenisation.setText("");
     table.clear();
-    plotPanel.clear();
+    if (typed_) {
+        typed_.reset();
+        showDiagram();
+    }
+}
+
+void IsochoreWindow::volumeChanged() {
+    if (!volume.dataEntryV.text().empty() && !dataEntryTh.text().empty()) {
+        dataEntryTh.setText("");
+    }
+    typedPoint_.reset();
+    emptyResults();
+}
+
+void IsochoreWindow::dataEntryTh_TextChange() {
+    if (!dataEntryTh.text().empty() && !volume.dataEntryV.text().empty()) {
+        volume.dataEntryV.setText("");
+    }
+    typedPoint_.reset();
+    emptyResults();
+}
+
+void IsochoreWindow::intoChosen() {
+    typedPoint_.reset();
+    emptyResults();
+}
+
+void IsochoreWindow::dataEntryTt_TextChange() {
+    if (!dataEntryTt.text().empty() && !dataEntryPt.text().empty()) {
+        dataEntryPt.setText("");
+    }
+    emptyResults();
+    if (readTrapping()) {
+        list.show(inclusions_, temperature.scale());
+    }
+}
+
+void IsochoreWindow::dataEntryPt_TextChange() {
+    if (!dataEntryPt.text().empty() && !dataEntryTt.text().empty()) {
+        dataEntryTt.setText("");
+    }
+    emptyResults();
+    if (readTrapping()) {
+        list.show(inclusions_, temperature.scale());
+    }
+}
+
+void IsochoreWindow::temperatureUnitChosen() {
+    dataEntryTh.setText("");
+    dataEntryTt.setText("");
+    range.clearEnds();
+    showUnits();
+    emptyResults();
+    showList(list.ListBox1.selected());
 }
 
 void IsochoreWindow::Clear_Action() {
     volume.dataEntryV.setText("");
+    dataEntryTh.setText("");
+    dataEntryName.setText("");
+    dataEntryTt.setText("");
+    dataEntryPt.setText("");
     range.clear();
     emptyResults();
 }
 
-void IsochoreWindow::temperatureUnitChosen() {
-    range.clearEnds();
-    showUnits();
-    emptyResults();
+std::optional<Inclusion> IsochoreWindow::readInclusion() {
+    Inclusion inclusion;
+    inclusion.name = dataEntryName.text();
+    inclusion.scale = temperature.scale();
+    inclusion.point = typedPoint_;
+    if (dataEntryTh.text().empty()) {
+        inclusion.by = volume.unit.kgm3.isOn() ? GivenBy::Density : GivenBy::MolarVolume;
+        inclusion.number = volume.dataEntryV.number();
+        const double V = volume.molarVolume();
+        if (!(V > 0.0) || !std::isfinite(V)) {
+            warning.setText(
+                "warning: put a number for molar volume or for homogenization temperature");
+            return std::nullopt;
+        }
+        return inclusion;
+    }
+    const auto number = toolkit::parseNumber(dataEntryTh.text());
+    if (!number || !(temperature.toKelvin(*number) > 0.0)) {
+        warning.setText("warning: put a homogenization temperature above absolute zero");
+        return std::nullopt;
+    }
+    if (!LiquidMode.isOn() && !VapourMode.isOn()) {
+        warning.setText("warning: choose whether it homogenizes into the liquid or the vapour");
+        return std::nullopt;
+    }
+    inclusion.by = LiquidMode.isOn() ? GivenBy::IntoLiquid : GivenBy::IntoVapour;
+    inclusion.number = *number;
+    return inclusion;
 }
 
-std::optional<IsochoreInput> IsochoreWindow::read() {
-    IsochoreInput input;
-    input.V = volume.molarVolume();
-    if (const auto values = range.read()) {
-        input.temperatures = TemperatureRange{*values, temperature.scale()};
+std::optional<TemperatureRange> IsochoreWindow::readRange(
+    const std::vector<InclusionState>& inclusions) const {
+    const TemperatureRange proposed =
+        proposedTemperatures(fluid_.mixture, inclusions, temperature.scale());
+    const auto values = range.read(proposed.values);
+    return values ? std::optional(TemperatureRange{*values, temperature.scale()}) : std::nullopt;
+}
+
+bool IsochoreWindow::readTrapping() {
+    Trapping trapping;
+    const auto T = toolkit::parseNumber(dataEntryTt.text());
+    const auto P = toolkit::parseNumber(dataEntryPt.text());
+    if (T && temperature.toKelvin(*T) > 0.0) {
+        trapping.T = WrittenTemperature::typed(*T, temperature.scale());
+    } else if (!T && P) {
+        trapping.P = *P;
     }
-    const std::string refusal = input.refusal(mixture_);
-    warning.setText(refusal);
-    return refusal.empty() ? std::optional(input) : std::nullopt;
+    inclusions_->setTrapping(trapping);
+    const bool isUsable =
+        trapping.T || trapping.P || (dataEntryTt.text().empty() && dataEntryPt.text().empty());
+    if (!isUsable) {
+        warning.setText("warning: put a number for the trapping temperature or pressure");
+    }
+    return isUsable;
 }
 
 void IsochoreWindow::calculate_Action() {
     emptyResults();
-    if (const std::optional<IsochoreInput> input = read()) {
-        show(std::make_shared<const IsochoreTable>(mixture_, *input));
+    const bool isListOnly =
+        volume.dataEntryV.text().empty() && dataEntryTh.text().empty() && inclusions_->count() > 0;
+    if (!readTrapping()) {
+        return;
     }
+    if (isListOnly) {
+        calculateList();
+        return;
+    }
+    const std::optional<Inclusion> inclusion = readInclusion();
+    if (!inclusion) {
+        return;
+    }
+    typed_ = StateOf(fluid_.mixture, *inclusion);
+    if (inclusions_->count() > 0) {
+        inclusions_->calculate(fluid_);
+        list.show(inclusions_, temperature.scale());
+    }
+    ShowTable.turnOn();
+    showIsochore("", *typed_);
 }
 
-void IsochoreWindow::show(const std::shared_ptr<const IsochoreTable>& isochore) {
-    Homogenisation.setText(isochore->homogenizationSentence(temperature.scale()));
-    plot(*isochore);
+void IsochoreWindow::NextPoint_Action() {
+    if (ShowList.isOn()) {
+        const InclusionList::Rows rows = list.ListBox1.selected();
+        inclusions_->chooseNextPoint(rows);
+        showList(rows);
+        return;
+    }
+    if (!typed_ || typed_->points.size() < 2) {
+        warning.setText("warning: there is no other point of homogenization");
+        return;
+    }
+    typedPoint_ = typedPoint_ ? (*typedPoint_ + 1) % typed_->points.size() : 0;
+    calculate_Action();
+}
+
+void IsochoreWindow::showIsochore(const std::string& name, const InclusionState& state) {
+    if (!(state.V > 0.0)) {
+        const bool areSeveral = state.points.size() > 1;
+        warning.setText(areSeveral ? pointsSentence(state) : "warning: " + state.remark);
+        showDiagram();
+        return;
+    }
+    const IsochoreInput input = {state.V, readRange({state})};
+    const std::string refusal = input.refusal(fluid_.mixture);
+    warning.setText(refusal);
+    if (!refusal.empty()) {
+        typed_.reset();
+        return;
+    }
+    const auto isochore = std::make_shared<const IsochoreTable>(fluid_.mixture, input);
+    const std::string head = name.empty() ? "" : name + ": ";
+    const std::string tail = state.points.size() > 1 ? " (" + state.remark + ")" : "";
+    Homogenisation.setText(head + isochore->homogenizationSentence(temperature.scale()) + tail);
     table.show(isochore, temperature.scale());
+    showDiagram();
 }
 
-void IsochoreWindow::plot(const IsochoreTable& isochore) {
-    PlotSeries one("one phase", PlotSeries::Style::line, 0);
-    PlotSeries two("two phases", PlotSeries::Style::dashed, 1);
-    PlotSeries point("homogenization", PlotSeries::Style::markers, 2);
-    const TemperatureRange& temperatures = isochore.temperatures();
-    const auto& boundary = isochore.boundary();
-    // The two lines meet at the boundary.
-    const auto meet = [&] {
-        for (PlotSeries* const series : {&one, &two, &point}) {
-            series->add(temperature.fromKelvin(boundary->T), boundary->P);
-        }
-    };
-    const bool isCrossed = boundary && boundary->T > temperatures.lowest().kelvin &&
-                           boundary->T <= temperatures.highest().kelvin;
-    bool didSplit = false;
-    for (std::size_t i = 0; i < isochore.count(); ++i) {
-        const WrittenTemperature T = temperatures.at(i);
-        const bool splits = isochore.splitsAt(T.kelvin);
-        if (isCrossed && i > 0 && point.x.empty() && splits != didSplit) {
-            meet();
-        }
-        didSplit = splits;
-        (splits ? two : one).add(T.in(temperature.scale()), isochore.pressure(T.kelvin));
+// --- The list
+
+void IsochoreWindow::calculateList() {
+    inclusions_->calculate(fluid_);
+    ShowList.turnOn();
+    showList(list.ListBox1.selected());
+    showSelected();
+}
+
+void IsochoreWindow::showList(const InclusionList::Rows& selected) {
+    list.show(inclusions_, temperature.scale());
+    list.ListBox1.select(selected);
+    showDiagram();
+}
+
+void IsochoreWindow::Add_Action() {
+    const std::optional<Inclusion> inclusion = readInclusion();
+    if (!inclusion || !readTrapping()) {
+        return;
     }
-    plotPanel.show({std::move(one), std::move(two), std::move(point)});
+    inclusions_->calculate(fluid_);
+    inclusions_->add({*inclusion});
+    typed_.reset();
+    typedPoint_.reset();
+    warning.setText("");
+    dataEntryName.setText("");
+    ShowList.turnOn();
+    showList({inclusions_->count() - 1});
+}
+
+void IsochoreWindow::Paste_Action() {
+    list.ListBox1.perform(toolkit::EditCommand::paste);
+}
+
+void IsochoreWindow::pasted(const std::string& text) {
+    PastePattern pattern;
+    pattern.scale = temperature.scale();
+    const bool isByVolume = !volume.dataEntryV.text().empty() && dataEntryTh.text().empty();
+    if (isByVolume) {
+        pattern.by = volume.unit.kgm3.isOn() ? GivenBy::Density : GivenBy::MolarVolume;
+    } else if (LiquidMode.isOn() || VapourMode.isOn()) {
+        pattern.by = LiquidMode.isOn() ? GivenBy::IntoLiquid : GivenBy::IntoVapour;
+    }
+    PastedInclusions rows = ReadPasted(text, pattern);
+    if (rows.inclusions.empty()) {
+        warning.setText("warning: there are no rows of inclusions on the clipboard");
+        return;
+    }
+    const std::size_t understood = rows.inclusions.size() - rows.problems;
+    readTrapping();
+    inclusions_->calculate(fluid_);
+    inclusions_->add(std::move(rows.inclusions));
+    ShowList.turnOn();
+    showList({});
+    std::string sentence = std::to_string(understood) +
+                           (understood == 1 ? " inclusion was added" : " inclusions were added");
+    if (!rows.heads.empty()) {
+        sentence += "; the first row was taken for heads";
+    }
+    if (rows.problems > 0) {
+        warning.setText(sentence + "; " + std::to_string(rows.problems) +
+                        (rows.problems == 1 ? " row was" : " rows were") +
+                        " not understood: see the remarks in the list");
+    } else {
+        warning.inform(sentence);
+    }
+}
+
+void IsochoreWindow::Rename_Action() {
+    const InclusionList::Rows rows = list.ListBox1.selected();
+    if (rows.size() != 1 || dataEntryName.text().empty()) {
+        warning.setText("warning: select one inclusion in the list and put its new name");
+        return;
+    }
+    inclusions_->rename(rows.front(), dataEntryName.text());
+    dataEntryName.setText("");
+    showList(rows);
+}
+
+void IsochoreWindow::Remove_Action() {
+    inclusions_->remove(list.ListBox1.selected());
+    showList({});
+}
+
+void IsochoreWindow::Up_Action() {
+    showList(inclusions_->move(list.ListBox1.selected(), false));
+}
+
+void IsochoreWindow::Down_Action() {
+    showList(inclusions_->move(list.ListBox1.selected(), true));
+}
+
+void IsochoreWindow::Keep_Action() {
+    inclusions_->keep();
+    showList(list.ListBox1.selected());
+}
+
+void IsochoreWindow::ListBox2_Select() {
+    warning.setText("");
+    showSelected();
+    if (inclusions_->count() > mostPaths) {
+        showDiagram();
+    }
+}
+
+void IsochoreWindow::showSelected() {
+    const InclusionList::Rows rows = list.ListBox1.selected();
+    if (rows.size() == 1 && inclusions_->state(rows.front()).V > 0.0) {
+        typed_.reset();
+        const auto& fluid = inclusions_->fluidOf(rows.front());
+        const InclusionState& state = inclusions_->state(rows.front());
+        const IsochoreInput input = {state.V, readRange({state})};
+        if (input.refusal(fluid->mixture).empty()) {
+            const auto isochore = std::make_shared<const IsochoreTable>(fluid->mixture, input);
+            Homogenisation.setText(inclusions_->inclusion(rows.front()).name + ": " +
+                                   isochore->homogenizationSentence(temperature.scale()));
+            table.show(isochore, temperature.scale());
+        }
+    }
+}
+
+void IsochoreWindow::ExportIsochores_Action() {
+    InclusionList::Rows rows = list.ListBox1.selected();
+    if (rows.empty()) {
+        rows.resize(inclusions_->count());
+        std::iota(rows.begin(), rows.end(), 0U);
+    }
+    std::string text;
+    std::vector<InclusionState> states;
+    for (const std::size_t row : rows) {
+        states.push_back(inclusions_->state(row));
+    }
+    const auto temperatures = readRange(states);
+    for (const std::size_t row : rows) {
+        const IsochoreInput input = {inclusions_->state(row).V, temperatures};
+        const auto& fluid = inclusions_->fluidOf(row);
+        if (fluid && input.refusal(fluid->mixture).empty()) {
+            text += (text.empty() ? "" : "\n") + IsochoreTable(fluid->mixture, input).fileText();
+        }
+    }
+    if (text.empty()) {
+        warning.setText("warning: there is no isochore to export; calculate one first");
+        return;
+    }
+    saveToFile(*this, warning, "Export isochores", "isochores", {".txt"},
+               [text](const std::string& path) { return toolkit::writeFile(path, text); });
+}
+
+void IsochoreWindow::ShowList_Action() {
+    Pages.show(1);
+}
+
+void IsochoreWindow::ShowTable_Action() {
+    Pages.show(0);
+}
+
+// --- The diagram
+
+void IsochoreWindow::Diagram_Action() {
+    showDiagram();
+}
+
+std::vector<InclusionState> IsochoreWindow::shownStates() const {
+    std::vector<InclusionState> states;
+    for (std::size_t row = 0; row < inclusions_->count(); ++row) {
+        states.push_back(inclusions_->state(row));
+    }
+    if (typed_) {
+        states.push_back(*typed_);
+    }
+    return states;
+}
+
+void IsochoreWindow::showDiagram() {
+    const std::vector<InclusionState> states = shownStates();
+    const bool isEmpty = std::none_of(states.begin(), states.end(),
+                                      [](const InclusionState& state) { return state.V > 0.0; });
+    if (isEmpty) {
+        plotPanel.clear();
+        return;
+    }
+    std::optional<TemperatureRange> temperatures = readRange(states);
+    if (!temperatures || !temperatures->refusal().empty()) {
+        temperatures = proposedTemperatures(fluid_.mixture, states, temperature.scale());
+    }
+    const double lowestT = temperatures->lowest().kelvin;
+    const double highestT = temperatures->highest().kelvin;
+    const InclusionList::Rows selected = list.ListBox1.selected();
+    constexpr std::size_t allSteps = 1500;
+    constexpr std::size_t mostSteps = 40;
+    const std::size_t paths =
+        states.size() <= mostPaths ? states.size() : std::min(selected.size(), mostPaths);
+    const std::size_t steps = std::min(mostSteps, allSteps / std::max<std::size_t>(paths, 1));
+    using Group = std::pair<std::shared_ptr<const Fluid>, std::vector<InclusionLine>>;
+    std::vector<Group> groups = {{nullptr, {}}};  // first that of the present fluid
+    double highestP = 0.0;
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        if (!(states[i].V > 0.0)) {
+            continue;
+        }
+        const bool isListed = i < inclusions_->count();
+        const std::shared_ptr<const Fluid> fluid = isListed ? inclusions_->keptFluid(i) : nullptr;
+        const bool hasPath =
+            states.size() <= mostPaths || std::binary_search(selected.begin(), selected.end(), i);
+        InclusionLine line = LineOf(fluid ? fluid->mixture : fluid_.mixture, states[i], lowestT,
+                                    highestT, hasPath ? steps : 0);
+        if (!line.pieces.empty()) {
+            highestP = std::max(highestP, line.pieces.back().points.back().P);
+        }
+        auto group = std::find_if(groups.begin(), groups.end(),
+                                  [&fluid](const Group& each) { return each.first == fluid; });
+        if (group == groups.end()) {
+            group = groups.insert(groups.end(), {fluid, {}});
+        }
+        group->second.push_back(std::move(line));
+    }
+    const TemperatureScale scale = temperature.scale();
+    std::vector<toolkit::PlotSeries> series =
+        EnvelopeSeries(fluid_.mixture, highestP, {scale, lowestT, WithSpinodal.isOn()});
+    std::size_t colour = 4;  // behind those of the curves
+    for (const auto& [fluid, lines] : groups) {
+        const std::string name = groups.size() == 1
+                                     ? "isochores"
+                                     : "isochores, " + (fluid ? *fluid : fluid_).composition;
+        for (toolkit::PlotSeries& each : LineSeries(lines, scale, name, colour)) {
+            series.push_back(std::move(each));
+        }
+        ++colour;
+    }
+    plotPanel.show(std::move(series));
 }
 
 }  // namespace procedures

@@ -63,7 +63,7 @@ class StateLines {
 
 IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
     : Screen(host, "IsothermWindow", "Isotherms - Drovan W"),
-      table(*this, warning, "isotherm", {16, 16, 18, 12}),
+      table(*this, warning, "isotherm", {.characters = {16, 16, 18, 12}, .words = {3}}),
       plotPanel(*this, warning, table.ListBox1, "isotherm",
                 "Pressure over molar volume at this temperature") {
     dataEntryT.onTextChange(this, &IsothermWindow::emptyResults);

@@ -25,6 +25,16 @@ std::optional<ValueRange> RangeEntry::read() const {
     return from && to && step ? ValueRange::of(*from, *to, *step) : std::nullopt;
 }
 
+std::optional<ValueRange> RangeEntry::read(const ValueRange& proposed) const {
+    const auto number = [](const toolkit::Entry& entry, double otherwise) {
+        return entry.text().empty() ? std::optional(otherwise) : toolkit::parseNumber(entry.text());
+    };
+    const auto from = number(first, proposed.smallest());
+    const auto to = number(last, proposed.largest());
+    const auto step = number(dataEntryStep, proposed.step());
+    return from && to && step ? ValueRange::of(*from, *to, *step) : std::nullopt;
+}
+
 void RangeEntry::setQuantity(const std::string& quantity, const std::string& unit) {
     firstCaption.setText("First " + quantity);
     lastCaption.setText("Last " + quantity);

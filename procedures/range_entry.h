@@ -19,6 +19,8 @@ class RangeEntry {
 
     /// The range as typed; nothing where it is no range of numbers. One value needs no step.
     std::optional<ValueRange> read() const;
+    /// The same with what is proposed in place of what is empty.
+    std::optional<ValueRange> read(const ValueRange& proposed) const;
     /// The captions name the quantity, "First Temperature", and the units stand beside the entries.
     void setQuantity(const std::string& quantity, const std::string& unit);
     void setSensitive(bool isSensitive);

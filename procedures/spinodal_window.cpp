@@ -26,7 +26,7 @@ constexpr int visibleRows = 7;
 
 SpinodalWindow::SpinodalWindow(toolkit::ScreenHost& host)
     : Screen(host, "SpinodalWindow", "Spinodal - Drovan W"),
-      table(*this, warning, "spinodal", {15, 15, 16, 14, 25}),
+      table(*this, warning, "spinodal", {.characters = {15, 15, 16, 14, 25}, .words = {4}}),
       plotPanel(*this, warning, table.ListBox1, "spinodal", "Pressure on the spinodals") {
     connectHandlers();
     dataEntryT.setLabelledBy(GivenT);

@@ -1,5 +1,6 @@
 #include "procedures/table_panel.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -10,13 +11,18 @@
 namespace procedures {
 
 TablePanel::TablePanel(toolkit::Screen& screen, toolkit::Message& message,
-                       const std::string& fileName, const std::vector<int>& characters)
-    : ListBox1("ListBox1", toolkit::List::Row(characters.size())),
+                       const std::string& fileName, const Form& form)
+    : ListBox1(form.listName, toolkit::List::Row(form.characters.size())),
+      Export(form.exportName, "export"),
       screen_(screen),
       message_(message),
       fileName_(fileName) {
-    ListBox1.setLong(characters);
-    ListBox1.alignNumbers(characters.size() - 1);
+    ListBox1.setLong(form.characters, form.isWide);
+    for (std::size_t i = 0; i < form.characters.size(); ++i) {
+        if (std::find(form.words.begin(), form.words.end(), i) == form.words.end()) {
+            ListBox1.alignRight(i);
+        }
+    }
     ListBox1.setAccessibleName("table of the " + fileName);
     Export.onClick(this, &TablePanel::Export_Action);
     Export.setTooltip("Writes the table to a text file");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,17 +16,25 @@ namespace procedures {
 /// The table of a series on its screen, and the button that exports it.
 class TablePanel {
   public:
+    struct Form {
+        std::vector<int> characters;     // that each column has room for
+        std::vector<std::size_t> words;  // the columns that hold no numbers
+        bool isWide = false;             // whether it may scroll sideways
+        std::string listName = "ListBox1";
+        std::string exportName = "Export";
+    };
+
     /// `fileName`: proposed for exports, without extension; `message` says what came of them.
-    /// `characters`: what each column has room for; the last one holds words, the others numbers.
     TablePanel(toolkit::Screen& screen, toolkit::Message& message, const std::string& fileName,
-               const std::vector<int>& characters);
+               const Form& form);
 
     /// Shows the table with temperatures in this unit.
     void show(std::shared_ptr<const SeriesTable> table, const TemperatureScale& scale);
     void clear();
+    bool isEmpty() const { return ListBox1.isEmpty(); }
 
     toolkit::List ListBox1;
-    toolkit::Button Export{"Export", "export"};
+    toolkit::Button Export;
 
   private:
     void Export_Action();

@@ -63,6 +63,10 @@ double ValueRange::largest() const {
     return std::max(first_, last_) / scale_;
 }
 
+double ValueRange::step() const {
+    return std::abs(step_) / scale_;
+}
+
 double ValueRange::rounded(double number) const {
     return isDecimal_ ? std::round(number * scale_) / scale_ : number;
 }

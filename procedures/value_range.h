@@ -23,6 +23,7 @@ class ValueRange {
     double value(std::size_t k) const;
     double smallest() const;
     double largest() const;
+    double step() const;
     /// `number` rounded to the decimals of the range and at least to hundredths; unchanged where
     /// the range has no decimals.
     double rounded(double number) const;

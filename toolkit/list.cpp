@@ -7,6 +7,7 @@
 #include <numeric>
 #include <utility>
 
+#include "toolkit/announcement.h"
 #include "toolkit/clipboard.h"
 #include "toolkit/editable_text.h"
 #include "toolkit/event.h"
@@ -164,9 +165,33 @@ struct List::Callbacks {
         g_object_set(cell, "text", text.c_str(), nullptr);
     }
 
+    static void onSelectionChanged(GtkTreeSelection* /*selection*/, gpointer data) {
+        const auto* const self = static_cast<const List*>(data);
+        if (!self->isFilling_) {
+            const Announcement announcement(self->widget());
+            runHandler(self->select_, self->name().c_str());
+        }
+    }
+
+    /// A list and whether it still lives when the text comes.
+    struct Request {
+        std::shared_ptr<bool> isAlive;
+        List* list;
+    };
+
+    static void onTextReceived(GtkClipboard* /*clipboard*/, const gchar* text, gpointer data) {
+        const std::unique_ptr<Request> request(static_cast<Request*>(data));
+        if (text == nullptr || !*request->isAlive) {
+            return;
+        }
+        const Announcement announcement(request->list->widget());
+        runHandler([&] { request->list->paste_(text); }, request->list->name().c_str());
+    }
+
     static void collectRow(GtkTreeModel* /*model*/, GtkTreePath* path, GtkTreeIter* /*row*/,
                            gpointer data) {
-        static_cast<std::vector<int>*>(data)->push_back(gtk_tree_path_get_indices(path)[0]);
+        const gint position = gtk_tree_path_get_indices(path)[0];
+        static_cast<std::vector<std::size_t>*>(data)->push_back(static_cast<std::size_t>(position));
     }
 };
 
@@ -174,10 +199,13 @@ List::List(std::string name, const Row& heads)
     : Control(std::move(name), gtk_tree_view_new()),
       heads_(heads),
       decimals_(heads.size(), -1),
+      isAlive_(std::make_shared<bool>(true)),
       store_(newStore(heads.size())) {
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
     gtk_tree_view_set_enable_search(viewOf(*this), FALSE);
-    gtk_tree_selection_set_mode(gtk_tree_view_get_selection(viewOf(*this)), GTK_SELECTION_MULTIPLE);
+    GtkTreeSelection* const selection = gtk_tree_view_get_selection(viewOf(*this));
+    gtk_tree_selection_set_mode(selection, GTK_SELECTION_MULTIPLE);
+    g_signal_connect(selection, "changed", G_CALLBACK(&Callbacks::onSelectionChanged), this);
     for (std::size_t i = 0; i < heads.size(); ++i) {
         GtkCellRenderer* const cell = gtk_cell_renderer_text_new();
         gtk_cell_renderer_set_padding(cell, cellPadding, 1);
@@ -189,6 +217,9 @@ List::List(std::string name, const Row& heads)
 }
 
 List::~List() {
+    *isAlive_ = false;
+    g_signal_handlers_disconnect_matched(gtk_tree_view_get_selection(viewOf(*this)),
+                                         G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, this);
     if (editableColumn_ >= 0) {
         g_signal_handlers_disconnect_matched(editableCell_, G_SIGNAL_MATCH_DATA, 0, 0, nullptr,
                                              nullptr, this);
@@ -266,6 +297,7 @@ void List::setRows(const std::vector<Row>& rows) {
 
 void List::setTable(std::size_t count, std::function<Row(std::size_t)> row,
                     std::function<Row(std::size_t)> copied) {
+    isFilling_ = true;
     takeStore();
     table_ = std::move(row);
     copied_ = std::move(copied);
@@ -274,11 +306,12 @@ void List::setTable(std::size_t count, std::function<Row(std::size_t)> row,
         gtk_list_store_append(store_, &position);
     }
     gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
+    isFilling_ = false;
 }
 
-void List::setLong(const std::vector<int>& characters) {
+void List::setLong(const std::vector<int>& characters, bool scrollsSideways) {
     isLong_ = true;
-    isWhole_ = true;
+    isWhole_ = !scrollsSideways;
     const int digit = sizeOfText(widget(), "0").width;
     for (std::size_t i = 0; i < heads_.size(); ++i) {
         GtkTreeViewColumn* const column =
@@ -291,13 +324,11 @@ void List::setLong(const std::vector<int>& characters) {
     gtk_tree_view_set_fixed_height_mode(viewOf(*this), TRUE);
 }
 
-void List::alignNumbers(std::size_t columns) {
-    for (std::size_t i = 0; i < columns; ++i) {
-        GtkTreeViewColumn* const column =
-            gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i));
-        g_object_set(rendererOf(column), "xalign", 1.0, nullptr);
-        gtk_tree_view_column_set_alignment(column, 1.0F);
-    }
+void List::alignRight(std::size_t column) {
+    GtkTreeViewColumn* const aligned =
+        gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(column));
+    g_object_set(rendererOf(aligned), "xalign", 1.0, nullptr);
+    gtk_tree_view_column_set_alignment(aligned, 1.0F);
 }
 
 void List::showCellsWhenLookedAt(std::size_t column) {
@@ -310,10 +341,7 @@ void List::showCellsWhenLookedAt(std::size_t column) {
 
 void List::alignAtPoint(std::size_t column, int decimals) {
     decimals_[column] = decimals;
-    GtkTreeViewColumn* const shown =
-        gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(column));
-    g_object_set(rendererOf(shown), "xalign", 1.0, nullptr);
-    gtk_tree_view_column_set_alignment(shown, 1.0F);
+    alignRight(column);
     showCellsWhenLookedAt(column);
 }
 
@@ -381,19 +409,36 @@ std::vector<List::Row> List::rows() const {
 }
 
 std::vector<List::Row> List::copiedRows() const {
-    std::vector<int> positions;
-    gtk_tree_selection_selected_foreach(gtk_tree_view_get_selection(viewOf(*this)),
-                                        &Callbacks::collectRow, &positions);
+    std::vector<std::size_t> positions = selected();
     if (positions.empty()) {
         positions.resize(static_cast<std::size_t>(count()));
-        std::iota(positions.begin(), positions.end(), 0);
+        std::iota(positions.begin(), positions.end(), 0U);
     }
     std::vector<Row> rows;
     rows.reserve(positions.size());
-    for (const int position : positions) {
-        rows.push_back(copiedRowAt(position));
+    for (const std::size_t position : positions) {
+        rows.push_back(copiedRowAt(static_cast<int>(position)));
     }
     return rows;
+}
+
+std::vector<std::size_t> List::selected() const {
+    std::vector<std::size_t> positions;
+    gtk_tree_selection_selected_foreach(gtk_tree_view_get_selection(viewOf(*this)),
+                                        &Callbacks::collectRow, &positions);
+    return positions;
+}
+
+void List::select(const std::vector<std::size_t>& rows) {
+    GtkTreeSelection* const selection = gtk_tree_view_get_selection(viewOf(*this));
+    isFilling_ = true;
+    gtk_tree_selection_unselect_all(selection);
+    for (const std::size_t row : rows) {
+        GtkTreePath* const path = gtk_tree_path_new_from_indices(static_cast<gint>(row), -1);
+        gtk_tree_selection_select_path(selection, path);
+        gtk_tree_path_free(path);
+    }
+    isFilling_ = false;
 }
 
 std::string List::tableText(const std::vector<Row>& rows) const {
@@ -423,12 +468,21 @@ std::string List::copiedText() const {
 }
 
 bool List::canPerform(EditCommand command) const {
+    if (command == EditCommand::paste) {
+        return paste_ != nullptr;
+    }
     const bool applies = command == EditCommand::copy || command == EditCommand::selectAll;
     return applies && !isEmpty();
 }
 
 void List::perform(EditCommand command) {
     if (!canPerform(command)) {
+        return;
+    }
+    if (command == EditCommand::paste) {
+        auto request = std::make_unique<Callbacks::Request>(Callbacks::Request{isAlive_, this});
+        gtk_clipboard_request_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD),
+                                   &Callbacks::onTextReceived, request.release());
         return;
     }
     if (command == EditCommand::selectAll) {

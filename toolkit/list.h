@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,10 +44,11 @@ class List : public Control, public Editable {
     /// called before the list is put into a block.
     void showAllColumns() { isWhole_ = true; }
     /// Makes the list one for long tables: its columns have room for so many characters each,
-    /// whatever is in them. To be called before it is put into a block.
-    void setLong(const std::vector<int>& characters);
-    /// Aligns the first `columns` columns, which hold numbers, at the right.
-    void alignNumbers(std::size_t columns);
+    /// whatever is in them; the window makes room for all of them, unless they may scroll. To be
+    /// called before it is put into a block.
+    void setLong(const std::vector<int>& characters, bool scrollsSideways = false);
+    /// Aligns a column, of numbers, at the right.
+    void alignRight(std::size_t column);
     bool isEmpty() const;
     /// `row` gives what Copy takes of a row instead of what is shown of it, until other rows are
     /// shown.
@@ -74,6 +76,21 @@ class List : public Control, public Editable {
     template <class Object, class Base>
     void onCellTextChange(Object* object, void (Base::*function)()) {
         cellTextChange_ = member(object, function);
+    }
+
+    /// The selected rows, ascending.
+    std::vector<std::size_t> selected() const;
+    void select(const std::vector<std::size_t>& rows);
+    /// `function` runs after the user has selected other rows.
+    template <class Object, class Base>
+    void onSelect(Object* object, void (Base::*function)()) {
+        select_ = member(object, function);
+    }
+    /// Lets the user paste: `function` is given the text of the clipboard as soon as its owner has
+    /// handed it over.
+    template <class Object, class Base>
+    void onPaste(Object* object, void (Base::*function)(const std::string&)) {
+        paste_ = [object, function](const std::string& text) { (object->*function)(text); };
     }
 
     /// The heads and all rows as tab-separated lines, as they are shown.
@@ -104,6 +121,10 @@ class List : public Control, public Editable {
     Handler cellTextChange_;
     Handler cellClick_;
     Cell clickedCell_;
+    Handler select_;
+    std::function<void(const std::string&)> paste_;
+    std::shared_ptr<bool> isAlive_;  // whether a text that is asked for still has a receiver
+    bool isFilling_ = false;
     bool isLong_ = false;
     bool isWhole_ = false;
     int editableColumn_ = -1;

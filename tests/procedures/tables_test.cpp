@@ -118,8 +118,9 @@ TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
     const auto cold = between(-1.0, -1.0, 0.0);
     for (const auto& [refusal, expected] : std::vector<std::pair<std::string, std::string>>{
              {isochore(80.0, 200.0, 300.0, 10.0).refusal(mixture), ""},
-             {isochore(0.0, 200.0, 300.0, 10.0).refusal(mixture), "put a number for molar volume,"},
-             {IsochoreInput{80.0, {}}.refusal(mixture), "put a number for molar volume, for both"},
+             {isochore(0.0, 200.0, 300.0, 10.0).refusal(mixture),
+              "put a number for molar volume or"},
+             {IsochoreInput{80.0, {}}.refusal(mixture), "put a number for both temperatures and"},
              {isochore(30.0, 200.0, 300.0, 10.0).refusal(mixture),
               "the molar volume must be larger than the co-volume of this fluid, 42.9303038 cm³"},
              {isochore(80.0, -1.0, 300.0, 10.0).refusal(mixture), "temperatures must be above"},

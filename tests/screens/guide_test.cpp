@@ -9,6 +9,7 @@
 
 #include "app/start1_window.h"
 #include "tests/screens/screen_test.h"
+#include "toolkit/clipboard.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -51,13 +52,23 @@ void compare(const std::string& page, const std::string& screen) {
 /// Plays the pages of the guide: an action in a comment stands behind the words that it is about.
 class GuideTest : public tests::ScreenTest, public testing::WithParamInterface<std::string> {
   protected:
-    /// `action`: "use SCREEN", "click CONTROL" (the words are its caption), "enter ENTRY" (the
-    /// words are typed; for what readers do not see "enter ENTRY NUMBER"), or "read CONTROL ROW
-    /// COLUMN".
+    /// `action`: "use SCREEN" (the newest, or with a number one of that name), "copy FILE", "click
+    /// CONTROL" (the words are its caption), "enter ENTRY" (the words are typed; for what readers
+    /// do not see "enter ENTRY NUMBER"), or "read CONTROL ROW COLUMN".
     void play(const std::string& said, const std::vector<std::string>& action) {
         const std::string& name = action.at(1);
         if (action[0] == "use") {
+            std::size_t left = action.size() > 2 ? std::stoul(action[2]) : 0;
+            for (toolkit::Screen* const screen : owner.screens()) {
+                if (left > 0 && screen->name() == name && --left == 0) {
+                    robot.use(*screen);
+                    return;
+                }
+            }
             robot.use(name);
+        } else if (action[0] == "copy") {
+            std::ifstream file(project / "docs" / "guide" / name);
+            toolkit::setClipboardText({std::istreambuf_iterator<char>(file), {}});
         } else if (action[0] == "click") {
             const auto open = openScreens();
             compare(said.empty() ? text(name) : said, text(name));

@@ -17,6 +17,7 @@
 
 #include "model/fluid_model.h"
 #include "tests/screens/screen_test.h"
+#include "toolkit/clipboard.h"
 #include "toolkit/number_text.h"
 #include "toolkit/plot.h"
 
@@ -100,13 +101,113 @@ TEST_F(SeriesScreensTest, WhatIsTypedIsShownInItsUnitUntilItChanges) {
               "67.95817259849628|-68.15|||");
 }
 
+TEST_F(SeriesScreensTest, AnInclusionIsGivenInThreeWays) {
+    open("Isochore");
+    const std::string at = "Homogenization at 220 Kelvin and 3.38666";
+    struct Case {
+        std::string unit, into, entry, number, sentence;
+    };
+    for (const Case& c : std::vector<Case>{
+             {"cm3mol", "", "dataEntryV", "67.95817259849628", at},
+             {"cm3mol", "", "dataEntryTh", "220", "warning: choose whether it homogenizes"},
+             {"cm3mol", "LiquidMode", "dataEntryTh", "220", at},
+             {"cm3mol", "VapourMode", "dataEntryTh", "220", "Homogenization at 220 Kelvin and 2.4"},
+             {"kgm3", "", "dataEntryV", "0.5241413", "Homogenization at 220.0000"},
+             {"cm3mol", "", "dataEntryTh", "300", "warning: nothing homogenizes into the vapour"},
+             {"cm3mol", "", "dataEntryTh", "22,0", "warning: put a homogenization temperature"},
+             {"cm3mol", "", "dataEntryTh", "273.5",
+              "warning: 2 points of homogenization; choose"}}) {
+        robot.click(c.unit);
+        if (!c.into.empty()) {
+            robot.click(c.into);
+        }
+        calculate({{c.entry, c.number}});
+        const std::string said = text("Homogenisation") + text("warning");
+        EXPECT_TRUE(said.starts_with(c.sentence)) << said;
+        EXPECT_EQ(rows().empty(), c.sentence.starts_with("warning"));
+        EXPECT_EQ(text(c.entry == "dataEntryV" ? "dataEntryTh" : "dataEntryV"), "");
+    }
+    for (const std::string pressure : {"7.09996", "6.98177", "7.09996"}) {
+        robot.click("NextPoint");
+        EXPECT_TRUE(
+            text("Homogenisation").starts_with("Homogenization at 273.5 Kelvin and " + pressure))
+            << text("Homogenisation");
+    }
+    EXPECT_GT(rows().size(), 30U);  // proposed temperatures
+    EXPECT_EQ(text("dataEntryT1"), "");
+}
+
+TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
+    open("Isochore");
+    toolkit::Screen& screen = robot.screen();
+    const auto names = [this] {
+        std::string joined;
+        for (const auto& row : rows("ListBox2")) {
+            joined += row[0] + (row[4].empty() ? "-|" : "|");
+        }
+        return joined;
+    };
+    robot.click("ShowList");
+    toolkit::setClipboardText("Name\tTh\nA\t220\tL\n\nB, C\t220\tV\nD\t22,5\nE 0.5 g/cm3\n");
+    robot.click("Paste");
+    EXPECT_EQ(text("warning"),
+              "3 inclusions were added; the first row was taken for heads; 1 row was not "
+              "understood: see the remarks in the list");
+    EXPECT_EQ(names(), "A|B, C|D 22,5-|E|");
+    EXPECT_EQ(rows("ListBox2")[2][10], "put a decimal point instead of the comma in “22,5”");
+    EXPECT_FALSE(plot().series().empty());
+    robot.control("ListBox2").takeFocus();
+    robot.press("Down");
+    robot.press("Home");
+    EXPECT_TRUE(text("Homogenisation").starts_with("A: Homogenization at 220 Kelvin and 3.386"))
+        << text("Homogenisation");
+    EXPECT_FALSE(rows().empty());
+    robot.click("Down");
+    robot.enter("dataEntryName", "new");
+    robot.click("Rename");
+    EXPECT_EQ(names(), "B, C|new|D 22,5-|E|");
+    robot.click("Remove");
+    robot.enter("dataEntryTt", "300");
+    EXPECT_EQ(rows("ListBox2")[0][8], "300.000000");
+    EXPECT_EQ(rows("ListBox2")[0][9].substr(0, 4), "3.64") << rows("ListBox2")[0][9];
+    robot.click("Keep");
+    robot.use("Start2Window");
+    compose({{"CO2", "1"}});
+    robot.click("Continue1");
+    robot.use(screen);
+    robot.click("Paste");
+    EXPECT_EQ(names(), "B, C|D 22,5-|E|A|B, C|D 22,5-|E|");
+    EXPECT_EQ(rows("ListBox2")[0][11] + rows("ListBox2")[3][11], "CO2 0.7, CH4 0.3");
+    robot.use("Start2Window");
+    compose({{"CO2", "0.5"}, {"CH4", "0.5"}});
+    robot.click("Continue1");
+    robot.use(screen);
+    EXPECT_EQ(names(), "B, C|D 22,5-|E|A-|B, C-|D 22,5-|E-|");
+    robot.click("calculate");
+    EXPECT_EQ(names(), "B, C|D 22,5-|E|A|B, C|D 22,5-|E|");
+    save("ExportList", folder / "list");
+    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    const std::string list = contentsOf(folder / "list.txt");
+    EXPECT_TRUE(list.starts_with("Composition = CO2 0.5, CH4 0.5\nName, Given, ")) << list;
+    EXPECT_NE(list.find("\n\"B, C\", Th, -53.15, vapour, 2.42"), std::string::npos) << list;
+    save("ExportIsochores", folder / "all");
+    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    const std::string blocks = contentsOf(folder / "all.txt");
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = blocks.find("Molar Volume = ", at)) != std::string::npos; ++at) {
+        ++count;
+    }
+    EXPECT_EQ(count, 5U);
+}
+
 TEST_F(SeriesScreensTest, WhatIsNoNumberIsRefusedAndNothingIsNotSaved) {
     open("Isochore");
     robot.click("Celsius");
-    const std::string missing = "warning: put a number for molar volume, for both";
+    const std::string missing = "warning: put a number for both temperatures and for the step, or";
     for (const auto& [numbers, sentence] : std::vector<std::pair<Entries, std::string>>{
-             {{{"dataEntryV", "80"}, {"dataEntryT1", "200"}, {"dataEntryT2", "300"}}, missing},
-             {{{"dataEntryStep", "x"}}, missing},
+             {{{"dataEntryT1", "200"}, {"dataEntryT2", "300"}},
+              "warning: put a number for molar volume or for"},
+             {{{"dataEntryV", "80"}, {"dataEntryStep", "x"}}, missing},
              {{{"dataEntryStep", "10"}, {"dataEntryT1", "25,5"}}, missing},
              {{{"dataEntryT1", "25.5"}, {"dataEntryV", "30"}}, "warning: the molar volume must be"},
              {{{"dataEntryV", "80"}, {"dataEntryStep", "0.0004"}}, "warning: these would be"}}) {
@@ -216,12 +317,15 @@ TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
                {"dataEntryT2", "400"},
                {"dataEntryStep", "25"}});
     robot.settle();
-    ASSERT_EQ(plot().series().size(), 3U);  // the lines meet at the boundary
-    EXPECT_EQ(plot().series()[1].x.back(), plot().series()[0].x.front());
-    const auto place = plot().place({0, 3});
+    ASSERT_EQ(plot().series().size(), 5U);
+    const toolkit::PlotSeries& isochore = plot().series()[3];
+    ASSERT_EQ(isochore.parts.size(), 2U);
+    EXPECT_EQ(isochore.x[isochore.parts[1].first], plot().series()[4].x[0]);
+    const auto place = plot().place({3, isochore.size() - 2, 0.5});
     ASSERT_TRUE(place);
     robot.moveTo(plot().area().x + place->x + 2, plot().area().y + place->y - 2);
-    EXPECT_EQ(text("ReadOut").substr(0, 14), "one phase: 300") << text("ReadOut");
+    EXPECT_TRUE(text("ReadOut").starts_with("isochores: 32")) << text("ReadOut");
+    EXPECT_TRUE(text("ReadOut").ends_with("one phase")) << text("ReadOut");
     robot.moveTo(plot().area().x - 20, plot().area().y + 5);
     EXPECT_EQ(text("ReadOut"), "");
     toolkit::Screen& screen = robot.screen();
