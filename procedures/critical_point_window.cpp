@@ -9,8 +9,9 @@
 
 #include "model/fluid_model.h"
 #include "procedures/explanations.h"
-#include "procedures/stability_text.h"
+#include "procedures/phase_sentences.h"
 #include "procedures/units.h"
+#include "toolkit/file_writing.h"
 #include "toolkit/number_text.h"
 
 namespace procedures {
@@ -34,20 +35,30 @@ std::string resultText(double value) {
 
 CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
     : Screen(host, "CriticalPointWindow", "Critical Point - Drovan W"),
-      ListBox1("ListBox1", {"", "", "", "", "", ""}),
+      ListBox1("ListBox1", toolkit::List::Row(6)),
       Label3("Label3", volumeUnit),
       plotPanel(*this, warning, ListBox1, "critical-point",
                 "Phase boundary, spinodal and critical points in pressure over temperature") {
     PlotAll.turnOn();
+    AxesTP.turnOn();
     calculate.onClick(this, &CriticalPointWindow::calculate_Action);
     Explanations.onClick(this, &CriticalPointWindow::Explanations_Action);
-    temperature.onChange(this, &CriticalPointWindow::calculate_Action);
+    Export.onClick(this, &CriticalPointWindow::Export_Action);
+    temperature.onChange(this, &CriticalPointWindow::showResults);
+    for (toolkit::RadioButton* const axes : {&AxesTP, &AxesVP, &AxesDT}) {
+        axes->onChoose(this, &CriticalPointWindow::Axes_Action);
+    }
     PlotAll.onChoose(this, &CriticalPointWindow::PlotAll_Action);
     PlotLow.onChoose(this, &CriticalPointWindow::PlotLow_Action);
     Temperature.setTarget(ResultT, Label1);
     Pressure.setTarget(ResultP, Label2);
     MolarVolume.setTarget(ResultV, Label3);
+    Export.setTooltip("Writes the critical points and all points of the curves to a text file");
     ListBox1.setAccessibleName("Critical points");
+    ListBox1.setLong({15, 15, 16, 14, 11, 31});
+    for (std::size_t column = 0; column < 5; ++column) {
+        ListBox1.alignRight(column);
+    }
     Count.wrapAt(sentenceWidth);
     warning.wrapAt(messageWidth);
     layOut();
@@ -64,7 +75,8 @@ void CriticalPointWindow::layOut() {
     const Block left = toolkit::column(
         {pseudo,
          toolkit::row({temperature.block(), GroupBox3.around(toolkit::column({PlotAll, PlotLow}))}),
-         toolkit::buttonRow({Explanations, calculate}), warning},
+         GroupBox4.around(toolkit::column({AxesTP, AxesVP, AxesDT})),
+         toolkit::buttonRow({Explanations, Export, calculate}), warning},
         Spacing::group);
     const Block lower =
         toolkit::row({left, plotPanel.block().expanding()}, Spacing::section).expanding();
@@ -72,7 +84,9 @@ void CriticalPointWindow::layOut() {
 }
 
 void CriticalPointWindow::Event_Activate() {
-    calculate_Action();
+    if (!(mixture_ == fluid::AcceptedMixture())) {
+        calculate_Action();
+    }
 }
 
 void CriticalPointWindow::Explanations_Action() {
@@ -80,20 +94,42 @@ void CriticalPointWindow::Explanations_Action() {
 }
 
 void CriticalPointWindow::PlotAll_Action() {
-    calculate_Action();
+    showResults();
 }
 
 void CriticalPointWindow::PlotLow_Action() {
-    calculate_Action();
+    showResults();
+}
+
+void CriticalPointWindow::Axes_Action() {
+    plot();
 }
 
 void CriticalPointWindow::calculate_Action() {
-    warning.setText("");
-    points_ = fluid::FindCriticalPoints(fluid::AcceptedMixture());
-    kinds_.clear();
-    for (const fluid::CriticalPoint& point : points_) {
-        kinds_.push_back(fluid::CriticalStability(fluid::AcceptedMixture(), point));
+    mixture_ = fluid::AcceptedMixture();
+    points_ = CriticalTable(mixture_);
+    boundary_ = fluid::TraceBoundary(mixture_, points_.places());
+    ShownPressures all(points_.places());
+    for (const fluid::CriticalPoint& point : points_.places()) {
+        all.extendTo(point.P);
     }
+    spinodal_ = fluid::TraceSpinodal(mixture_, fluid::SpinodalKind::Diffusional, coldestOf(all),
+                                     std::numeric_limits<double>::infinity());
+    showResults();
+}
+
+void CriticalPointWindow::Export_Action() {
+    const std::string text =
+        points_.fileText() + "\n" + CurveTable(mixture_, boundary_, spinodal_).fileText();
+    saveToFile(*this, warning, "Export", "critical-point", {".txt"},
+               [text](const std::string& path) { return toolkit::writeFile(path, text); });
+}
+
+void CriticalPointWindow::showResults() {
+    if (mixture_.count == 0) {
+        return;  // the choices are made before the screen is shown
+    }
+    warning.setText("");
     showPoints();
     showPseudoCriticalPoint();
     plot();
@@ -104,37 +140,28 @@ std::string CriticalPointWindow::temperatureText(double T) const {
 }
 
 void CriticalPointWindow::showPoints() {
-    ListBox1.setHeads({"Temperature (" + temperature.unitText() + ")", "Pressure (MPa)",
-                       std::string("Molar Volume (") + volumeUnit + ")",
-                       std::string("Density (") + densityUnit + ")", "Z", "State"});
-    std::vector<toolkit::List::Row> rows;
-    for (std::size_t i = 0; i < points_.count; ++i) {
-        const fluid::CriticalPoint& point = points_.points[i];
-        const double density = fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), point.V);
-        const double Z = point.P * point.V / (fluid::R * point.T);
-        std::string state = stabilityName(kinds_[i]);
-        if (point.P < 0.0) {
-            state += ", at negative pressure";
-        }
-        rows.push_back({temperatureText(point.T), resultText(point.P), resultText(point.V),
-                        resultText(density), resultText(Z), state});
-    }
-    ListBox1.setRows(rows);
-    std::string sentence =
-        rows.empty()       ? "This fluid has no critical point"
-        : rows.size() == 1 ? "This fluid has one critical point"
-                           : "This fluid has " + std::to_string(rows.size()) + " critical points";
+    const TemperatureScale scale = temperature.scale();
+    const auto rows = [this, scale](Digits digits) {
+        return [this, scale, digits](std::size_t i) { return points_.row(i, scale, digits); };
+    };
+    ListBox1.setHeads(CriticalTable::heads(scale));
+    ListBox1.setTable(points_.count(), rows(Digits::Shown), rows(Digits::Full));
+    const std::size_t count = points_.count();
+    std::string sentence = count == 0 ? "This fluid has no critical point"
+                           : count == 1
+                               ? "This fluid has one critical point"
+                               : "This fluid has " + std::to_string(count) + " critical points";
     const ShownPressures shown = shownPressures();
-    for (const fluid::CriticalPoint& point : points_) {
+    for (const fluid::CriticalPoint& point : points_.places()) {
         if (!shown.include(point.P)) {
-            sentence += "; that at " + resultText(point.P) + " MPa lies outside of the plot";
+            sentence += "; that at " + sentenceText(point.P) + " MPa lies outside of the plot";
         }
     }
     Count.setText(sentence);
 }
 
 void CriticalPointWindow::showPseudoCriticalPoint() {
-    const auto pseudo = fluid::FindPseudoCriticalPoint(fluid::AcceptedMixture());
+    const auto pseudo = fluid::FindPseudoCriticalPoint(mixture_);
     ResultT.setText(temperatureText(pseudo.T));
     Label1.setText(temperature.unitText());
     ResultP.setText(resultText(pseudo.P));
@@ -142,8 +169,8 @@ void CriticalPointWindow::showPseudoCriticalPoint() {
 }
 
 ShownPressures CriticalPointWindow::shownPressures() const {
-    ShownPressures shown(points_);
-    for (const fluid::CriticalPoint& point : points_) {
+    ShownPressures shown(points_.places());
+    for (const fluid::CriticalPoint& point : points_.places()) {
         if (PlotAll.isOn()) {
             shown.extendTo(point.P);
         }
@@ -151,9 +178,9 @@ ShownPressures CriticalPointWindow::shownPressures() const {
     return shown;
 }
 
-double CriticalPointWindow::coldestShown(const std::vector<fluid::BoundaryPiece>& boundary) const {
+double CriticalPointWindow::coldestOf(const ShownPressures& shown) const {
     double hottest = 0.0;
-    for (const fluid::BoundaryPiece& piece : boundary) {
+    for (const fluid::BoundaryPiece& piece : boundary_) {
         for (const StatePoint& point : piece.points) {
             hottest = std::max(hottest, point.T);
         }
@@ -161,8 +188,7 @@ double CriticalPointWindow::coldestShown(const std::vector<fluid::BoundaryPiece>
     constexpr double share = 0.4;
     double coldest = share * hottest;
     constexpr double below = 0.9;
-    const ShownPressures shown = shownPressures();
-    for (const fluid::CriticalPoint& point : points_) {
+    for (const fluid::CriticalPoint& point : points_.places()) {
         if (shown.include(point.P)) {
             coldest = std::min(coldest, below * point.T);
         }
@@ -170,43 +196,71 @@ double CriticalPointWindow::coldestShown(const std::vector<fluid::BoundaryPiece>
     return coldest;
 }
 
-void CriticalPointWindow::plot() {
-    const auto boundary = fluid::TraceBoundary(fluid::AcceptedMixture(), points_);
+toolkit::PlotPoint CriticalPointWindow::placeOf(const StatePoint& state) const {
+    if (AxesVP.isOn()) {
+        return {state.V, state.P};
+    }
+    const double T = temperature.fromKelvin(state.T);
+    return AxesDT.isOn() ? toolkit::PlotPoint{fluid::MolarVolumeFromDensity(mixture_, state.V), T}
+                         : toolkit::PlotPoint{T, state.P};
+}
+
+void CriticalPointWindow::addShown(PlotSeries& series, const std::vector<StatePoint>& curve,
+                                   double coldest) const {
     const ShownPressures shown = shownPressures();
-    const double coldest = coldestShown(boundary);
-    const auto x = [this](const StatePoint& point) { return temperature.fromKelvin(point.T); };
+    bool isGap = true;
+    for (const StatePoint& point : curve) {
+        const bool isShown = point.T >= coldest && shown.include(point.P);
+        if (isShown && isGap && series.size() > 0) {
+            series.addGap();
+        }
+        isGap = !isShown;
+        if (isShown) {
+            const toolkit::PlotPoint place = placeOf(point);
+            series.add(place.x, place.y);
+        }
+    }
+}
+
+void CriticalPointWindow::plot() {
+    const ShownPressures shown = shownPressures();
+    const double coldest = coldestOf(shown);
     PlotSeries bubble("bubble points", PlotSeries::Style::line, 0);
     PlotSeries dew("dew points", PlotSeries::Style::line, 1);
-    for (const fluid::BoundaryPiece& piece : boundary) {
-        std::vector<StatePoint> warm;
-        std::copy_if(piece.points.begin(), piece.points.end(), std::back_inserter(warm),
-                     [coldest](const StatePoint& point) { return point.T >= coldest; });
-        addCurve(piece.kind == fluid::Homogenisation::IntoLiquid ? bubble : dew, warm, shown, x);
+    for (const fluid::BoundaryPiece& piece : boundary_) {
+        addShown(piece.kind == fluid::Homogenisation::IntoLiquid ? bubble : dew, piece.points,
+                 coldest);
     }
     PlotSeries spinodal("spinodal", PlotSeries::Style::dashed, 2);
-    for (const auto& piece :
-         fluid::TraceSpinodal(fluid::AcceptedMixture(), fluid::SpinodalKind::Diffusional, coldest,
-                              std::numeric_limits<double>::infinity())) {
-        addCurve(spinodal, piece, shown, x);
+    for (const auto& piece : spinodal_) {
+        addShown(spinodal, piece, coldest);
     }
     PlotSeries critical("critical point", PlotSeries::Style::markers, 3);
     PlotSeries metastable("meta-stable critical point", PlotSeries::Style::markers, 1);
     PlotSeries unstable("unstable critical point", PlotSeries::Style::markers, 4);
-    for (std::size_t i = 0; i < points_.count; ++i) {
-        const fluid::CriticalPoint& point = points_.points[i];
-        if (shown.include(point.P)) {
-            (kinds_[i] == Stability::Unstable     ? unstable
-             : kinds_[i] == Stability::Metastable ? metastable
-                                                  : critical)
-                .add(temperature.fromKelvin(point.T), point.P);
+    for (const auto& [place, stability] : points_.points()) {
+        PlotSeries& series = stability == Stability::Unstable     ? unstable
+                             : stability == Stability::Metastable ? metastable
+                                                                  : critical;
+        if (shown.include(place.P)) {
+            const toolkit::PlotPoint at = placeOf({place.T, place.P, place.V});
+            series.add(at.x, at.y);
         }
     }
-    const auto pseudo = fluid::FindPseudoCriticalPoint(fluid::AcceptedMixture());
+    const auto pseudo = fluid::FindPseudoCriticalPoint(mixture_);
     PlotSeries pseudoPoint("pseudo-critical point", PlotSeries::Style::markers, 5);
-    pseudoPoint.add(temperature.fromKelvin(pseudo.T), pseudo.P);
-    plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");
+    const toolkit::PlotPoint place = placeOf({pseudo.T, pseudo.P, pseudo.V});
+    pseudoPoint.add(place.x, place.y);
+    if (AxesDT.isOn()) {
+        plotPanel.setAxes("Density", densityUnit, "Temperature", temperature.unitText());
+    } else if (AxesVP.isOn()) {
+        plotPanel.setAxes("Molar Volume", volumeUnit, "Pressure", "MPa");
+    } else {
+        plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");
+    }
     plotPanel.show({std::move(bubble), std::move(dew), std::move(spinodal), std::move(critical),
-                    std::move(metastable), std::move(unstable), std::move(pseudoPoint)});
+                    std::move(metastable), std::move(unstable), std::move(pseudoPoint)},
+                   {.isLogarithmicX = AxesVP.isOn()});
 }
 
 }  // namespace procedures

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "model/critical_point.h"
 #include "model/phase_diagram.h"
+#include "procedures/critical_table.h"
 #include "procedures/phase_curves.h"
 #include "procedures/plot_panel.h"
 #include "procedures/temperature_unit.h"
@@ -28,19 +28,29 @@ class CriticalPointWindow : public toolkit::Screen {
     void Explanations_Action();
     void PlotAll_Action();
     void PlotLow_Action();
+    void Axes_Action();
+    void Export_Action();
 
     void layOut();
+    /// Shows what is calculated, in the unit and with the plot that are chosen.
+    void showResults();
     void showPoints();
     void showPseudoCriticalPoint();
     ShownPressures shownPressures() const;
-    /// The coldest temperature in K of the plot.
-    double coldestShown(const std::vector<fluid::BoundaryPiece>& boundary) const;
+    /// The coldest temperature in K of a plot of these pressures.
+    double coldestOf(const ShownPressures& shown) const;
     void plot();
+    /// Where a state lies between the axes that are chosen.
+    toolkit::PlotPoint placeOf(const fluid::StatePoint& state) const;
+    void addShown(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>& curve,
+                  double coldest) const;
     /// A temperature in K as the screen has it.
     std::string temperatureText(double T) const;
 
-    fluid::CriticalPoints points_;
-    std::vector<fluid::Stability> kinds_;
+    fluid::Mixture mixture_;  // of what is shown
+    CriticalTable points_;
+    std::vector<fluid::BoundaryPiece> boundary_;
+    std::vector<std::vector<fluid::StatePoint>> spinodal_;
 
     toolkit::ResultLabel Count{"Count"};
     TemperatureUnit temperature{"GroupBox1"};
@@ -59,7 +69,13 @@ class CriticalPointWindow : public toolkit::Screen {
     toolkit::GroupBox GroupBox3{"GroupBox3", "Plot"};
     toolkit::RadioButton PlotAll{plotGroup, "PlotAll", " all critical points"};
     toolkit::RadioButton PlotLow{plotGroup, "PlotLow", " low pressures"};
+    toolkit::RadioGroup axesGroup;
+    toolkit::GroupBox GroupBox4{"GroupBox4", "Axes"};
+    toolkit::RadioButton AxesTP{axesGroup, "AxesTP", " pressure over temperature"};
+    toolkit::RadioButton AxesVP{axesGroup, "AxesVP", " pressure over molar volume"};
+    toolkit::RadioButton AxesDT{axesGroup, "AxesDT", " temperature over density"};
     toolkit::Button Explanations{"Explanations", "explanation"};
+    toolkit::Button Export{"Export", "export"};
     toolkit::Button calculate{"calculate", "calculate"};
     toolkit::Message warning{"warning"};
     PlotPanel plotPanel;

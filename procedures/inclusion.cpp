@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "model/phase_boundary.h"
+#include "procedures/phase_sentences.h"
 #include "procedures/series_table.h"
 #include "toolkit/number_text.h"
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "model/composition.h"
+#include "procedures/phase_sentences.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"

@@ -65,7 +65,23 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
         EXPECT_TRUE(passes(curve, 273.2872919730699, 7.099362141553388)) << curve;
     }
     EXPECT_TRUE(passes("pseudo-critical point", number("ResultT"), number("ResultP")));
+    robot.click("AxesVP");
+    EXPECT_TRUE(passes("critical point", 123.2814925, 7.099362141553388));
+    robot.click("AxesDT");
+    EXPECT_TRUE(passes("bubble points", 35.619688 / 123.2814925, 273.2872919730699));
     toolkit::Screen& screen = robot.screen();
+    save("Export", folder / "curves");
+    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    std::ifstream file(folder / "curves.txt");
+    std::string kinds;
+    for (std::string line; std::getline(file, line);) {
+        const std::string kind = line.substr(0, line.find(','));
+        const bool isKnown = kinds.ends_with(kind + "|") || toolkit::parseNumber(kind);
+        kinds += isKnown ? "" : kind + "|";
+    }
+    EXPECT_EQ(kinds,
+              "Critical points|Temperature|(Celsius)|Curves|Kind|bubble point|dew point|spinodal|");
+    robot.click("AxesTP");
     openCriticalPoint({{"H2O", "0.5"}, {"CO2", "0.5"}});
     robot.closeWindow();
     robot.use(screen);
@@ -78,7 +94,7 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
     robot.click("PlotLow");
     EXPECT_EQ(series("critical point").x.size(), 1U);
     EXPECT_EQ(text("Count"),
-              "This fluid has 2 critical points; that at -14.846032 MPa lies outside of the plot");
+              "This fluid has 2 critical points; that at -14.8460321 MPa lies outside of the plot");
     openCriticalPoint({{"H2O", "0.1"}, {"CH4", "0.9"}});
     EXPECT_EQ(column(5), "unstable|unstable|");
     EXPECT_EQ(series("unstable critical point").x.size(), 2U);

@@ -1,0 +1,80 @@
+#include "procedures/critical_table.h"
+
+#include "procedures/stability_text.h"
+#include "procedures/value_range.h"
+
+namespace procedures {
+
+CriticalTable::CriticalTable(const fluid::Mixture& mixture)
+    : mixture_(mixture), places_(fluid::FindCriticalPoints(mixture)) {
+    for (const fluid::CriticalPoint& place : places_) {
+        points_.push_back({place, fluid::CriticalStability(mixture, place)});
+    }
+}
+
+SeriesTable::Row CriticalTable::heads(const TemperatureScale& scale) {
+    return {std::string("Temperature (") + scale.name + ")",
+            "Pressure (MPa)",
+            std::string("Molar Volume (") + volumeUnit + ")",
+            std::string("Density (") + densityUnit + ")",
+            "Z",
+            "State"};
+}
+
+SeriesTable::Row CriticalTable::row(std::size_t number, const TemperatureScale& scale,
+                                    Digits digits) const {
+    const auto& [place, stability] = points_[number];
+    constexpr int decimals = 6;
+    const double density = fluid::MolarVolumeFromDensity(mixture_, place.V);
+    const double Z = place.P * place.V / (fluid::R * place.T);
+    const double T = WrittenTemperature::calculated(place.T).in(scale);
+    std::string state = stabilityName(stability);
+    if (place.P < 0.0) {
+        state += ", at negative pressure";
+    }
+    return {cellText(T, temperatureDecimals, digits),
+            cellText(place.P, pressureDecimals, digits),
+            cellText(place.V, volumeDecimals, digits),
+            cellText(density, densityDecimals, digits),
+            cellText(Z, decimals, digits),
+            state};
+}
+
+std::string CriticalTable::fileHeading() const {
+    return "Critical points\nTemperature, Pressure, Molar Volume, Density, Z, State\n"
+           "(Celsius), (MPa), (cm3/mol), (g/cm3), , \n";
+}
+
+CurveTable::CurveTable(const fluid::Mixture& mixture,
+                       const std::vector<fluid::BoundaryPiece>& boundary,
+                       const std::vector<std::vector<fluid::StatePoint>>& spinodal)
+    : mixture_(mixture) {
+    for (const fluid::BoundaryPiece& piece : boundary) {
+        const bool isBubble = piece.kind == fluid::Homogenisation::IntoLiquid;
+        for (const fluid::StatePoint& point : piece.points) {
+            points_.push_back({isBubble ? "bubble point" : "dew point", point});
+        }
+    }
+    for (const auto& piece : spinodal) {
+        for (const fluid::StatePoint& point : piece) {
+            points_.push_back({"spinodal", point});
+        }
+    }
+}
+
+SeriesTable::Row CurveTable::row(std::size_t number, const TemperatureScale& scale,
+                                 Digits digits) const {
+    const auto& [kind, state] = points_[number];
+    const double T = WrittenTemperature::calculated(state.T).in(scale);
+    const double density = fluid::MolarVolumeFromDensity(mixture_, state.V);
+    return {kind, cellText(T, temperatureDecimals, digits),
+            cellText(state.P, pressureDecimals, digits), cellText(state.V, volumeDecimals, digits),
+            cellText(density, densityDecimals, digits)};
+}
+
+std::string CurveTable::fileHeading() const {
+    return "Curves\nKind, Temperature, Pressure, Molar Volume, Density\n"
+           ", (Celsius), (MPa), (cm3/mol), (g/cm3)\n";
+}
+
+}  // namespace procedures
