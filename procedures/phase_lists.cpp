@@ -27,6 +27,7 @@ void editClicked(toolkit::List& list) {
 void showApproach(toolkit::List& list, const std::vector<std::string>& gases,
                   const fluid::ComponentValues& fractions) {
     std::vector<toolkit::List::Row> rows;
+    rows.reserve(gases.size());
     for (const std::string& gas : gases) {
         rows.push_back({gas, toolkit::numberText(fractions[rows.size()])});
     }
@@ -48,6 +49,7 @@ bool readFractions(const toolkit::List& list, std::size_t count,
 
 std::vector<toolkit::List::Row> column(const std::vector<std::string>& texts) {
     std::vector<toolkit::List::Row> rows;
+    rows.reserve(texts.size());
     for (const std::string& text : texts) {
         rows.push_back({text});
     }
