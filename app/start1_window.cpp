@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "app/formulas.h"
 #include "app/start2_window.h"
 #include "toolkit/layout.h"
 
@@ -10,16 +9,21 @@ namespace app {
 
 Start1Window::Start1Window(toolkit::ScreenHost& host)
     : Screen(host, "Start1Window", "Drovan W"),
-      Canvas1("Canvas1", fluidSystemFormula()),
-      Canvas2("Canvas2", equationFormula()),
+      Canvas2("Canvas2", "P = RT/(V − b) − a/V^2", R"(P = \frac{RT}{V − b} − \frac{a}{V^2})"),
       EquationReference("EquationReference",
                         "Over de continuiteit van den gas- en vloeistoftoestand (1873), thesis"),
-      Canvas3("Canvas3", mixingRulesFormula()),
+      Canvas3("Canvas3", "a = ∑_i ∑_j x_i x_j a_ij, a_ij = √(a_i a_j), b = ∑_i x_i b_i",
+              R"(a = \sum{i}\sum{j}x_i x_j a_{ij},~a_{ij} = \sqrt{a_i a_j},~b = \sum{i}x_i b_i)"),
       PureGases("PureGases",
                 "a-values and b-values of individual gases are obtained from critical-point "
                 "properties"),
-      Canvas4("Canvas4", pureGasParametersFormula()),
-      Canvas5("Canvas5", fugacityFormula()),
+      Canvas4("Canvas4", "a_i = (27 R^2 T_(c,i)^2)/(64 P_(c,i)), b_i = (R T_(c,i))/(8 P_(c,i))",
+              R"(a_i = \frac{\up{27} R^2 T_{\up{c,}i}^2}{\up{64} P_{\up{c,}i}},~)"
+              R"(b_i = \frac{R T_{\up{c,}i}}{8 P_{\up{c,}i}})"),
+      Canvas5(
+          "Canvas5", "RT ln φ_i = ∫_V^∞ [(∂P/∂n_i)_(T, V, n_j) − RT/V] dV − RT ln Z",
+          R"(RT \up{ln} φ_i = \int_V^∞  [(\frac{∂P}{∂n_i})_{T\up{, }V\up{, }n_j} − \frac{RT}{V}] )"
+          R"(\up{d}V − RT \up{ln} Z)"),
       DerivationsReference("DerivationsReference",
                            "Molecular Thermodynamics of Fluid-Phase Equilibria (1999), textbook"),
       IdealGasesReference("IdealGasesReference",
@@ -27,19 +31,21 @@ Start1Window::Start1Window(toolkit::ScreenHost& host)
                           "data compilation") {
     using toolkit::Block;
     using toolkit::Spacing;
+    Canvas1.lowerDigits();
     continueButton.onClick(this, &Start1Window::continue1_Action);
     const auto section = [](toolkit::Heading& heading, const std::vector<Block>& content) {
         return toolkit::column({heading, toolkit::column(content).indented(Spacing::group)});
     };
-    setContent(toolkit::column(
-        {toolkit::column({Title, Package, Version}),
-         section(FluidSystem, {Block(Canvas1).atStart()}),
-         section(Equation, {Block(Canvas2).atStart(), EquationReference}),
-         section(MixingRules, {Block(Canvas3).atStart(), PureGases, Block(Canvas4).atStart()}),
-         section(Derivations, {Block(Canvas5).atStart(), DerivationsReference}),
-         section(IdealGases, {IdealGasesReference}),
-         toolkit::row({Block(Author).expanding(), toolkit::buttonRow({continueButton})})},
-        Spacing::group));
+    setContent(
+        toolkit::column(
+            {toolkit::column({Title, Package, Version}),
+             section(FluidSystem, {Block(Canvas1).atStart()}),
+             section(Equation, {Block(Canvas2).atStart(), EquationReference}),
+             section(MixingRules, {Block(Canvas3).atStart(), PureGases, Block(Canvas4).atStart()}),
+             section(Derivations, {Block(Canvas5).atStart(), DerivationsReference}),
+             section(IdealGases, {IdealGasesReference})},
+            Spacing::group),
+        toolkit::row({Block(Author).expanding(), toolkit::buttonRow({continueButton})}));
     setDefault(continueButton);
     setFocus(continueButton);
 }

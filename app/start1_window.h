@@ -1,7 +1,7 @@
 #pragma once
 
 #include "toolkit/button.h"
-#include "toolkit/formula_view.h"
+#include "toolkit/formula/formula_view.h"
 #include "toolkit/label.h"
 #include "toolkit/screen.h"
 
@@ -19,7 +19,8 @@ class Start1Window : public toolkit::Screen {
     toolkit::Label Package{"Package", "Software Package Ostrel, v.2"};
     toolkit::Label Version{"Version", "Version 2"};
     toolkit::Heading FluidSystem{"FluidSystem", "Fluid system:"};
-    toolkit::FormulaView Canvas1;
+    toolkit::Label Canvas1{"Canvas1",
+                           "H2O – CO2 – CH4 – N2 – C2H6 – H2S – NH3 – H2 – O2 – CO – Ar"};
     toolkit::Heading Equation{"Equation", "Equation:"};
     toolkit::FormulaView Canvas2;
     toolkit::Label EquationReference;

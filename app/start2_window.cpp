@@ -1,6 +1,5 @@
 #include "app/start2_window.h"
 
-#include "app/formulas.h"
 #include "model/fluid_model.h"
 #include "procedures/activity_window.h"
 #include "procedures/bubble_dew_point.h"
@@ -30,18 +29,7 @@ std::unique_ptr<toolkit::Screen> newScreenOf(toolkit::ScreenHost& host) {
 }  // namespace
 
 Start2Window::Start2Window(toolkit::ScreenHost& host)
-    : Screen(host, "Start2Window", "Fluid Composition - Drovan W"),
-      Canvas1("Canvas1", chemicalFormula("H2O")),
-      Canvas2("Canvas2", chemicalFormula("CO2")),
-      Canvas3("Canvas3", chemicalFormula("CH4")),
-      Canvas4("Canvas4", chemicalFormula("N2")),
-      Canvas5("Canvas5", chemicalFormula("C2H6")),
-      Canvas6("Canvas6", chemicalFormula("H2S")),
-      Canvas7("Canvas7", chemicalFormula("NH3")),
-      Canvas8("Canvas8", chemicalFormula("H2")),
-      Canvas9("Canvas9", chemicalFormula("O2")),
-      Canvas10("Canvas10", chemicalFormula("CO")),
-      Canvas11("Canvas11", chemicalFormula("Ar")) {
+    : Screen(host, "Start2Window", "Fluid Composition - Drovan W") {
     for (std::size_t index = 0; index < fluid::ComponentCount; ++index) {
         fluid::SetFractionCount(index, 0.0);
     }
@@ -101,7 +89,8 @@ void Start2Window::layOut() {
     using toolkit::Block;
     using toolkit::Spacing;
     std::vector<std::vector<Block>> rows;
-    const auto addComponent = [&rows](toolkit::FormulaView& picture, toolkit::Entry& entry) {
+    const auto addComponent = [&rows](toolkit::Label& picture, toolkit::Entry& entry) {
+        picture.lowerDigits();
         entry.setLabelledBy(picture);
         rows.push_back({picture, Block(entry).expanding()});
     };
@@ -116,21 +105,26 @@ void Start2Window::layOut() {
     addComponent(Canvas9, O2number);
     addComponent(Canvas10, COnumber);
     addComponent(Canvas11, Arnumber);
-    rows.push_back({StaticText3, Sum});
     StaticText3.setTarget(Sum);
-    const Block composition = toolkit::column(
-        {StaticText1, StaticText2, toolkit::grid(rows), toolkit::buttonRow({Clear})});
     const Block procedures = toolkit::column(
-        {StaticText4, toolkit::column({Isochores, Isotherms, ChemicalPotentials, CriticalPoint,
-                                       Spinodal, MolarVolumes, Pressures, Temperatures, Fugacities,
-                                       Activities, Homogenisation, LiquidVapour, Thermodynamics},
-                                      Spacing::none)
-                          .indented(Spacing::group)});
-    Warning2.reserve(28);
-    setContent(toolkit::column(
-        {toolkit::row({composition.expanding(), procedures}, Spacing::section),
-         toolkit::row({Block(Warning2).expanding(), toolkit::buttonRow({Continue1})}), StaticText5},
-        Spacing::group));
+        {StaticText4,
+         toolkit::column({Isochores, Isotherms, ChemicalPotentials, CriticalPoint, Spinodal,
+                          MolarVolumes, Pressures, Temperatures, Fugacities, Activities,
+                          Homogenisation, LiquidVapour, Thermodynamics},
+                         Spacing::none)
+             .indented(Spacing::group),
+         Warning2},
+        Spacing::none);
+    constexpr int refusalWidth = 18;  // characters of "adjust fractions!"
+    Sum.reserve(refusalWidth);
+    Warning2.reserve(0);
+    StaticText5.reserve(0, 2);
+    setContent(
+        toolkit::column({toolkit::row({StaticText1, StaticText2}),
+                         toolkit::row({toolkit::grid(rows, Spacing::none).expanding(), procedures},
+                                      Spacing::section)}),
+        toolkit::row({toolkit::column({toolkit::row({StaticText3, Sum}), StaticText5}).expanding(),
+                      toolkit::buttonRow({Clear, Continue1})}));
 }
 
 void Start2Window::fractionTyped(const toolkit::Entry& entry, std::size_t index) {

@@ -8,7 +8,6 @@
 
 #include "toolkit/button.h"
 #include "toolkit/entry.h"
-#include "toolkit/formula_view.h"
 #include "toolkit/label.h"
 #include "toolkit/screen.h"
 
@@ -62,8 +61,17 @@ class Start2Window : public toolkit::Screen {
 
     toolkit::Heading StaticText1{"StaticText1", "Fluid Composition"};
     toolkit::Label StaticText2{"StaticText2", "amount-of-substance fraction (\"mole\" fraction)"};
-    toolkit::FormulaView Canvas1, Canvas2, Canvas3, Canvas4, Canvas5, Canvas6, Canvas7, Canvas8,
-        Canvas9, Canvas10, Canvas11;
+    toolkit::Label Canvas1{"Canvas1", "H2O"};
+    toolkit::Label Canvas2{"Canvas2", "CO2"};
+    toolkit::Label Canvas3{"Canvas3", "CH4"};
+    toolkit::Label Canvas4{"Canvas4", "N2"};
+    toolkit::Label Canvas5{"Canvas5", "C2H6"};
+    toolkit::Label Canvas6{"Canvas6", "H2S"};
+    toolkit::Label Canvas7{"Canvas7", "NH3"};
+    toolkit::Label Canvas8{"Canvas8", "H2"};
+    toolkit::Label Canvas9{"Canvas9", "O2"};
+    toolkit::Label Canvas10{"Canvas10", "CO"};
+    toolkit::Label Canvas11{"Canvas11", "Ar"};
     toolkit::Entry H2Onumber{"H2Onumber"};
     toolkit::Entry CO2number{"CO2number"};
     toolkit::Entry CH4number{"CH4number"};

@@ -11,10 +11,7 @@ namespace procedures {
 
 namespace {
 
-constexpr int fourColumns = 36;  // lines of text that they are wide
 constexpr int visibleRows = 8;
-constexpr int warningWidth = 48;  // characters of the longest sentence
-constexpr int noteWidth = 60;     // characters of a line
 const std::string notUsed = "---";
 
 const toolkit::List::Row heads = {"gas", "Vm (pure gas)", "activity", "coefficient"};
@@ -31,7 +28,8 @@ void setUse(toolkit::Entry& entry, bool isUsed) {
 }  // namespace
 
 ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
-    : Screen(host, "ActivityWindow", "Activities - Drovan W"), ListBox1("ListBox1", heads) {
+    : Screen(host, "ActivityWindow", "Activities - Drovan W"),
+      ListBox1("ListBox1", heads, {5, 15, 17, 17}) {
     state.onChange(this, &ActivityWindow::emptyAll);
     state.calculate.onClick(this, &ActivityWindow::calculate_Action);
     choice.onChoose([this](std::size_t number) {
@@ -52,8 +50,9 @@ ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
     dataEntryPref1.setDefault(PushButton1);
     dataEntryPref2.setDefault(PushButton1);
     ListBox1.setAccessibleName("results of each gas");
-    warning.reserve(warningWidth);
-    note.wrapAt(noteWidth);
+    ListBox1.setEmptyText(
+        "The activity and the activity coefficient of each gas appear here when a solution for the "
+        "molar volume and standard state conditions are chosen, and activities calculated.");
     layOut();
     setDefault(state.calculate);
     setFocus(state.dataEntryT);
@@ -66,11 +65,14 @@ void ActivityWindow::layOut() {
                                           {StandardChoice1, dataEntryPref1, unitPref1},
                                           {StandardChoice2, dataEntryPref2, unitPref2}},
                                          toolkit::Spacing::none));
-    setContent(toolkit::column(
-        {state.block(), choice.block(), result.slope, Block(toolkit::grid(result.rows())).atStart(),
-         standard, toolkit::row({Block(warning).expanding(), toolkit::buttonRow({PushButton1})}),
-         ListBox1.scrolling(visibleRows).atLeast(fourColumns, 0).expanding(), volumeNote, note},
-        toolkit::Spacing::group));
+    setContent(toolkit::columns(
+        {"state", toolkit::column({state.block(), choice.block(), result.slope,
+                                   Block(toolkit::grid(result.rows())).atStart()})},
+        {{"activities",
+          toolkit::column(
+              {standard,
+               toolkit::row({Block(warning).expanding(), toolkit::buttonRow({PushButton1})}),
+               ListBox1.scrolling(visibleRows).expanding(), volumeNote, note})}}));
 }
 
 void ActivityWindow::Event_Activate() {

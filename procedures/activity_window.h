@@ -55,9 +55,9 @@ class ActivityWindow : public toolkit::Screen {
                                          " Pure real gases at selected T and P(ref.)"};
     toolkit::RadioButton StandardChoice2{standardStates, "StandardChoice2",
                                          " Pure ideal gases at selected T and P(ref.)"};
-    toolkit::Entry dataEntryPref1{"dataEntryPref1", 14};
+    toolkit::Entry dataEntryPref1{"dataEntryPref1"};
     toolkit::Label unitPref1{"unitPref1", "MPa"};
-    toolkit::Entry dataEntryPref2{"dataEntryPref2", 14};
+    toolkit::Entry dataEntryPref2{"dataEntryPref2"};
     toolkit::Label unitPref2{"unitPref2", "MPa"};
     toolkit::Button PushButton1{"PushButton1", "calculate activities"};
     toolkit::Message warning{"warning"};

@@ -12,10 +12,9 @@ namespace procedures {
 
 namespace {
 
-constexpr int messageLines = 2;
 constexpr int quantityWidth = 24;  // room for "Homogenization Temperature"
 constexpr int unitWidth = 7;
-constexpr double pictureHeight = 4.0;  // lines of text
+constexpr double pictureHeight = 2.5;  // lines of text
 const std::string notUsed = "---";
 
 }  // namespace
@@ -39,8 +38,12 @@ BubbleDewPoint::BubbleDewPoint(toolkit::ScreenHost& host)
     dataEntry2.setAccessibleName("first approach");  // while its caption is empty
     Homogen.setTarget(dataEntry2, Dimension);
     Homogen2.setTarget(results.Answer, Dimension2);
-    Homogen.reserve(quantityWidth);
-    Dimension.reserve(unitWidth);
+    for (toolkit::Caption* const quantity : {&Homogen, &Homogen2}) {
+        quantity->reserve(quantityWidth);
+    }
+    for (toolkit::Label* const unit : {&Dimension, &Dimension2}) {
+        unit->reserve(unitWidth);
+    }
     CanvasLiquid.setVisible(false);
     CanvasVapour.setVisible(false);
     connectHandlers();
@@ -67,10 +70,8 @@ void BubbleDewPoint::connectHandlers() {
 
 toolkit::Block BubbleDewPoint::inputBlock() {
     using toolkit::Block;
-    const Block pictures =
-        toolkit::row({CanvasLiquid, CanvasVapour})
-            .atLeast(static_cast<int>(std::ceil(pictureHeight * inclusionPictureWidth)),
-                     static_cast<int>(std::ceil(pictureHeight)));
+    const Block pictures = toolkit::row({CanvasLiquid, CanvasVapour})
+                               .asking({pictureHeight * inclusionPictureWidth, pictureHeight});
     const Block mode =
         modeBox.around(toolkit::row({toolkit::column({LiquidMode, VapourMode}), pictures}));
     return toolkit::column(
@@ -80,21 +81,18 @@ toolkit::Block BubbleDewPoint::inputBlock() {
 }
 
 toolkit::Block BubbleDewPoint::approachBlock() {
-    using toolkit::Block;
-    return GroupBox5.around(toolkit::column(
-        {toolkit::row({FirstApproach, Homogen, Block(dataEntry2).expanding(), Dimension}),
-         approach.block().expanding()}));
+    return GroupBox5.around(
+        toolkit::row({Homogen, toolkit::Block(dataEntry2).expanding(), Dimension}));
 }
 
 void BubbleDewPoint::layOut() {
-    using toolkit::Spacing;
-    const toolkit::Block left =
-        toolkit::column({inputBlock(), approachBlock().expanding(),
-                         toolkit::buttonRow({Explanations, Clear, calculate}),
-                         toolkit::Block(results.warning).atLeast(0, messageLines)},
-                        Spacing::group);
-    const toolkit::Block right = results.block(Homogen2, Dimension2);
-    setContent(toolkit::row({left.expanding(), right.expanding()}, Spacing::section));
+    const toolkit::Block conditions =
+        toolkit::column({inputBlock(), approachBlock(),
+                         toolkit::buttonRow({Explanations, Clear, FirstApproach, calculate}),
+                         results.answerBlock(Homogen2, Dimension2)});
+    setContent(toolkit::columns(
+        {"conditions", conditions.expanding()},
+        {{"first approach", approach.block()}, {"phases", results.phasesBlock()}}));
 }
 
 void BubbleDewPoint::emptyResults() {

@@ -57,10 +57,10 @@ class BubbleDewPoint : public toolkit::Screen {
     toolkit::RadioGroup quantityGroup;
     toolkit::RadioButton RadioButtonTh{quantityGroup, "RadioButtonTh",
                                        " Homogenization Temperature"};
-    toolkit::Entry dataEntryTh{"dataEntryTh", 16};
+    toolkit::Entry dataEntryTh{"dataEntryTh"};
     toolkit::Label StaticText3{"StaticText3", "Kelvin"};
     toolkit::RadioButton RadioButtonPh{quantityGroup, "RadioButtonPh", " Homogenization Pressure"};
-    toolkit::Entry dataEntryPh{"dataEntryPh", 16};
+    toolkit::Entry dataEntryPh{"dataEntryPh"};
     toolkit::Label StaticText4{"StaticText4", "MPa"};
     TemperatureUnit temperature{"GroupBox2", "\u00B0Celsius"};
     toolkit::RadioGroup modeGroup;
@@ -72,7 +72,7 @@ class BubbleDewPoint : public toolkit::Screen {
     toolkit::GroupBox GroupBox5{"GroupBox5", "First Approach"};
     toolkit::Button FirstApproach{"FirstApproach", "first approach"};
     toolkit::Caption Homogen{"Homogen", ""};
-    toolkit::Entry dataEntry2{"dataEntry2", 20};
+    toolkit::Entry dataEntry2{"dataEntry2"};
     toolkit::Label Dimension{"Dimension", ""};
     ApproachLists approach;
     toolkit::Button Clear{"Clear", "clear"};

@@ -7,8 +7,7 @@ namespace procedures {
 
 namespace {
 
-constexpr int visibleRows = 13;  // eleven and the further lines of the heads
-constexpr int lineWidth = 80;    // characters
+constexpr int visibleRows = 11;
 
 }  // namespace
 
@@ -18,21 +17,23 @@ ChemPotWindow::ChemPotWindow(toolkit::ScreenHost& host)
     state.calculate.onClick(this, &ChemPotWindow::calculate_Action);
     choice.onChoose(this, &ChemPotWindow::showPotentials);
     ListBox1.setAccessibleName("results of each gas");
-    ListBox1.showAllColumns();
+    ListBox1.setEmptyText(
+        "The chemical potential and the partial molar properties of each gas appear here when they "
+        "are calculated.");
     for (std::size_t column = 1; column < potentialHeads().size(); ++column) {
         ListBox1.alignAtPoint(column, 0);
     }
-    reference.wrapAt(lineWidth);
-    note.wrapAt(lineWidth);
+    reference.reserve(0, 2);
     layOut();
     setDefault(state.calculate);
     setFocus(state.dataEntryT);
 }
 
 void ChemPotWindow::layOut() {
-    setContent(toolkit::column({state.block().atStart(), choice.block(),
-                                ListBox1.scrolling(visibleRows).expanding(), reference, note},
-                               toolkit::Spacing::group));
+    setContent(toolkit::columns(
+        {"state", toolkit::column({state.block(), choice.block()})},
+        {{"potentials",
+          toolkit::column({ListBox1.scrolling(visibleRows).expanding(), reference, note})}}));
 }
 
 void ChemPotWindow::Event_Activate() {

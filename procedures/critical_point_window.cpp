@@ -24,8 +24,7 @@ using toolkit::PlotSeries;
 
 constexpr int decimals = 6;
 constexpr int mostPoints = 4;
-constexpr int sentenceWidth = 90;  // characters of a line
-constexpr int messageWidth = 40;
+constexpr int resultWidth = 12;  // characters
 
 std::string resultText(double value) {
     return toolkit::resultText(value, decimals);
@@ -35,7 +34,7 @@ std::string resultText(double value) {
 
 CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
     : Screen(host, "CriticalPointWindow", "Critical Point - Drovan W"),
-      ListBox1("ListBox1", toolkit::List::Row(6)),
+      ListBox1("ListBox1", CriticalTable::heads({"˚Celsius", zeroCelsius}), {10, 11, 10, 9, 8, 16}),
       Label3("Label3", volumeUnit),
       plotPanel(*this, warning, ListBox1, "critical-point",
                 "Phase boundary, spinodal and critical points in pressure over temperature") {
@@ -55,12 +54,13 @@ CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
     MolarVolume.setTarget(ResultV, Label3);
     Export.setTooltip("Writes the critical points and all points of the curves to a text file");
     ListBox1.setAccessibleName("Critical points");
-    ListBox1.setLong({15, 15, 16, 14, 11, 31});
     for (std::size_t column = 0; column < 5; ++column) {
         ListBox1.alignRight(column);
     }
-    Count.wrapAt(sentenceWidth);
-    warning.wrapAt(messageWidth);
+    Count.reserve(0, 2);
+    for (toolkit::ResultLabel* const result : {&ResultT, &ResultP, &ResultV}) {
+        result->reserve(resultWidth);
+    }
     layOut();
     setDefault(calculate);
     setFocus(calculate);
@@ -68,19 +68,18 @@ CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
 
 void CriticalPointWindow::layOut() {
     using toolkit::Block;
-    using toolkit::Spacing;
     const Block pseudo = GroupBox2.around(toolkit::grid({{Temperature, ResultT, Label1},
                                                          {Pressure, ResultP, Label2},
                                                          {MolarVolume, ResultV, Label3}}));
-    const Block left = toolkit::column(
-        {pseudo,
-         toolkit::row({temperature.block(), GroupBox3.around(toolkit::column({PlotAll, PlotLow}))}),
-         GroupBox4.around(toolkit::column({AxesTP, AxesVP, AxesDT})),
-         toolkit::buttonRow({Explanations, Export, calculate}), warning},
-        Spacing::group);
-    const Block lower =
-        toolkit::row({left, plotPanel.block().expanding()}, Spacing::section).expanding();
-    setContent(toolkit::column({Count, ListBox1.framed(mostPoints), lower}, Spacing::group));
+    const Block left =
+        toolkit::column({Count, ListBox1.framed(mostPoints),
+                         toolkit::row({pseudo, temperature.block(),
+                                       GroupBox3.around(toolkit::column({PlotAll, PlotLow}))}),
+                         toolkit::buttonRow({Explanations, Export, calculate}), warning});
+    const Block diagram =
+        toolkit::column({GroupBox4.around(toolkit::column({AxesTP, AxesVP, AxesDT})),
+                         plotPanel.block().expanding()});
+    setContent(toolkit::columns({"points", left}, {{"diagram", diagram}}));
 }
 
 void CriticalPointWindow::Event_Activate() {

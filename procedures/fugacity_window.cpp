@@ -11,13 +11,13 @@ namespace procedures {
 namespace {
 
 constexpr int visibleRows = 11;
-constexpr int lineWidth = 60;  // characters
 const toolkit::List::Row heads = {"gas", "fugacity (in MPa)", "coefficient"};
 
 }  // namespace
 
 FugacityWindow::FugacityWindow(toolkit::ScreenHost& host)
-    : Screen(host, "FugacityWindow", "Fugacities - Drovan W"), ListBox1("ListBox1", heads) {
+    : Screen(host, "FugacityWindow", "Fugacities - Drovan W"),
+      ListBox1("ListBox1", heads, {5, 19, 19}) {
     using toolkit::Block;
     state.onChange(this, &FugacityWindow::emptyAll);
     state.calculate.onClick(this, &FugacityWindow::calculate_Action);
@@ -26,11 +26,12 @@ FugacityWindow::FugacityWindow(toolkit::ScreenHost& host)
     });
     choice.setUnit(result.Label4);
     ListBox1.setAccessibleName("results of each gas");
-    note.wrapAt(lineWidth);
-    setContent(toolkit::column(
-        {state.block(), choice.block(), result.slope, Block(toolkit::grid(result.rows())).atStart(),
-         ListBox1.scrolling(visibleRows).expanding(), note},
-        toolkit::Spacing::group));
+    ListBox1.setEmptyText(
+        "The fugacity and the fugacity coefficient of each gas appear here when a solution for the "
+        "molar volume is chosen.");
+    setContent(toolkit::column({state.block(), choice.block(), result.slope,
+                                Block(toolkit::grid(result.rows())).atStart(),
+                                ListBox1.scrolling(visibleRows).expanding(), note}));
     setDefault(state.calculate);
     setFocus(state.dataEntryT);
 }

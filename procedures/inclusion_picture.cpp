@@ -31,7 +31,7 @@ void paintBubble(const toolkit::Painter& painter, double share) {
 void paintArrow(const toolkit::Painter& painter) {
     constexpr double gap = 0.12;
     painter.arrow(leftX + radiusX + gap, middleY, rightX - radiusX - gap, middleY, lineWidth,
-                  outline);
+                  painter.ink());
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ namespace procedures {
 
 namespace {
 
-constexpr int sentenceWidth = 56;  // characters of a line
+const TemperatureScale longestScale = {"˚Celsius", zeroCelsius};
 constexpr int visibleRows = 4;
 constexpr std::size_t mostPaths = 60;
 
@@ -45,9 +45,13 @@ std::string pointsSentence(const InclusionState& state) {
 
 IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
     : Screen(host, "IsochoreWindow", "Isochores - Drovan W"),
-      table(*this, warning, "isochore", {.characters = {13, 13, 13, 13, 19}, .words = {4}}),
+      table(*this, warning, "isochore",
+            {.heads = IsochoreTable::heads(longestScale),
+             .characters = {10, 11, 11, 9, 17},
+             .words = {4}}),
       list(*this, warning, "inclusions",
-           {.characters = {10, 12, 11, 8, 11, 12, 11, 10, 12, 12, 24, 18},
+           {.heads = InclusionList::heads(longestScale),
+            .characters = {10, 12, 11, 8, 11, 12, 11, 10, 12, 12, 24, 18},
             .words = InclusionList::words(),
             .isWide = true,
             .listName = "ListBox2",
@@ -60,8 +64,11 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
     Name.setTarget(dataEntryName);
     TrappingT.setTarget(dataEntryTt, StaticText3);
     TrappingP.setTarget(dataEntryPt, StaticText4);
-    warning.wrapAt(sentenceWidth);
-    Homogenisation.wrapAt(sentenceWidth);
+    table.ListBox1.setEmptyText(
+        "The pressure at each temperature of the range appears here when it is calculated.");
+    list.ListBox1.setEmptyText("Inclusions that are added or pasted appear here.");
+    Homogenisation.reserve(0, 2);
+    showUnits();
     connectHandlers();
     layOut();
     ShowTable.turnOn();
@@ -108,43 +115,39 @@ void IsochoreWindow::connectHandlers() {
 
 toolkit::Block IsochoreWindow::inputBlock() {
     using toolkit::Block;
-    const Block entries =
-        toolkit::grid({{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel},
-                       {HomogenizationT, Block(dataEntryTh).expanding(), StaticText2},
-                       {Name, Block(dataEntryName).expanding()}});
-    return toolkit::column({entries, volume.DensityResult, toolkit::row({LiquidMode, VapourMode}),
-                            toolkit::row({volume.unit.block(), temperature.block()})});
+    std::vector<std::vector<Block>> entries = {
+        {volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel},
+        {HomogenizationT, Block(dataEntryTh).expanding(), StaticText2},
+        {Name, Block(dataEntryName).expanding()}};
+    const std::vector<std::vector<Block>> temperatures = range.rows();
+    entries.insert(entries.end(), temperatures.begin(), temperatures.end());
+    const Block units = toolkit::column({volume.unit.block(), temperature.block()});
+    return toolkit::column({toolkit::row({toolkit::grid(entries).expanding(), units}),
+                            volume.DensityResult, toolkit::row({LiquidMode, VapourMode})});
 }
 
 toolkit::Block IsochoreWindow::pageBlock() {
     using toolkit::Block;
-    std::vector<Block> temperatures;
-    for (const std::vector<Block>& row : range.rows()) {
-        temperatures.insert(temperatures.end(), row.begin(), row.end());
-    }
     const Block trapping =
-        toolkit::row({TrappingT, dataEntryTt, StaticText3, TrappingP, dataEntryPt, StaticText4});
+        toolkit::grid({{TrappingT, Block(dataEntryTt).expanding(), StaticText3},
+                       {TrappingP, Block(dataEntryPt).expanding(), StaticText4}});
     const Block buttons =
-        toolkit::row({Paste, Rename, Remove, Up, Down, Keep, ExportIsochores, list.Export});
+        toolkit::grid({{Paste, Rename, Remove, Keep}, {Up, Down, list.Export, ExportIsochores}});
     return Pages.of(
-        {toolkit::column(
-             {toolkit::row(temperatures), table.ListBox1.scrolling(visibleRows).expanding()}),
+        {table.ListBox1.scrolling(visibleRows),
          toolkit::column({trapping, list.ListBox1.scrolling(visibleRows).expanding(), buttons})});
 }
 
 void IsochoreWindow::layOut() {
     using toolkit::Block;
-    using toolkit::Spacing;
     const Block left = toolkit::column(
         {inputBlock(), toolkit::buttonRow({Clear, NextPoint, Add, table.Export, calculate}),
-         warning, Homogenisation},
-        Spacing::group);
-    const Block right = toolkit::column(
+         warning, Homogenisation});
+    const Block plot = toolkit::column(
         {plotPanel.block().expanding(), toolkit::row({WithoutSpinodal, WithSpinodal})});
-    const Block upper = toolkit::row({left, right.expanding()}, Spacing::section);
-    setContent(toolkit::column(
-        {upper.expanding(), toolkit::row({ShowTable, ShowList}), pageBlock().expanding()},
-        Spacing::group));
+    const Block tables =
+        toolkit::column({toolkit::row({ShowTable, ShowList}), pageBlock().expanding()});
+    setContent(toolkit::columns({"inclusion", left}, {{"plot", plot}, {"tables", tables}}));
 }
 
 void IsochoreWindow::Event_Activate() {

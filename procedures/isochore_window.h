@@ -81,19 +81,19 @@ class IsochoreWindow : public toolkit::Screen {
 
     VolumeEntry volume{"GroupBox3", "StaticText1"};
     toolkit::Caption HomogenizationT{"HomogenizationT", "Homogenization Temperature"};
-    toolkit::Entry dataEntryTh{"dataEntryTh", 14};
+    toolkit::Entry dataEntryTh{"dataEntryTh"};
     toolkit::Label StaticText2{"StaticText2", "Kelvin"};
     toolkit::RadioGroup intoGroup;
     toolkit::RadioButton LiquidMode{intoGroup, "LiquidMode", " into the liquid"};
     toolkit::RadioButton VapourMode{intoGroup, "VapourMode", " into the vapour"};
     toolkit::Caption Name{"Name", "Name"};
-    toolkit::Entry dataEntryName{"dataEntryName", 14};
+    toolkit::Entry dataEntryName{"dataEntryName"};
     RangeEntry range{"dataEntryT1", "dataEntryT2"};
     toolkit::Caption TrappingT{"TrappingT", "Trapping Temperature"};
-    toolkit::Entry dataEntryTt{"dataEntryTt", 14};
+    toolkit::Entry dataEntryTt{"dataEntryTt"};
     toolkit::Label StaticText3{"StaticText3", "Kelvin"};
     toolkit::Caption TrappingP{"TrappingP", "Trapping Pressure"};
-    toolkit::Entry dataEntryPt{"dataEntryPt", 14};
+    toolkit::Entry dataEntryPt{"dataEntryPt"};
     toolkit::Label StaticText4{"StaticText4", "MPa"};
     TemperatureUnit temperature{"GroupBox2"};
     toolkit::Button Clear{"Clear", "clear"};

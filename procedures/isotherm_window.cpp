@@ -25,9 +25,7 @@ namespace {
 using fluid::Stability;
 using toolkit::PlotSeries;
 
-constexpr int sentenceWidth = 90;  // characters of a line
-constexpr int messageWidth = 56;
-constexpr int visibleRows = 12;
+constexpr int visibleRows = 8;
 
 /// A line for each state, which meet where the state changes.
 class StateLines {
@@ -63,7 +61,8 @@ class StateLines {
 
 IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
     : Screen(host, "IsothermWindow", "Isotherms - Drovan W"),
-      table(*this, warning, "isotherm", {.characters = {16, 16, 18, 12}, .words = {3}}),
+      table(*this, warning, "isotherm",
+            {.heads = IsothermTable::heads(), .characters = {14, 14, 14, 11}, .words = {3}}),
       plotPanel(*this, warning, table.ListBox1, "isotherm",
                 "Pressure over molar volume at this temperature") {
     dataEntryT.onTextChange(this, &IsothermWindow::emptyResults);
@@ -73,8 +72,11 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
     Clear.onClick(this, &IsothermWindow::Clear_Action);
     calculate.onClick(this, &IsothermWindow::calculate_Action);
     Temperature.setTarget(dataEntryT, StaticText3);
-    warning.wrapAt(messageWidth);
-    Boundaries.wrapAt(sentenceWidth);
+    table.ListBox1.setEmptyText(
+        "The pressure and the state at each volume or density of the range appear here when they "
+        "are calculated.");
+    Boundaries.reserve(0, 2);
+    showUnits();
     layOut();
     setDefault(calculate);
     setFocus(dataEntryT);
@@ -82,7 +84,6 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
 
 void IsothermWindow::layOut() {
     using toolkit::Block;
-    using toolkit::Spacing;
     std::vector<std::vector<Block>> entries = range.rows();
     entries.insert(entries.begin(), {Temperature, Block(dataEntryT).expanding(), StaticText3});
     const Block inputs =
@@ -90,9 +91,8 @@ void IsothermWindow::layOut() {
                       toolkit::column({volumeUnitChoice.block(), temperature.block()})});
     const Block left =
         toolkit::column({inputs, toolkit::buttonRow({Clear, table.Export, calculate}), warning,
-                         table.ListBox1.scrolling(visibleRows).expanding(), Boundaries},
-                        Spacing::group);
-    setContent(toolkit::row({left, plotPanel.block().expanding()}, Spacing::section));
+                         table.ListBox1.scrolling(visibleRows).expanding(), Boundaries});
+    setContent(toolkit::columns({"table", left}, {{"plot", plotPanel.block()}}));
 }
 
 void IsothermWindow::Event_Activate() {

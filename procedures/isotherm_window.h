@@ -41,7 +41,7 @@ class IsothermWindow : public toolkit::Screen {
     RangeEntry range{"dataEntryV1", "dataEntryV2"};
     TemperatureUnit temperature{"GroupBox2"};
     toolkit::Caption Temperature{"Temperature", "Temperature"};
-    toolkit::Entry dataEntryT{"dataEntryT", 16};
+    toolkit::Entry dataEntryT{"dataEntryT"};
     toolkit::Label StaticText3{"StaticText3", "Kelvin"};
     toolkit::Button Clear{"Clear", "clear"};
     toolkit::Button calculate{"calculate", "calculate"};

@@ -10,12 +10,6 @@
 
 namespace procedures {
 
-namespace {
-
-constexpr int messageLines = 2;
-
-}  // namespace
-
 LiquidVapourEq::LiquidVapourEq(toolkit::ScreenHost& host)
     : Screen(host, "LiquidVapourEq", "Liquid-Vapour equilibria - Drovan W") {
     Pressure.setTarget(dataEntryP, pressureUnit);
@@ -54,19 +48,16 @@ toolkit::Block LiquidVapourEq::approachBlock() {
     const Block numbers = toolkit::grid({{Pressure, Block(dataEntryP).expanding(), pressureUnit},
                                          {VapourFraction, Block(dataEntryF).expanding()}});
     return approachBox.around(
-        toolkit::column({toolkit::row({Block(CalFirstApproach).atStart(), numbers.expanding()}),
-                         approach.block().expanding()}));
+        toolkit::row({Block(CalFirstApproach).atStart(), numbers.expanding()}));
 }
 
 void LiquidVapourEq::layOut() {
-    using toolkit::Spacing;
-    const toolkit::Block left =
-        toolkit::column({inputBlock(), approachBlock().expanding(),
-                         toolkit::buttonRow({PushButton1, Clear, calculate}),
-                         toolkit::Block(results.warning).atLeast(0, messageLines)},
-                        Spacing::group);
-    const toolkit::Block right = results.block(answerCaption, answerUnit);
-    setContent(toolkit::row({left.expanding(), right.expanding()}, Spacing::section));
+    const toolkit::Block conditions = toolkit::column(
+        {inputBlock(), approachBlock(), toolkit::buttonRow({PushButton1, Clear, calculate}),
+         results.answerBlock(answerCaption, answerUnit)});
+    setContent(toolkit::columns(
+        {"conditions", conditions.expanding()},
+        {{"first approach", approach.block()}, {"phases", results.phasesBlock()}}));
 }
 
 void LiquidVapourEq::emptyResults() {

@@ -48,10 +48,10 @@ class LiquidVapourEq : public toolkit::Screen {
     toolkit::GroupBox approachBox{"GroupBox5", "First Approach"};
     toolkit::Button CalFirstApproach{"CalFirstApproach", "first approach"};
     toolkit::Caption Pressure{"Pressure", "Pressure"};
-    toolkit::Entry dataEntryP{"dataEntryP", 20};
+    toolkit::Entry dataEntryP{"dataEntryP"};
     toolkit::Label pressureUnit{"StaticText4", "MPa"};
     toolkit::Caption VapourFraction{"VapourFraction", "Volume fraction of vapour"};
-    toolkit::Entry dataEntryF{"dataEntryF", 20};
+    toolkit::Entry dataEntryF{"dataEntryF"};
     ApproachLists approach;
     toolkit::Button PushButton1{"PushButton1", "explanation"};
     toolkit::Button Clear{"Clear", "clear"};

@@ -12,9 +12,7 @@ namespace procedures {
 
 namespace {
 
-constexpr int visibleGases = 5;
-constexpr int lineWidth = 50;  // characters
-constexpr int messageLines = 2;
+constexpr int visibleGases = 4;
 constexpr std::size_t fractionColumn = 1;
 
 void editClicked(toolkit::List& list) {
@@ -59,9 +57,10 @@ std::vector<toolkit::List::Row> column(const std::vector<std::string>& texts) {
 }  // namespace
 
 ApproachLists::ApproachLists()
-    : ListBoxPhaseX("ListBoxPhaseX", {"gas", "fraction"}),
-      ListBoxPhaseY("ListBoxPhaseY", {"gas", "fraction"}) {
+    : ListBoxPhaseX("ListBoxPhaseX", {"gas", "fraction"}, {5, 19}),
+      ListBoxPhaseY("ListBoxPhaseY", {"gas", "fraction"}, {5, 19}) {
     for (toolkit::List* const list : {&ListBoxPhaseX, &ListBoxPhaseY}) {
+        list->setEmptyText("The composition that the search starts from appears here.");
         list->setEditable(fractionColumn);
     }
     ListBoxPhaseX.setAccessibleName("first approach, composition of phase X");
@@ -119,17 +118,17 @@ PhaseLists::PhaseLists(std::string phase, bool withFraction)
     : phase_(std::move(phase)),
       withFraction_(withFraction),
       heading_("Phase" + phase_ + "1", "Phase " + phase_),
-      volume_("ListBoxVm" + phase_, {"Molar Volume (cm3/mol)"}),
-      density_("ListBoxD" + phase_, {"Density (g/cm3)"}),
-      volumeFraction_("ListBoxFrac" + phase_, {"Volume fraction"}),
-      gases_("ListBoxPhase" + phase_ + "1", {"gas"}),
-      fractions_("ListBoxPhase" + phase_ + "2", {"fraction"}) {
+      volume_("ListBoxVm" + phase_, {"Molar Volume (cm3/mol)"}, {16}),
+      density_("ListBoxD" + phase_, {"Density (g/cm3)"}, {12}),
+      volumeFraction_("ListBoxFrac" + phase_, {"Volume fraction"}, {12}),
+      gases_("ListBoxPhase" + phase_ + "1", {"gas"}, {5}),
+      fractions_("ListBoxPhase" + phase_ + "2", {"fraction"}, {10}) {
     const std::string ofPhase = " of phase " + phase_;
     volume_.setAccessibleName("molar volume" + ofPhase);
     density_.setAccessibleName("density" + ofPhase);
     volumeFraction_.setAccessibleName("volume fraction" + ofPhase);
     gases_.setAccessibleName("gases" + ofPhase);
-    gases_.showAllColumns();
+    fractions_.setEmptyText("The composition of the phase appears here when it is calculated.");
     fractions_.setAccessibleName("fractions" + ofPhase);
 }
 
@@ -172,15 +171,16 @@ void PhaseLists::show(const fluid::Mixture& mixture, const std::optional<PhaseTe
 ResultPanel::ResultPanel(const std::string& reportName, bool withFractions)
     : report(reportName), x_("X", withFractions), y_("Y", withFractions) {
     report.setUnobtrusive();
-    report.wrapAt(lineWidth);
-    warning.wrapAt(lineWidth);
+    constexpr int lines = 2;
+    report.reserve(0, lines);
 }
 
-toolkit::Block ResultPanel::block(toolkit::Caption& caption, toolkit::Label& unit) {
-    return toolkit::column(
-        {toolkit::row({caption, Answer, unit}), toolkit::Block(report).atLeast(0, messageLines),
-         x_.block().expanding(), y_.block().expanding()},
-        toolkit::Spacing::group);
+toolkit::Block ResultPanel::answerBlock(toolkit::Caption& caption, toolkit::Label& unit) {
+    return toolkit::column({warning, toolkit::row({caption, Answer, unit}), report});
+}
+
+toolkit::Block ResultPanel::phasesBlock() {
+    return toolkit::column({x_.block().expanding(), y_.block().expanding()});
 }
 
 void ResultPanel::showUnits() {

@@ -39,8 +39,8 @@ class ApproachLists {
     void ListBoxPhaseY_CellTextChange();
 
     toolkit::Handler changed_;
-    toolkit::Label captionX_{"ApproachX", "Phase X"};
-    toolkit::Label captionY_{"ApproachY", "Phase Y"};
+    toolkit::Label captionX_{"ApproachX", "First approach, phase X"};
+    toolkit::Label captionY_{"ApproachY", "First approach, phase Y"};
     toolkit::List ListBoxPhaseX;
     toolkit::List ListBoxPhaseY;
 };
@@ -76,8 +76,9 @@ class ResultPanel {
     /// PhaseLists.
     ResultPanel(const std::string& reportName, bool withFractions);
 
-    /// The answer between its caption and its unit, and the phases below it.
-    toolkit::Block block(toolkit::Caption& caption, toolkit::Label& unit);
+    /// The message, the answer between its caption and its unit, and how it was found.
+    toolkit::Block answerBlock(toolkit::Caption& caption, toolkit::Label& unit);
+    toolkit::Block phasesBlock();
     void showUnits();
     void show(const fluid::Mixture& mixture, const PhaseResults& results);
     void clear();

@@ -4,14 +4,8 @@
 
 namespace procedures {
 
-namespace {
-
-constexpr int entryWidth = 16;  // characters
-
-}  // namespace
-
 RangeEntry::RangeEntry(const std::string& firstName, const std::string& lastName)
-    : first(firstName, entryWidth), last(lastName, entryWidth) {
+    : first(firstName), last(lastName) {
     firstCaption.setTarget(first, firstUnit);
     lastCaption.setTarget(last, lastUnit);
     stepCaption.setTarget(dataEntryStep, stepUnit);

@@ -42,7 +42,7 @@ class RangeEntry {
     toolkit::Entry last;
     toolkit::Label lastUnit{"LastUnit"};
     toolkit::Caption stepCaption{"Step", ""};
-    toolkit::Entry dataEntryStep{"dataEntryStep", 16};
+    toolkit::Entry dataEntryStep{"dataEntryStep"};
     toolkit::Label stepUnit{"StepUnit"};
 };
 

@@ -21,6 +21,10 @@ std::string captionOf(const fluid::CubicRoot& root) {
 }  // namespace
 
 RootChoice::RootChoice() {
+    constexpr int usualCaption = 42;  // characters
+    for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
+        button->reserve(usualCaption);
+    }
     Choice0.onChoose(this, &RootChoice::Choice0_Action);
     Choice1.onChoose(this, &RootChoice::Choice1_Action);
     Choice2.onChoose(this, &RootChoice::Choice2_Action);
@@ -43,6 +47,7 @@ void RootChoice::show(const fluid::CubicRoots& roots, toolkit::Label& warning) {
     std::string sentence = box.text() + ":";
     for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
         button->setCaption(captionOf(roots[index]));
+        button->setAccessibleName(button->caption());
         button->setSensitive(true);
         sentence += (index == 0 ? "" : ",") + button->caption();
         ++index;
@@ -57,6 +62,7 @@ void RootChoice::clear() {
     group_.clear();
     for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
         button->setCaption("");
+        button->setAccessibleName("solution " + std::string(1, button->name().back()));
         button->setSensitive(false);
     }
 }

@@ -5,17 +5,11 @@
 
 namespace procedures {
 
-namespace {
-
-constexpr int lineWidth = 60;  // characters of a line of the longer sentences
-
-}  // namespace
-
 RootResult::RootResult() {
     resultCaption.setTarget(Result, Label4);
     densityCaption.setTarget(DensityResult, Label01);
     slope.setUnobtrusive();
-    slope.wrapAt(lineWidth);
+    slope.reserve(0, 2);
 }
 
 std::vector<std::vector<toolkit::Block>> RootResult::rows() {

@@ -19,23 +19,27 @@ namespace {
 using fluid::StatePoint;
 using toolkit::PlotSeries;
 
-constexpr int messageWidth = 56;  // characters of a line
-constexpr int visibleRows = 7;
+constexpr int visibleRows = 6;
+const TemperatureScale longestScale = {"˚Celsius", zeroCelsius};
 
 }  // namespace
 
 SpinodalWindow::SpinodalWindow(toolkit::ScreenHost& host)
     : Screen(host, "SpinodalWindow", "Spinodal - Drovan W"),
-      table(*this, warning, "spinodal", {.characters = {15, 15, 16, 14, 25}, .words = {4}}),
+      table(*this, warning, "spinodal",
+            {.heads = SpinodalTable::heads(longestScale),
+             .characters = {11, 12, 13, 10, 20},
+             .words = {4}}),
       plotPanel(*this, warning, table.ListBox1, "spinodal", "Pressure on the spinodals") {
     connectHandlers();
     dataEntryT.setLabelledBy(GivenT);
     dataEntryT.setDescribedBy(StaticText1);
     dataEntryV.setLabelledBy(GivenV);
     dataEntryV.setDescribedBy(StaticText2);
-    warning.wrapAt(messageWidth);
+    table.ListBox1.setEmptyText("The limits of stability appear here when they are calculated.");
     GivenT.turnOn();
     PlotT.turnOn();
+    showUnits();
     layOut();
     setDefault(calculate);
     setFocus(dataEntryT);
@@ -67,15 +71,14 @@ void SpinodalWindow::layOut() {
         row.front() = row.front().indented(Spacing::section);
         entries.push_back(row);
     }
-    const Block choices = toolkit::row({volumeUnitChoice.block(), temperature.block(),
-                                        GroupBox4.around(toolkit::column({PlotT, PlotV}))});
-    const Block left = toolkit::column(
-        {toolkit::grid(entries), choices,
-         toolkit::buttonRow({Explanations, Clear, table.Export, calculate}), warning},
-        Spacing::group);
-    const Block upper = toolkit::row({left, plotPanel.block().expanding()}, Spacing::section);
-    setContent(toolkit::column(
-        {upper.expanding(), table.ListBox1.scrolling(visibleRows).expanding()}, Spacing::group));
+    const Block units = toolkit::column({volumeUnitChoice.block(), temperature.block()});
+    const Block left =
+        toolkit::column({toolkit::row({toolkit::grid(entries).expanding(), units}),
+                         toolkit::buttonRow({Explanations, Clear, table.Export, calculate}),
+                         warning, table.ListBox1.scrolling(visibleRows).expanding()});
+    const Block plot = toolkit::column(
+        {GroupBox4.around(toolkit::row({PlotT, PlotV})), plotPanel.block().expanding()});
+    setContent(toolkit::columns({"table", left}, {{"plot", plot}}));
 }
 
 void SpinodalWindow::Event_Activate() {

@@ -52,10 +52,10 @@ class SpinodalWindow : public toolkit::Screen {
     TemperatureUnit temperature{"GroupBox2"};
     toolkit::RadioGroup givenGroup;
     toolkit::RadioButton GivenT{givenGroup, "GivenT", " Temperature"};
-    toolkit::Entry dataEntryT{"dataEntryT", 16};
+    toolkit::Entry dataEntryT{"dataEntryT"};
     toolkit::Label StaticText1{"StaticText1", "Kelvin"};
     toolkit::RadioButton GivenV{givenGroup, "GivenV", " Molar Volume"};
-    toolkit::Entry dataEntryV{"dataEntryV", 16};
+    toolkit::Entry dataEntryV{"dataEntryV"};
     toolkit::Label StaticText2{"StaticText2"};
     toolkit::RadioButton GivenRange{givenGroup, "GivenRange", " Between two temperatures"};
     toolkit::RadioGroup plotGroup;

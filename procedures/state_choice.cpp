@@ -13,7 +13,7 @@ namespace procedures {
 
 namespace {
 
-constexpr int lineWidth = 60;  // characters of a line
+constexpr int usualCaption = 20;  // characters
 
 std::string captionOf(const fluid::FluidState::Volume& volume) {
     return " " + sentenceText(volume.V) + ", " + stabilityName(volume.stability);
@@ -24,8 +24,9 @@ std::string captionOf(const fluid::FluidState::Volume& volume) {
 StateChoice::StateChoice() {
     for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2, &ChoicePhases}) {
         button->onChoose(this, &StateChoice::choice_Action);
+        button->reserve(usualCaption);
     }
-    State.wrapAt(lineWidth);
+    State.reserve(0, 2);
     clear();
 }
 

@@ -6,12 +6,6 @@
 
 namespace procedures {
 
-namespace {
-
-constexpr int warningWidth = 60;  // characters of a line
-
-}  // namespace
-
 StateEntry::StateEntry(const std::string& unitName, const std::string& warningName,
                        UnitChange unitChange)
     : unitChange_(unitChange), temperatureUnitLabel(unitName, "Kelvin"), warning(warningName) {
@@ -21,7 +15,6 @@ StateEntry::StateEntry(const std::string& unitName, const std::string& warningNa
     Clear.onClick(this, &StateEntry::Clear_Action);
     Temperature.setTarget(dataEntryT, temperatureUnitLabel);
     Pressure.setTarget(dataEntryP, pressureUnitLabel);
-    warning.wrapAt(warningWidth);
 }
 
 toolkit::Block StateEntry::block() {
@@ -29,9 +22,9 @@ toolkit::Block StateEntry::block() {
     const Block inputs =
         toolkit::grid({{Temperature, Block(dataEntryT).expanding(), temperatureUnitLabel},
                        {Pressure, Block(dataEntryP).expanding(), pressureUnitLabel}});
-    return toolkit::column(
-        {toolkit::row({inputs.expanding(), temperature.block()}, toolkit::Spacing::section),
-         toolkit::buttonRow({Clear, calculate}), warning});
+    return toolkit::column({toolkit::row({inputs.expanding(), temperature.block(),
+                                          toolkit::buttonColumn({calculate, Clear})}),
+                            warning});
 }
 
 std::string StateEntry::temperatureText() const {

@@ -2,16 +2,8 @@
 
 namespace procedures {
 
-namespace {
-
-constexpr int warningWidth = 48;  // characters of a line
-
-}  // namespace
-
 StateForm::StateForm(const std::string& boxName, const std::string& unitName)
-    : volume(boxName, unitName) {
-    warning.wrapAt(warningWidth);
-}
+    : volume(boxName, unitName) {}
 
 toolkit::Block StateForm::block(const std::vector<toolkit::Block>& second,
                                 const toolkit::Block& temperatureUnit,
@@ -19,10 +11,11 @@ toolkit::Block StateForm::block(const std::vector<toolkit::Block>& second,
     using toolkit::Block;
     const Block inputs = toolkit::grid(
         {{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel}, second});
-    return toolkit::column({toolkit::column({inputs, volume.DensityResult}),
-                            toolkit::row({volume.unit.block(), temperatureUnit}),
-                            toolkit::buttonRow({Clear, calculate}), toolkit::row(result), warning},
-                           toolkit::Spacing::group);
+    return toolkit::column(
+        {toolkit::column({inputs, volume.DensityResult}),
+         toolkit::row({volume.unit.block(), temperatureUnit}),
+         toolkit::buttonRow({Clear, calculate}), toolkit::grid({result}), warning},
+        toolkit::Spacing::group);
 }
 
 }  // namespace procedures

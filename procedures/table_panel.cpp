@@ -12,12 +12,14 @@ namespace procedures {
 
 TablePanel::TablePanel(toolkit::Screen& screen, toolkit::Message& message,
                        const std::string& fileName, const Form& form)
-    : ListBox1(form.listName, toolkit::List::Row(form.characters.size())),
+    : ListBox1(form.listName, form.heads, form.characters),
       Export(form.exportName, "export"),
       screen_(screen),
       message_(message),
       fileName_(fileName) {
-    ListBox1.setLong(form.characters, form.isWide);
+    if (form.isWide) {
+        ListBox1.scrollSideways();
+    }
     for (std::size_t i = 0; i < form.characters.size(); ++i) {
         if (std::find(form.words.begin(), form.words.end(), i) == form.words.end()) {
             ListBox1.alignRight(i);

@@ -17,6 +17,7 @@ namespace procedures {
 class TablePanel {
   public:
     struct Form {
+        toolkit::List::Row heads;
         std::vector<int> characters;     // that each column has room for
         std::vector<std::size_t> words;  // the columns that hold no numbers
         bool isWide = false;             // whether it may scroll sideways

@@ -7,7 +7,6 @@ namespace procedures {
 
 namespace {
 
-constexpr int noteWidth = 60;  // characters of a line
 constexpr int visibleRows = 17;
 
 }  // namespace
@@ -21,12 +20,14 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
     Mole.onChoose(this, &ThermodynamicWindow::Mole_Action);
     Kilogram.onChoose(this, &ThermodynamicWindow::Kilogram_Action);
     ListBox1.setAccessibleName("properties of the fluid");
-    ListBox1.showAllColumns();
+    ListBox1.setEmptyText("The properties of the fluid appear here when they are calculated.");
     for (const std::size_t column : {2U, 3U, 4U}) {
         ListBox1.alignAtPoint(column, mostDecimals);
     }
     Inversion.setUnobtrusive();
-    note.wrapAt(noteWidth);
+    note.reserve(0, 3);
+    reference.reserve(0, 2);
+    Inversion.reserve(0, 2);
     layOut();
     setDefault(state.calculate);
     setFocus(state.dataEntryT);
@@ -34,11 +35,11 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
 
 void ThermodynamicWindow::layOut() {
     using toolkit::Block;
-    setContent(
-        toolkit::column({state.block().atStart(), choice.block(),
-                         Block(toolkit::row({amountOf, Mole, Kilogram})).atStart(),
-                         ListBox1.scrolling(visibleRows).expanding(), reference, Inversion, note},
-                        toolkit::Spacing::group));
+    setContent(toolkit::columns(
+        {"state", toolkit::column({state.block(), choice.block(),
+                                   Block(toolkit::row({amountOf, Mole, Kilogram})).atStart()})},
+        {{"properties", toolkit::column({ListBox1.scrolling(visibleRows).expanding(), reference,
+                                         Inversion, note})}}));
 }
 
 void ThermodynamicWindow::Event_Activate() {

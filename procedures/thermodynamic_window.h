@@ -31,7 +31,8 @@ class ThermodynamicWindow : public toolkit::Screen {
     toolkit::RadioButton Mole{amounts, "Mole", " one mole"};
     toolkit::RadioButton Kilogram{amounts, "Kilogram", " one kilogram"};
     StateChoice choice;
-    toolkit::List ListBox1{"ListBox1", {"property", "unit", "ideal gas", "residual", "total"}};
+    toolkit::List ListBox1{
+        "ListBox1", {"property", "unit", "ideal gas", "residual", "total"}, {22, 9, 14, 14, 14}};
     toolkit::Label reference{"reference",
                              "Energies refer to the elements at 298.15 Kelvin and 0.1 MPa."};
     toolkit::ResultLabel Inversion{"Inversion"};

@@ -13,7 +13,6 @@ namespace procedures {
 namespace {
 
 constexpr int temperatureDecimals = 3;
-constexpr int lineWidth = 60;  // characters
 constexpr int visibleRows = 6;
 
 }  // namespace
@@ -29,7 +28,10 @@ VolumeWindow::VolumeWindow(toolkit::ScreenHost& host)
     });
     choice.setUnit(result.Label4);
     ListBox1.setAccessibleName("results of each gas");
-    StaticText1.wrapAt(lineWidth);
+    ListBox1.setEmptyText(
+        "The molar volumes of the pure gases and the partial molar volumes appear here when a "
+        "solution for the molar volume of the mixture is chosen.");
+    StaticText1.reserve(0, 2);
     idealCaption.setTarget(ResultIdeal, Label5);
     excessCaption.setTarget(ExcessVol, Label6);
     layOut();
@@ -39,14 +41,12 @@ VolumeWindow::VolumeWindow(toolkit::ScreenHost& host)
 
 void VolumeWindow::layOut() {
     using toolkit::Block;
-    using toolkit::Spacing;
-    std::vector<std::vector<Block>> rows = result.rows();
-    rows.push_back({idealCaption, ResultIdeal, Label5});
-    rows.push_back({excessCaption, ExcessVol, Label6});
-    setContent(toolkit::column(
-        {state.block(), toolkit::column({choice.block(), StaticText1}), result.slope,
-         Block(toolkit::grid(rows)).atStart(), ListBox1.scrolling(visibleRows).expanding()},
-        Spacing::group));
+    const Block volumes =
+        toolkit::grid({{idealCaption, ResultIdeal, Label5}, {excessCaption, ExcessVol, Label6}});
+    setContent(toolkit::columns(
+        {"mixture", toolkit::column({state.block(), choice.block(), result.slope,
+                                     Block(toolkit::grid(result.rows())).atStart(), StaticText1})},
+        {{"gases", toolkit::column({ListBox1.scrolling(visibleRows).expanding(), volumes})}}));
 }
 
 void VolumeWindow::Event_Activate() {

@@ -38,8 +38,8 @@ class VolumeWindow : public toolkit::Screen {
     toolkit::Caption excessCaption{"ExcessVolume", "Excess volume"};
     toolkit::ResultLabel ExcessVol{"ExcessVol"};
     toolkit::Label Label6{"Label6", " cm3/mol"};
-    toolkit::List ListBox1{"ListBox1",
-                           {"gas", "Vm (pure gas) cm3/mol", "partial Vm (dV/dn) cm3/mol"}};
+    toolkit::List ListBox1{
+        "ListBox1", {"gas", "Vm (pure gas) cm3/mol", "partial Vm (dV/dn) cm3/mol"}, {5, 19, 19}};
 
     TypedState calculated_;  // the state that the roots on the buttons belong to
 };

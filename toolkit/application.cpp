@@ -7,6 +7,8 @@
 #include <csignal>
 #include <initializer_list>
 
+#include "toolkit/event.h"
+
 namespace toolkit {
 
 namespace {
@@ -46,27 +48,25 @@ void makeRoomForReaders() {
     }
 }
 
-/// The context menu of a text comes when the clipboard has answered. Asked for by keys and come too
-/// late to be shown, it would take all input all the same.
-gboolean onContextMenu(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
-                       gpointer /*data*/) {
-    const auto leave = +[](gpointer menu) -> gboolean {
+/// The context menu of a text of this type comes when the clipboard has answered. Asked for by keys
+/// and come too late to be shown, it would take all input all the same.
+void watchContextMenus(GType type) {
+    const auto leave = [](gpointer menu) -> gboolean {
         if (gtk_widget_get_visible(GTK_WIDGET(menu)) == FALSE) {
             gtk_menu_shell_deactivate(GTK_MENU_SHELL(menu));
         }
         return G_SOURCE_REMOVE;
     };
-    // Before the next event.
-    gdk_threads_add_idle_full(G_PRIORITY_HIGH, leave, g_value_dup_object(values + 1),
-                              &g_object_unref);
-    return TRUE;
-}
-
-/// Looks after the context menus of all texts of this type.
-void watchContextMenus(GType type) {
+    const auto onContextMenu = [](GSignalInvocationHint* /*hint*/, guint /*count*/,
+                                  const GValue* values, gpointer data) -> gboolean {
+        // Before the next event.
+        gdk_threads_add_idle_full(G_PRIORITY_HIGH, reinterpret_cast<GSourceFunc>(data),
+                                  g_value_dup_object(values + 1), &g_object_unref);
+        return TRUE;
+    };
     g_type_class_unref(g_type_class_ref(type));
-    g_signal_add_emission_hook(g_signal_lookup("populate-popup", type), 0, &onContextMenu, nullptr,
-                               nullptr);
+    g_signal_add_emission_hook(g_signal_lookup("populate-popup", type), 0, guarded(onContextMenu),
+                               reinterpret_cast<gpointer>(guarded(leave)), nullptr);
 }
 
 }  // namespace
@@ -87,11 +87,11 @@ bool openDisplay() {
 
 void setWindowIcon(const char* name) {
     constexpr guint whenStarted = 200;  // ms
-    const auto set = +[](gpointer data) -> gboolean {
+    const auto set = [](gpointer data) -> gboolean {
         giveIcon(static_cast<const char*>(data));
         return FALSE;
     };
-    g_timeout_add_full(G_PRIORITY_LOW, whenStarted, set, g_strdup(name), &g_free);
+    g_timeout_add_full(G_PRIORITY_LOW, whenStarted, guarded(set), g_strdup(name), &g_free);
 }
 
 void runLoop() {

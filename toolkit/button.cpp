@@ -14,7 +14,7 @@ namespace {
 
 /// GTK+ leads Tab to the button of a group that is on, and so past a group in which none is on:
 /// there Tab goes to the first button that it comes by.
-gboolean onTabFocus(GtkWidget* button, GtkDirectionType direction, gpointer none) {
+gboolean onTabFocus(GtkWidget* button, GtkDirectionType direction, GtkWidget* none) {
     const bool isTab = direction == GTK_DIR_TAB_FORWARD || direction == GTK_DIR_TAB_BACKWARD;
     if (!isTab || gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(none)) == FALSE) {
         return FALSE;
@@ -35,13 +35,12 @@ Button::Button(std::string name, std::string caption)
     : Control(std::move(name), gtk_button_new_with_label(caption.c_str())),
       caption_(std::move(caption)) {
     gtk_widget_set_can_default(widget(), TRUE);
-    const auto onClicked = +[](GtkButton* button, gpointer data) {
-        const auto* const self = static_cast<Button*>(data);
-        finishCellEdit(GTK_WIDGET(button));  // by its mnemonic it is pressed from within an editor
-        const Announcement announcement(GTK_WIDGET(button));
+    const auto onClicked = [](GtkWidget* button, const Button* self) {
+        finishCellEdit(button);  // by its mnemonic it is pressed from within an editor
+        const Announcement announcement(button);
         runHandler(self->click_, self->name().c_str());
     };
-    g_signal_connect(widget(), "clicked", G_CALLBACK(onClicked), this);
+    connect(widget(), "clicked", onClicked, this);
 }
 
 void Button::underline(std::size_t position) {
@@ -64,17 +63,21 @@ void RadioGroup::clear() {
 RadioButton::RadioButton(RadioGroup& group, std::string name, std::string caption)
     : Control(std::move(name), gtk_radio_button_new_with_label_from_widget(
                                    GTK_RADIO_BUTTON(group.none_), caption.c_str())),
-      caption_(std::move(caption)) {
-    const auto onToggled = +[](GtkToggleButton* button, gpointer data) {
-        const auto* const self = static_cast<RadioButton*>(data);
-        if (gtk_toggle_button_get_active(button) != FALSE) {
-            const Announcement announcement(GTK_WIDGET(button));
+      caption_(std::move(caption)),
+      none_(group.none_) {
+    const auto onToggled = [](GtkWidget* button, const RadioButton* self) {
+        if (self->isOn()) {
+            finishCellEdit(button);
+            const Announcement announcement(button);
             runHandler(self->choose_, self->name().c_str());
         }
     };
-    g_signal_connect(widget(), "toggled", G_CALLBACK(onToggled), this);
-    g_signal_connect_object(widget(), "focus", G_CALLBACK(onTabFocus), group.none_,
-                            static_cast<GConnectFlags>(0));
+    const auto onFocus = [](GtkWidget* button, GtkDirectionType direction,
+                            const RadioButton* self) -> gboolean {
+        return onTabFocus(button, direction, self->none_);
+    };
+    connect(widget(), "toggled", onToggled, this);
+    connect(widget(), "focus", onFocus, this);
 }
 
 bool RadioButton::isOn() const {
@@ -83,6 +86,12 @@ bool RadioButton::isOn() const {
 
 void RadioButton::turnOn() {
     gtk_toggle_button_set_active(GTK_TOGGLE_BUTTON(widget()), TRUE);
+}
+
+void RadioButton::reserve(int characters) {
+    auto* const label = GTK_LABEL(gtk_bin_get_child(GTK_BIN(widget())));
+    gtk_label_set_width_chars(label, characters);
+    gtk_label_set_ellipsize(label, PANGO_ELLIPSIZE_END);
 }
 
 void RadioButton::setCaption(const std::string& caption) {

@@ -52,6 +52,8 @@ class RadioButton : public Control, public Captioned {
     /// Turns the button on, and its handler runs as if a user had chosen it.
     void turnOn();
     void setCaption(const std::string& caption);
+    /// Keeps room for a caption of so many characters, whatever it is.
+    void reserve(int characters);
     /// `function` runs when the button comes on, not when it goes off.
     template <class Object, class Base>
     void onChoose(Object* object, void (Base::*function)()) {
@@ -64,6 +66,7 @@ class RadioButton : public Control, public Captioned {
 
   private:
     std::string caption_;
+    GtkWidget* none_;  // of its group, which outlives it
     Handler choose_;
     Handler changed_;
 };

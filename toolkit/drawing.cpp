@@ -7,6 +7,7 @@
 #include <numbers>
 #include <utility>
 
+#include "toolkit/event.h"
 #include "toolkit/exposure.h"
 #include "toolkit/text_size.h"
 
@@ -68,31 +69,6 @@ void Painter::arrow(double fromX, double fromY, double toX, double toY, double l
     cairo_restore(cairo_);
 }
 
-struct Drawing::Callbacks {
-    static void onStyleSet(GtkWidget* widget, GtkStyle* /*previous*/, gpointer data) {
-        const auto* const self = static_cast<const Drawing*>(data);
-        const int height = lineHeight(widget);
-        gtk_widget_set_size_request(widget,
-                                    static_cast<gint>(std::lround(height * self->widthInLines_)),
-                                    static_cast<gint>(std::lround(height * self->heightInLines_)));
-    }
-
-    static gboolean onExpose(GtkWidget* widget, GdkEventExpose* event, gpointer data) {
-        const auto* const self = static_cast<const Drawing*>(data);
-        GtkAllocation place;
-        gtk_widget_get_allocation(widget, &place);
-        const CairoContext cairo = exposedPart(widget, *event);
-        const double shape = self->widthInLines_ / self->heightInLines_;
-        const double height = std::min<double>(place.height, place.width / shape);
-        const double unit = std::min(height, height * shape);
-        cairo_translate(cairo.get(), place.x + (place.width - height * shape) / 2.0,
-                        place.y + (place.height - height) / 2.0);
-        cairo_scale(cairo.get(), unit, unit);
-        self->paint_(Painter(cairo.get()));
-        return FALSE;
-    }
-};
-
 Drawing::Drawing(std::string name, double widthInLines, double heightInLines,
                  const std::string& description, Paint paint)
     : Control(std::move(name), gtk_drawing_area_new()),
@@ -102,8 +78,31 @@ Drawing::Drawing(std::string name, double widthInLines, double heightInLines,
     gtk_widget_set_has_window(widget(), FALSE);
     atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_IMAGE);
     setAccessibleName(description);
-    g_signal_connect(widget(), "style-set", G_CALLBACK(&Callbacks::onStyleSet), this);
-    g_signal_connect(widget(), "expose-event", G_CALLBACK(&Callbacks::onExpose), this);
+    const auto onStyleSet = [](GtkWidget* widget, GtkStyle* /*previous*/, const Drawing* self) {
+        const int height = lineHeight(widget);
+        gtk_widget_set_size_request(widget,
+                                    static_cast<gint>(std::lround(height * self->widthInLines_)),
+                                    static_cast<gint>(std::lround(height * self->heightInLines_)));
+    };
+    const auto onExpose = [](GtkWidget* widget, GdkEventExpose* event,
+                             const Drawing* self) -> gboolean {
+        GtkAllocation place;
+        gtk_widget_get_allocation(widget, &place);
+        const CairoContext cairo = exposedPart(widget, *event);
+        const double shape = self->widthInLines_ / self->heightInLines_;
+        const double height = std::min<double>(place.height, place.width / shape);
+        const double unit = std::min(height, height * shape);
+        cairo_translate(cairo.get(), place.x + (place.width - height * shape) / 2.0,
+                        place.y + (place.height - height) / 2.0);
+        cairo_scale(cairo.get(), unit, unit);
+        const GdkColor& text = gtk_widget_get_style(widget)->fg[gtk_widget_get_state(widget)];
+        constexpr double whole = 65535.0;
+        self->paint_(
+            Painter(cairo.get(), {text.red / whole, text.green / whole, text.blue / whole}));
+        return FALSE;
+    };
+    connect(widget(), "style-set", onStyleSet, this);
+    connect(widget(), "expose-event", onExpose, this);
 }
 
 }  // namespace toolkit

@@ -19,7 +19,10 @@ struct Colour {
 /// Draws shapes in the coordinates of a drawing, whose shorter side is 1 long.
 class Painter {
   public:
-    explicit Painter(cairo_t* cairo) : cairo_(cairo) {}
+    /// `ink`: the colour of the texts around the drawing.
+    Painter(cairo_t* cairo, const Colour& ink) : cairo_(cairo), ink_(ink) {}
+
+    const Colour& ink() const { return ink_; }
 
     void fillEllipse(double x, double y, double radiusX, double radiusY,
                      const Colour& colour) const;
@@ -31,6 +34,7 @@ class Painter {
 
   private:
     cairo_t* cairo_;
+    Colour ink_;
 };
 
 /// A picture that is drawn anew in whatever size it has.
@@ -44,8 +48,6 @@ class Drawing : public Control {
             const std::string& description, Paint paint);
 
   private:
-    struct Callbacks;
-
     double widthInLines_;
     double heightInLines_;
     Paint paint_;

@@ -6,13 +6,19 @@
 #include <memory>
 #include <string>
 
+#include "toolkit/event.h"
+
 namespace toolkit {
 
 namespace {
 
-void onInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* position,
-              gpointer /*data*/) {
+void onInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* position) {
     const auto length = static_cast<std::size_t>(bytes < 0 ? std::strlen(text) : bytes);
+    if (g_utf8_validate(text, static_cast<gssize>(length), nullptr) == FALSE) {
+        g_signal_stop_emission_by_name(editable, "insert-text");
+        gtk_widget_error_bell(GTK_WIDGET(editable));
+        return;
+    }
     const glong inserted = g_utf8_strlen(text, static_cast<gssize>(length));
     const glong room = mostCharacters - gtk_entry_get_text_length(GTK_ENTRY(editable));
     if (inserted <= room) {
@@ -90,7 +96,9 @@ void edit(GtkWidget* widget, EditCommand command) {
 }
 
 void limitCharacters(GtkWidget* widget) {
-    g_signal_connect(widget, "insert-text", G_CALLBACK(&onInsert), nullptr);
+    connect(widget, "insert-text",
+            [](GtkEditable* editable, const gchar* text, gint bytes, gint* position,
+               gpointer /*data*/) { onInsert(editable, text, bytes, position); });
 }
 
 bool isCellEdited(GtkWidget* widget) {

@@ -14,7 +14,7 @@ void edit(GtkWidget* widget, EditCommand command);
 /// The most characters of a text field: many more, and each key is slow to be shown.
 constexpr int mostCharacters = 1000;
 /// Keeps the entry `widget` to them. Of a longer text only the start is inserted, with "…" behind
-/// it, so that what is left is never another number.
+/// it, so that what is left is never another number; of a text that is no UTF-8 nothing.
 void limitCharacters(GtkWidget* widget);
 
 /// Whether a cell of a list is being edited in the window of `widget`.

@@ -31,9 +31,8 @@ Entry::Entry(std::string name, int widthChars) : Control(std::move(name), gtk_en
     gtk_entry_set_width_chars(GTK_ENTRY(widget()), widthChars);
     limitCharacters(widget());
     gtk_entry_set_activates_default(GTK_ENTRY(widget()), TRUE);
-    const auto onChanged =
-        +[](GtkEditable* /*editable*/, gpointer self) { static_cast<Entry*>(self)->changed(); };
-    g_signal_connect(widget(), "changed", G_CALLBACK(onChanged), this);
+    connect(
+        widget(), "changed", [](GtkEditable* /*editable*/, Entry* self) { self->changed(); }, this);
 }
 
 std::string Entry::text() const {
@@ -46,9 +45,8 @@ void Entry::setText(const std::string& text) {
 
 void Entry::setPlaceholder(const std::string& text) {
     placeholder_ = text;
-    const auto onPress =
-        +[](GtkWidget* widget, const GdkEventButton* event, gpointer data) -> gboolean {
-        const auto* const self = static_cast<const Entry*>(data);
+    const auto onPress = [](GtkWidget* widget, const GdkEventButton* event,
+                            const Entry* self) -> gboolean {
         if (event->button != 1 || self->text() != self->placeholder_) {
             return FALSE;
         }
@@ -56,15 +54,15 @@ void Entry::setPlaceholder(const std::string& text) {
         gtk_editable_select_region(editableOf(*self), 0, -1);
         return TRUE;
     };
-    g_signal_connect(widget(), "button-press-event", G_CALLBACK(onPress), this);
+    connect(widget(), "button-press-event", onPress, this);
 }
 
 void Entry::setDefault(const Control& button) {
     gtk_entry_set_activates_default(GTK_ENTRY(widget()), FALSE);
-    const auto press =
-        +[](GtkEntry* /*entry*/, gpointer target) { gtk_widget_activate(GTK_WIDGET(target)); };
-    g_signal_connect_object(widget(), "activate", G_CALLBACK(press), button.widget(),
-                            static_cast<GConnectFlags>(0));
+    default_ = button.widget();
+    connect(
+        widget(), "activate",
+        [](GtkWidget* /*entry*/, const Entry* self) { gtk_widget_activate(self->default_); }, this);
 }
 
 double Entry::number() const {

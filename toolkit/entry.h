@@ -13,13 +13,13 @@ namespace toolkit {
 class Entry : public Control, public Editable {
   public:
     /// An empty entry, wide enough for `widthChars` characters.
-    explicit Entry(std::string name, int widthChars = 24);
+    explicit Entry(std::string name, int widthChars = 14);
 
     std::string text() const override;
     void setText(const std::string& text);
     /// Has `text` stand for nothing typed: a click selects it whole, to be typed over.
     void setPlaceholder(const std::string& text);
-    /// Has Enter press this button instead of the default one.
+    /// Has Enter press this button of the same screen instead of the default one.
     void setDefault(const Control& button);
     /// The number in the entry; 0 where the text is not a number.
     double number() const;
@@ -44,6 +44,7 @@ class Entry : public Control, public Editable {
 
     Handler textChange_;
     std::string placeholder_;
+    GtkWidget* default_ = nullptr;
     std::vector<Step> history_;
     Step present_;
     bool isUndoing_ = false;

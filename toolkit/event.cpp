@@ -2,11 +2,22 @@
 
 #include <gtk/gtk.h>
 
+#include <cstdio>
 #include <exception>
 #include <memory>
 #include <utility>
 
 namespace toolkit {
+
+void reportException(const char* where) noexcept {
+    try {
+        throw;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "drovan-w: %s: %s\n", where, error.what());
+    } catch (...) {
+        std::fprintf(stderr, "drovan-w: %s: unknown exception\n", where);
+    }
+}
 
 void runHandler(const Handler& handler, const char* name) noexcept {
     if (!handler) {
@@ -14,29 +25,25 @@ void runHandler(const Handler& handler, const char* name) noexcept {
     }
     try {
         handler();
-    } catch (const std::exception& error) {
-        g_critical("%s: %s", name, error.what());
     } catch (...) {
-        g_critical("%s: unknown exception", name);
+        reportException(name);
     }
 }
 
-namespace {
-
-gboolean runTask(gpointer data) {
-    runHandler(*static_cast<const Handler*>(data), "idle task");
-    return G_SOURCE_REMOVE;
-}
-
-void deleteTask(gpointer data) {
-    const std::unique_ptr<Handler> task(static_cast<Handler*>(data));
-}
-
-}  // namespace
-
 void later(Handler task) {
-    gdk_threads_add_idle_full(G_PRIORITY_DEFAULT_IDLE, runTask, new Handler(std::move(task)),
-                              deleteTask);
+    const auto run = [](gpointer handler) -> gboolean {
+        runHandler(*static_cast<const Handler*>(handler), "idle task");
+        return G_SOURCE_REMOVE;
+    };
+    const auto remove = [](gpointer handler) {
+        const std::unique_ptr<Handler> owned(static_cast<Handler*>(handler));
+    };
+    gdk_threads_add_idle_full(G_PRIORITY_DEFAULT_IDLE, guarded(run), new Handler(std::move(task)),
+                              guarded(remove));
+}
+
+void connectFunction(void* object, const char* signal, void (*function)(), void* data) {
+    g_signal_connect(object, signal, function, data);
 }
 
 }  // namespace toolkit

@@ -11,4 +11,38 @@ void runHandler(const Handler& handler, const char* name) noexcept;
 /// Runs `task` once, after the events that are waiting, and never inside another handler.
 void later(Handler task);
 
+/// For the functions of this folder that C calls: writes the exception that is being handled to
+/// stderr, in one line.
+void reportException(const char* where) noexcept;
+
+template <class Function, class Call>
+struct GuardedCall;
+template <class Function, class Result, class... Arguments>
+struct GuardedCall<Function, Result (Function::*)(Arguments...) const> {
+    static Result call(Arguments... arguments) noexcept {
+        try {
+            return Function{}(arguments...);
+        } catch (...) {
+            reportException("in a function that GTK+ has called");
+        }
+        return Result();
+    }
+};
+
+/// A lambda without captures as a function for C: an exception that escapes is reported and ends
+/// in it, and C is given 0. Its last argument may have the type of the data that go with it.
+template <class Function>
+auto guarded(Function /*function*/) {
+    return &GuardedCall<Function, decltype(&Function::operator())>::call;
+}
+
+void connectFunction(void* object, const char* signal, void (*function)(), void* data);
+
+/// Has a guarded lambda called when a GObject emits a signal.
+template <class Function>
+void connect(void* object, const char* signal, Function function, const void* data = nullptr) {
+    connectFunction(object, signal, reinterpret_cast<void (*)()>(guarded(function)),
+                    const_cast<void*>(data));
+}
+
 }  // namespace toolkit

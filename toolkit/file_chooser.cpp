@@ -52,40 +52,21 @@ std::string completed(const std::string& path, const std::vector<std::string>& e
     return isComplete ? path : path + extensions.front();
 }
 
-void onResponse(GtkDialog* dialog, gint response, gpointer data) {
-    if (response == GTK_RESPONSE_ACCEPT) {
-        static_cast<Chooser*>(data)->accept();
-    } else {
-        gtk_widget_destroy(GTK_WIDGET(dialog));
-    }
-}
-
-void onReplaceResponse(GtkDialog* question, gint response, gpointer data) {
-    gtk_widget_destroy(GTK_WIDGET(question));
-    if (response == GTK_RESPONSE_ACCEPT) {
-        static_cast<Chooser*>(data)->finish();
-    }
-}
-
-void onDestroy(GtkWidget* /*dialog*/, gpointer data) {
-    const std::unique_ptr<Chooser> chooser(static_cast<Chooser*>(data));
-    chooser->screen.dialogCloses();
-}
-
 /// While a folder is being read, what shows it is empty, and GTK+ does not bear that it is clicked:
 /// in `widget` the heads of lists and the path bar are to be clicked only when they are filled.
 void guardEmpty(GtkWidget* widget, gpointer /*data*/) {
     if (GTK_IS_TREE_VIEW(widget)) {
-        const auto onModel = +[](GtkTreeView* list) {
+        const auto onModel = [](GtkTreeView* list, GParamSpec* /*model*/, gpointer /*data*/) {
             gtk_tree_view_set_headers_clickable(
                 list, static_cast<gboolean>(gtk_tree_view_get_model(list) != nullptr));
         };
-        onModel(GTK_TREE_VIEW(widget));
-        g_signal_connect(widget, "notify::model", G_CALLBACK(onModel), nullptr);
+        onModel(GTK_TREE_VIEW(widget), nullptr, nullptr);
+        connect(widget, "notify::model", onModel);
     } else if (std::string_view(G_OBJECT_TYPE_NAME(widget)) == "GtkPathBar") {
-        const auto onAdd = +[](GtkWidget* bar) { gtk_widget_set_sensitive(bar, TRUE); };
         gtk_widget_set_sensitive(widget, FALSE);
-        g_signal_connect(widget, "add", G_CALLBACK(onAdd), nullptr);
+        connect(widget, "add", [](GtkWidget* bar, GtkWidget* /*child*/, gpointer /*data*/) {
+            gtk_widget_set_sensitive(bar, TRUE);
+        });
     } else if (GTK_IS_CONTAINER(widget)) {
         gtk_container_forall(GTK_CONTAINER(widget), &guardEmpty, nullptr);
     }
@@ -100,12 +81,23 @@ void refusePasteIntoList() {
     }
 }
 
+/// GTK+ would add what is saved to the recently used files of all programs, and complain where it
+/// has no folder for their list: its list is never written.
+void keepNoRecentFiles() {
+    static auto* const manager =
+        static_cast<GtkRecentManagerClass*>(g_type_class_ref(GTK_TYPE_RECENT_MANAGER));
+    manager->changed = nullptr;
+}
+
 void Chooser::accept() {
     const std::string typed = pathIn(dialog);
     if (typed.empty()) {
         return;
     }
     path = completed(typed, extensions);
+    // Where the dialog finds a name now, it adds the file to the recently used ones of all
+    // programs.
+    gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), "");
     std::error_code none;
     if (std::filesystem::exists(path, none)) {
         askToReplace();
@@ -124,7 +116,13 @@ void Chooser::askToReplace() {
     gtk_dialog_add_buttons(GTK_DIALOG(question), "_Cancel", GTK_RESPONSE_CANCEL, "_Replace",
                            GTK_RESPONSE_ACCEPT, nullptr);
     gtk_dialog_set_default_response(GTK_DIALOG(question), GTK_RESPONSE_CANCEL);
-    g_signal_connect(question, "response", G_CALLBACK(&onReplaceResponse), this);
+    const auto onResponse = [](GtkWidget* asked, gint response, Chooser* self) {
+        gtk_widget_destroy(asked);
+        if (response == GTK_RESPONSE_ACCEPT) {
+            self->finish();
+        }
+    };
+    connect(question, "response", onResponse, this);
     gtk_widget_show(question);
 }
 
@@ -155,16 +153,25 @@ void chooseFileToSave(Screen& screen, const std::string& title, const std::strin
     gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
     gtk_file_chooser_set_current_folder(GTK_FILE_CHOOSER(dialog), lastFolder().c_str());
     gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), proposedName.c_str());
-    // GTK+ notes the file among the recent ones, and complains where it has no folder for that.
-    constexpr int ownerOnly = 0700;
-    g_mkdir_with_parents(g_get_user_data_dir(), ownerOnly);
     guardEmpty(dialog, nullptr);
     refusePasteIntoList();
+    keepNoRecentFiles();
     screen.dialogOpens();
     auto chooser = std::make_unique<Chooser>(
         Chooser{screen, dialog, std::move(extensions), std::move(chosen), {}});
-    g_signal_connect(dialog, "response", G_CALLBACK(&onResponse), chooser.get());
-    g_signal_connect(dialog, "destroy", G_CALLBACK(&onDestroy), chooser.release());
+    const auto onResponse = [](GtkWidget* shown, gint response, Chooser* self) {
+        if (response == GTK_RESPONSE_ACCEPT) {
+            self->accept();
+        } else {
+            gtk_widget_destroy(shown);
+        }
+    };
+    const auto onDestroy = [](GtkWidget* /*dialog*/, Chooser* self) {
+        const std::unique_ptr<Chooser> owned(self);
+        self->screen.dialogCloses();
+    };
+    connect(dialog, "response", onResponse, chooser.get());
+    connect(dialog, "destroy", onDestroy, chooser.release());
     gtk_widget_show(dialog);
 }
 

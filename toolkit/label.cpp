@@ -2,11 +2,14 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
 #include "toolkit/announcement.h"
 #include "toolkit/clipboard.h"
+#include "toolkit/event.h"
+#include "toolkit/text_size.h"
 
 namespace toolkit {
 
@@ -16,6 +19,8 @@ GtkLabel* labelOf(const Control& control) {
     return GTK_LABEL(control.widget());
 }
 
+constexpr int numberWidth = 20;  // characters of a result in full
+
 using AttributeList = std::unique_ptr<PangoAttrList, decltype(&pango_attr_list_unref)>;
 
 AttributeList newAttributes() {
@@ -23,8 +28,8 @@ AttributeList newAttributes() {
 }
 
 /// Red that can be told from the background: dark on a light theme, light on a dark one.
-void colourMessage(GtkWidget* widget, GtkStyle* /*previous*/, gpointer data) {
-    if (static_cast<const Message*>(data)->isGoodNews()) {
+void colourMessage(GtkWidget* widget, bool isGoodNews) {
+    if (isGoodNews) {
         gtk_label_set_attributes(GTK_LABEL(widget), nullptr);
         return;
     }
@@ -69,13 +74,45 @@ void Label::setText(const std::string& text) {
     gtk_label_set_text(labelOf(*this), text.c_str());
 }
 
-void Label::reserve(int characters) {
-    gtk_label_set_width_chars(labelOf(*this), characters);
+void Label::reserve(int characters, int lines) {
+    gtk_label_set_width_chars(labelOf(*this), std::max(characters, 1));
+    gtk_label_set_line_wrap(labelOf(*this), static_cast<gboolean>(lines > 1));
+    gtk_label_set_ellipsize(labelOf(*this), lines > 1 ? PANGO_ELLIPSIZE_NONE : PANGO_ELLIPSIZE_END);
+    gtk_misc_set_alignment(GTK_MISC(widget()), 0.0F, lines > 1 ? 0.0F : 0.5F);
+    const bool isKnown = std::exchange(lines_, lines) != 0;
+    if (isKnown) {
+        return;
+    }
+    const auto onStyleSet = [](GtkWidget* widget, GtkStyle* /*previous*/, const Label* self) {
+        gtk_widget_set_size_request(widget, -1, self->lines_ * lineHeight(widget));
+    };
+    // Left to itself, GTK+ breaks lines without regard to the room that there is.
+    const auto onAllocated = [](GtkWidget* widget, GtkAllocation* place, const Label* self) {
+        PangoLayout* const layout = gtk_label_get_layout(GTK_LABEL(widget));
+        if (self->lines_ > 1) {
+            pango_layout_set_width(layout, place->width * PANGO_SCALE);
+            pango_layout_set_height(layout, place->height * PANGO_SCALE);
+            pango_layout_set_ellipsize(layout, PANGO_ELLIPSIZE_END);
+        }
+        const bool isWhole = pango_layout_is_ellipsized(layout) == FALSE;
+        gtk_widget_set_tooltip_text(widget, isWhole ? nullptr : self->text().c_str());
+    };
+    connect(widget(), "style-set", onStyleSet, this);
+    connect(widget(), "size-allocate", onAllocated, this);
 }
 
 void Label::wrapAt(int characters) {
     gtk_label_set_line_wrap(labelOf(*this), TRUE);
     gtk_label_set_width_chars(labelOf(*this), characters);
+}
+
+void Label::lowerDigits() {
+    std::string markup;
+    for (const char c : text()) {
+        const bool isDigit = g_ascii_isdigit(c) != FALSE;
+        markup += isDigit ? "<sub>" + std::string(1, c) + "</sub>" : std::string(1, c);
+    }
+    gtk_label_set_markup(labelOf(*this), markup.c_str());
 }
 
 void Label::alignRight() {
@@ -119,6 +156,7 @@ void Caption::underline(std::size_t position) {
 
 ResultLabel::ResultLabel(std::string name, const std::string& text)
     : Label(std::move(name), text, Style::bold) {
+    reserve(numberWidth);
     gtk_label_set_selectable(labelOf(*this), TRUE);
     gtk_widget_set_can_focus(widget(), static_cast<gboolean>(!text.empty()));
 }
@@ -153,7 +191,11 @@ void ResultLabel::perform(EditCommand command) {
 }
 
 Message::Message(std::string name) : Label(std::move(name)) {
-    g_signal_connect(widget(), "style-set", G_CALLBACK(colourMessage), this);
+    const auto onStyleSet = [](GtkWidget* widget, GtkStyle* /*previous*/, const Message* self) {
+        colourMessage(widget, self->isGoodNews());
+    };
+    connect(widget(), "style-set", onStyleSet, this);
+    reserve(0, 2);
 }
 
 void Message::setText(const std::string& text) {
@@ -167,7 +209,7 @@ void Message::inform(const std::string& text) {
 void Message::show(const std::string& text, bool isGoodNews) {
     if (isGoodNews != isGoodNews_) {
         isGoodNews_ = isGoodNews;
-        colourMessage(widget(), nullptr, this);
+        colourMessage(widget(), isGoodNews);
     }
     Label::setText(text);
     const Announcement ownOne(widget());  // where nothing has been pressed

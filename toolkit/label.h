@@ -14,17 +14,24 @@ class Label : public Control {
 
     std::string text() const override;
     virtual void setText(const std::string& text);
-    /// Keeps room for `characters` characters, so that the window need not grow for them.
-    void reserve(int characters);
+    /// Keeps room for so many characters, or with 0 for as many as there is room for, in so many
+    /// lines, whatever the text. A longer one is in the tooltip as a whole.
+    void reserve(int characters, int lines = 1);
     /// Breaks the text into lines of about `characters` characters.
     void wrapAt(int characters);
+    /// Shows the digits as those of a chemical formula.
+    void lowerDigits();
     /// Aligns the text with the right edge of its place instead of the left one.
     void alignRight();
 
   protected:
     enum class Style { plain, bold, title };
     Label(std::string name, const std::string& text, Style style);
+
     void setStyle(Style style);
+
+  private:
+    int lines_ = 0;
 };
 
 /// The heading of a window or of a group of controls.

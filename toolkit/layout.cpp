@@ -3,8 +3,11 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <cmath>
+#include <memory>
 #include <utility>
 
+#include "toolkit/event.h"
 #include "toolkit/text_size.h"
 
 namespace toolkit {
@@ -13,6 +16,69 @@ namespace {
 
 void append(std::vector<Control*>& controls, const Block& block) {
     controls.insert(controls.end(), block.controls().begin(), block.controls().end());
+}
+
+constexpr const char* askedKey = "toolkit-asked";
+constexpr const char* titlesKey = "toolkit-titles";
+
+/// What a block asks for.
+struct Asked {
+    Lines size;
+    Lines least;
+};
+
+void request(GtkWidget* widget, const Asked& asked) {
+    const int line = lineHeight(widget);
+    const auto pixels = [line](double lines) {
+        return lines > 0.0 ? static_cast<gint>(std::lround(lines * line)) : -1;
+    };
+    gtk_widget_set_size_request(widget, pixels(asked.size.width), pixels(asked.size.height));
+}
+
+using Titles = std::vector<std::string>;
+
+std::vector<GtkWidget*> childrenOf(GtkWidget* box) {
+    GList* const list = gtk_container_get_children(GTK_CONTAINER(box));
+    std::vector<GtkWidget*> children;
+    for (const GList* each = list; each != nullptr; each = each->next) {
+        children.push_back(GTK_WIDGET(each->data));
+    }
+    g_list_free(list);
+    return children;
+}
+
+/// Makes pages of the parts of `columns`.
+void paginate(GtkWidget* box, const Titles& titles) {
+    const std::vector<GtkWidget*> both = childrenOf(box);
+    std::vector<GtkWidget*> parts = childrenOf(both[1]);
+    parts.insert(parts.begin(), both[0]);
+    GtkWidget* const pages = gtk_notebook_new();
+    for (std::size_t i = 0; i < titles.size(); ++i) {
+        g_object_ref(parts[i]);
+        gtk_container_remove(GTK_CONTAINER(gtk_widget_get_parent(parts[i])), parts[i]);
+        gtk_container_set_border_width(GTK_CONTAINER(parts[i]),
+                                       static_cast<guint>(Spacing::related));
+        gtk_notebook_append_page(GTK_NOTEBOOK(pages), parts[i], gtk_label_new(titles[i].c_str()));
+        g_object_unref(parts[i]);
+    }
+    gtk_container_remove(GTK_CONTAINER(box), both[1]);
+    gtk_widget_show(pages);
+    gtk_box_pack_start(GTK_BOX(box), pages, TRUE, TRUE, 0);
+}
+
+void scaleFont(GtkWidget* widget, double scale) {
+    const std::unique_ptr<PangoFontDescription, decltype(&pango_font_description_free)> font(
+        pango_font_description_copy(gtk_widget_get_style(widget)->font_desc),
+        &pango_font_description_free);
+    const double size = scale * pango_font_description_get_size(font.get());
+    pango_font_description_set_size(font.get(), static_cast<gint>(size));
+    if (GTK_IS_CONTAINER(widget)) {
+        const auto visit = [](GtkWidget* child, gpointer data) {
+            scaleFont(child, *static_cast<const double*>(data));
+        };
+        gtk_container_forall(GTK_CONTAINER(widget), guarded(visit), &scale);
+    }
+    gtk_widget_modify_font(widget, font.get());
 }
 
 Block pack(GtkWidget* box, const std::vector<Block>& blocks) {
@@ -26,6 +92,12 @@ Block pack(GtkWidget* box, const std::vector<Block>& blocks) {
     }
     gtk_widget_show(box);
     return {box, std::move(controls)};
+}
+
+Block packButtons(GtkWidget* box, GtkButtonBoxStyle style, const std::vector<Block>& buttons) {
+    gtk_button_box_set_layout(GTK_BUTTON_BOX(box), style);
+    gtk_box_set_spacing(GTK_BOX(box), static_cast<gint>(Spacing::related));
+    return pack(box, buttons);
 }
 
 Block aligned(const Block& block, int leftPadding, float xScale) {
@@ -57,20 +129,16 @@ Block Block::indented(Spacing spacing) const {
     return aligned(*this, static_cast<int>(spacing), 1.0F);
 }
 
-Block Block::atLeast(int widthInLines, int heightInLines) const {
-    const auto setWidth = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer lines) {
-        g_object_set(box, "width-request", lineHeight(box) * GPOINTER_TO_INT(lines), nullptr);
-    };
-    const auto setHeight = +[](GtkWidget* box, GtkStyle* /*previous*/, gpointer lines) {
-        g_object_set(box, "height-request", lineHeight(box) * GPOINTER_TO_INT(lines), nullptr);
-    };
-    if (widthInLines > 0) {
-        g_signal_connect(widget_, "style-set", G_CALLBACK(setWidth), GINT_TO_POINTER(widthInLines));
-    }
-    if (heightInLines > 0) {
-        g_signal_connect(widget_, "style-set", G_CALLBACK(setHeight),
-                         GINT_TO_POINTER(heightInLines));
-    }
+Block Block::asking(const Lines& size, const Lines& least) const {
+    auto* const asked = new Asked{size, least};
+    const auto forget = [](gpointer data) { delete static_cast<Asked*>(data); };
+    g_object_set_data_full(G_OBJECT(widget_), askedKey, asked, guarded(forget));
+    connect(
+        widget_, "style-set",
+        [](GtkWidget* widget, GtkStyle* /*previous*/, const Asked* self) {
+            request(widget, *self);
+        },
+        asked);
     return *this;
 }
 
@@ -114,11 +182,84 @@ Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spac
     return {table, std::move(controls)};
 }
 
+Block columns(const Part& first, const std::vector<Part>& others) {
+    std::vector<Block> blocks;
+    auto* const titles = new Titles{first.title};
+    for (const Part& other : others) {
+        blocks.push_back(other.block.expanding());
+        titles->push_back(other.title);
+    }
+    const Block block =
+        row({first.block, column(blocks, Spacing::group).expanding()}, Spacing::section);
+    const auto forget = [](gpointer data) { delete static_cast<Titles*>(data); };
+    g_object_set_data_full(G_OBJECT(block.widget()), titlesKey, titles, guarded(forget));
+    return block.expanding();
+}
+
+void economize(GtkWidget* widget, Economy economy, int width) {
+    constexpr int gapDivisor = 3;
+    constexpr int margins = 100;
+    auto* const asked = static_cast<Asked*>(g_object_get_data(G_OBJECT(widget), askedKey));
+    if (asked != nullptr && economy == Economy::fewerLines) {
+        asked->size = asked->least;
+        request(widget, *asked);
+    }
+    if (GTK_IS_CONTAINER(widget) && economy == Economy::smallerGaps) {
+        const guint border = gtk_container_get_border_width(GTK_CONTAINER(widget));
+        gtk_container_set_border_width(GTK_CONTAINER(widget), border / 2);
+    }
+    if (GTK_IS_ALIGNMENT(widget) && economy == Economy::smallerGaps) {
+        guint left = 0;
+        gtk_alignment_get_padding(GTK_ALIGNMENT(widget), nullptr, nullptr, &left, nullptr);
+        gtk_alignment_set_padding(GTK_ALIGNMENT(widget), 0, 0, left / 2, 0);
+    } else if (GTK_IS_BOX(widget) && !GTK_IS_BUTTON_BOX(widget) &&
+               economy == Economy::smallerGaps) {
+        gtk_box_set_spacing(GTK_BOX(widget), gtk_box_get_spacing(GTK_BOX(widget)) / gapDivisor);
+    } else if (GTK_IS_TABLE(widget) && economy == Economy::smallerGaps) {
+        gtk_table_set_row_spacings(
+            GTK_TABLE(widget), gtk_table_get_default_row_spacing(GTK_TABLE(widget)) / gapDivisor);
+        gtk_table_set_col_spacings(
+            GTK_TABLE(widget), gtk_table_get_default_col_spacing(GTK_TABLE(widget)) / gapDivisor);
+    }
+    if (GTK_IS_LABEL(widget) && economy == Economy::shorterLines &&
+        widget->requisition.width > width - margins) {
+        gtk_label_set_line_wrap(GTK_LABEL(widget), TRUE);
+        gtk_widget_set_size_request(widget, width - margins, -1);
+    }
+    if (GTK_IS_TREE_VIEW(widget) && economy == Economy::shorterLines &&
+        widget->requisition.width > width - margins) {
+        constexpr int attempts = 3;  // the gaps between the columns do not shrink with the font
+        for (int i = 0; i < attempts && widget->requisition.width > width - margins; ++i) {
+            scaleFont(widget, static_cast<double>(width - margins) / widget->requisition.width);
+            GtkRequisition size;
+            gtk_widget_size_request(widget, &size);
+        }
+        return;
+    }
+    const auto* const titles =
+        static_cast<const Titles*>(g_object_get_data(G_OBJECT(widget), titlesKey));
+    if (titles != nullptr && economy == Economy::othersBelow) {
+        gtk_orientable_set_orientation(GTK_ORIENTABLE(widget), GTK_ORIENTATION_VERTICAL);
+    } else if (titles != nullptr && economy == Economy::pages) {
+        paginate(widget, *titles);
+    }
+    if (GTK_IS_CONTAINER(widget)) {
+        using How = std::pair<Economy, int>;
+        const auto visit = [](GtkWidget* child, gpointer data) {
+            const auto* const how = static_cast<const How*>(data);
+            economize(child, how->first, how->second);
+        };
+        How how{economy, width};
+        gtk_container_foreach(GTK_CONTAINER(widget), guarded(visit), &how);
+    }
+}
+
 Block buttonRow(const std::vector<Block>& buttons) {
-    GtkWidget* const box = gtk_hbutton_box_new();
-    gtk_button_box_set_layout(GTK_BUTTON_BOX(box), GTK_BUTTONBOX_END);
-    gtk_box_set_spacing(GTK_BOX(box), static_cast<gint>(Spacing::related));
-    return pack(box, buttons);
+    return packButtons(gtk_hbutton_box_new(), GTK_BUTTONBOX_END, buttons);
+}
+
+Block buttonColumn(const std::vector<Block>& buttons) {
+    return packButtons(gtk_vbutton_box_new(), GTK_BUTTONBOX_START, buttons);
 }
 
 GroupBox::GroupBox(std::string name, const std::string& caption)

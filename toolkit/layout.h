@@ -10,6 +10,12 @@ namespace toolkit {
 /// The distances of the desktop's interface guidelines, in pixels.
 enum class Spacing : int { none = 0, related = 6, group = 12, section = 18 };
 
+/// A size in lines of text; with 0 in a direction that which a thing asks for by itself.
+struct Lines {
+    double width = 0.0;
+    double height = 0.0;
+};
+
 /// A part of a window: a control, or rows, columns and grids of parts, and the controls in it in
 /// reading order. A default-made block is an empty cell.
 class Block {
@@ -28,9 +34,9 @@ class Block {
     Block atStart() const;
     /// The same block, indented by `spacing` from the left.
     Block indented(Spacing spacing) const;
-    /// The same block, so many lines of text wide and high at least (0: as it is), so that nothing
-    /// moves when a part of it comes or goes.
-    Block atLeast(int widthInLines, int heightInLines) const;
+    /// The same block, asking for this size, and for `least` where the display is small.
+    Block asking(const Lines& size, const Lines& least) const;
+    Block asking(const Lines& size) const { return asking(size, size); }
 
   private:
     GtkWidget* widget_ = nullptr;
@@ -43,8 +49,18 @@ Block column(const std::vector<Block>& blocks, Spacing spacing = Spacing::relate
 /// Rows of cells, each column as wide as its widest cell. Short rows end in empty cells.
 Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing = Spacing::related,
            Spacing columnSpacing = Spacing::group);
-/// Push buttons of one size, from the right edge of the window.
+/// A part of a window with the title of the page that it can become.
+struct Part {
+    std::string title;
+    Block block;
+};
+
+/// A part, and at its right the others. Where the display is too narrow they stand below it, and
+/// where there is no room for them either, each part is a page of its own.
+Block columns(const Part& first, const std::vector<Part>& others);
+/// Push buttons of one size, from the right edge of the window, or one below the other.
 Block buttonRow(const std::vector<Block>& buttons);
+Block buttonColumn(const std::vector<Block>& buttons);
 
 /// A titled group of controls.
 class GroupBox : public Control {
@@ -55,5 +71,10 @@ class GroupBox : public Control {
     /// Puts `content` into the group; to be called once.
     Block around(const Block& content);
 };
+
+/// How a content that asks for too much room for the display asks for less.
+enum class Economy { fewerLines, smallerGaps, shorterLines, othersBelow, pages };
+/// Has all parts of `content` save in this way, for a window of this width in pixels.
+void economize(GtkWidget* content, Economy economy, int width);
 
 }  // namespace toolkit

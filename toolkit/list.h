@@ -16,49 +16,48 @@ using GtkListStore = struct _GtkListStore;
 
 namespace toolkit {
 
-/// A table of texts with a head over each column. Copying gives the selected rows, or all where
-/// none is selected, tab-separated under their heads.
+/// A table of texts with a head over each column, of any length: a text is made when it is looked
+/// at. Copying gives the selected rows, or all where none is selected, tab-separated under their
+/// heads.
 class List : public Control, public Editable {
   public:
     using Row = std::vector<std::string>;
+    using RowFunction = std::function<Row(std::size_t)>;
 
-    /// `heads`: one for each column.
-    List(std::string name, const Row& heads);
+    /// `heads`: one for each column. `characters`: what each column has room for, at least its
+    /// head; by default the digits of a number.
+    List(std::string name, const Row& heads, std::vector<int> characters = {});
     ~List() override;
 
-    /// The list with its scroll bars, high enough for `visibleRows` rows at once. It scrolls up and
-    /// down together with `partner`, which stands beside it and is in a block already.
-    Block scrolling(int visibleRows, const List* partner = nullptr);
-    /// The list in a frame, always as large as what is in it, and never lower than `visibleRows`.
+    /// The list with a scroll bar, asking for so many rows at once, and for fewer where the display
+    /// is small. It scrolls together with `partner`, which stands beside it and is in a block
+    /// already.
+    Block scrolling(int visibleRows = 4, const List* partner = nullptr);
+    /// The list in a frame, high enough for so many rows.
     Block framed(int visibleRows);
     void setHeads(const Row& heads);
-    /// Shows these rows, each with a text for every column, in place of what stood before.
-    void setRows(const std::vector<Row>& rows);
-    void clear();
-    /// Shows a table of `count` rows, however many, whose texts `row` gives when they are looked
-    /// at, and `copied` when they are copied, if they are not the same; what these refer to has to
-    /// live until other rows are shown. Needs setLong.
-    void setTable(std::size_t count, std::function<Row(std::size_t)> row,
-                  std::function<Row(std::size_t)> copied = nullptr);
-    /// Has the window make room for all columns, where they would scroll sideways otherwise. To be
-    /// called before the list is put into a block.
-    void showAllColumns() { isWhole_ = true; }
-    /// Makes the list one for long tables: its columns have room for so many characters each,
-    /// whatever is in them; the window makes room for all of them, unless they may scroll. To be
-    /// called before it is put into a block.
-    void setLong(const std::vector<int>& characters, bool scrollsSideways = false);
+    /// Says in the empty list what will appear there.
+    void setEmptyText(const std::string& sentence);
+    /// Shows `count` rows in place of what stood before. `row` gives their texts as long as they
+    /// are shown, and `copied` those that are copied, if they are not the same.
+    void setTable(std::size_t count, RowFunction row, RowFunction copied = nullptr);
+    void setRows(std::vector<Row> rows);
+    void clear() { setRows({}); }
     /// Aligns a column, of numbers, at the right.
-    void alignRight(std::size_t column);
-    bool isEmpty() const;
+    void alignRight(std::size_t column) { alignAtPoint(column, -1); }
+    /// Lets the list be narrower than its columns, and scroll sideways then. To be called before it
+    /// is put into a block.
+    void scrollSideways() { scrollsSideways_ = true; }
+    /// Aligns the numbers of a column at their points, with room for so many decimals behind them.
+    void alignAtPoint(std::size_t column, int decimals);
     /// `row` gives what Copy takes of a row instead of what is shown of it, until other rows are
     /// shown.
-    void setCopied(std::function<Row(std::size_t)> row) { copied_ = std::move(row); }
-    /// Aligns the numbers of a column at their points, with room for so many decimals behind them.
-    /// To be called before the list is put into a block, and after setLong.
-    void alignAtPoint(std::size_t column, int decimals);
+    void setCopied(RowFunction row) { copied_ = std::move(row); }
+    bool isEmpty() const { return count_ == 0; }
     std::vector<Row> rows() const;
-    /// Lets the user edit the cells of a column in place, by Enter on a chosen row. A cell keeps
-    /// what was typed when it loses the focus; only Escape gives it up.
+    /// Lets the user edit the cells of a column in place, by Enter on a chosen row; for rows that
+    /// were set as such. A cell keeps what was typed when it loses the focus; only Escape gives it
+    /// up.
     void setEditable(std::size_t column);
     /// Opens the editor of the cell of that column in this row.
     void editCell(std::size_t row);
@@ -102,22 +101,20 @@ class List : public Control, public Editable {
 
   private:
     struct Callbacks;
-    Block within(GtkWidget* container, int visibleRows);
-    /// Leaves the view with no rows to show, and an empty store to fill for it.
-    void takeStore();
-    void showCellsWhenLookedAt(std::size_t column);
-    Row rowAt(int position) const;
-    /// The row as it is copied.
-    Row copiedRowAt(int position) const;
-    int count() const;
+    Block within(GtkWidget* container, int visibleRows, int fewestRows);
     std::string tableText(const std::vector<Row>& rows) const;
     /// The selected rows as they are copied, or all where none is selected.
-    std::vector<Row> copiedRows() const;
+    std::vector<Row> copiedRows(bool onlySelected) const;
 
     Row heads_;
+    std::vector<int> characters_;
     std::vector<int> decimals_;  // of columns that are aligned at the point, else -1
-    std::function<Row(std::size_t)> table_;
-    std::function<Row(std::size_t)> copied_;
+    std::string emptyText_;
+    std::size_t count_ = 0;
+    RowFunction row_;
+    RowFunction copied_;
+    std::vector<Row> rows_;
+    GtkListStore* store_;
     Handler cellTextChange_;
     Handler cellClick_;
     Cell clickedCell_;
@@ -125,11 +122,9 @@ class List : public Control, public Editable {
     std::function<void(const std::string&)> paste_;
     std::shared_ptr<bool> isAlive_;  // whether a text that is asked for still has a receiver
     bool isFilling_ = false;
-    bool isLong_ = false;
-    bool isWhole_ = false;
-    int editableColumn_ = -1;
+    bool scrollsSideways_ = false;
+    std::size_t editableColumn_ = 0;
     GtkCellRenderer* editableCell_ = nullptr;
-    GtkListStore* store_;
 };
 
 }  // namespace toolkit

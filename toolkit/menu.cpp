@@ -40,11 +40,10 @@ GtkWidget* newItem(const std::string& caption) {
 
 MenuItem::MenuItem(std::string name, const std::string& caption)
     : Control(std::move(name), newItem(caption)), text_(convertMnemonic(caption, false)) {
-    const auto onActivate = +[](GtkMenuItem* /*item*/, gpointer data) {
-        const auto* const self = static_cast<MenuItem*>(data);
+    const auto onActivate = [](GtkMenuItem* /*item*/, const MenuItem* self) {
         runHandler(self->choose_, self->name().c_str());
     };
-    g_signal_connect(widget(), "activate", G_CALLBACK(onActivate), this);
+    connect(widget(), "activate", onActivate, this);
 }
 
 void MenuItem::setAccelerator(GtkAccelGroup* group, const std::string& keys) {
@@ -58,16 +57,14 @@ Menu::Menu(std::string name, const std::string& caption)
     : MenuItem(std::move(name), caption), menu_(gtk_menu_new()) {
     g_object_ref_sink(menu_);
     gtk_menu_item_set_submenu(GTK_MENU_ITEM(widget()), menu_);
-    const auto onShow = +[](GtkWidget* /*menu*/, gpointer data) {
-        const auto* const self = static_cast<Menu*>(data);
+    const auto onShow = [](GtkWidget* /*menu*/, const Menu* self) {
         runHandler(self->open_, self->name().c_str());
     };
-    const auto onHide = +[](GtkWidget* /*menu*/, gpointer data) {
-        const auto* const self = static_cast<Menu*>(data);
+    const auto onHide = [](GtkWidget* /*menu*/, const Menu* self) {
         runHandler(self->close_, self->name().c_str());
     };
-    g_signal_connect(menu_, "show", G_CALLBACK(onShow), this);
-    g_signal_connect(menu_, "hide", G_CALLBACK(onHide), this);
+    connect(menu_, "show", onShow, this);
+    connect(menu_, "hide", onHide, this);
 }
 
 Menu::~Menu() {

@@ -13,7 +13,6 @@
 #include "toolkit/event.h"
 #include "toolkit/exposure.h"
 #include "toolkit/plot_reading.h"
-#include "toolkit/text_size.h"
 
 namespace toolkit {
 
@@ -220,10 +219,8 @@ Plot::~Plot() {
 }
 
 Block Plot::sized(double widthInLines, double heightInLines) {
-    const int height = lineHeight(widget());
-    gtk_widget_set_size_request(widget(), static_cast<gint>(std::lround(widthInLines * height)),
-                                static_cast<gint>(std::lround(heightInLines * height)));
-    return Block(*this).expanding();
+    constexpr Lines least = {10.0, 8.0};
+    return Block(*this).asking({widthInLines, heightInLines}, least).expanding();
 }
 
 const PlotContent& Plot::content() const {

@@ -1,13 +1,16 @@
 #include "toolkit/screen.h"
 
 #include <X11/Xlib.h>
+#include <gdk/gdkkeysyms.h>
 #include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "toolkit/editable_text.h"
+#include "toolkit/event.h"
 #include "toolkit/menu.h"
 #include "toolkit/mnemonics.h"
 
@@ -16,7 +19,6 @@ namespace toolkit {
 namespace {
 
 constexpr int windowBorder = 12;
-constexpr int displayMargin = 64;  // for the panels of a desktop and the window's own frame
 
 unsigned lastNumber = 0;  // that a screen was given
 unsigned lastOpener = 0;  // of the screen that became active last
@@ -45,54 +47,99 @@ int scrollBarBreadth(GtkWidget* scroller) {
     return bar.width + spacing;
 }
 
+/// The numbers that the window manager keeps under this name on the root window.
+std::vector<long> rootNumbers(GdkScreen* display, const char* name) {
+    constexpr gulong most = 4096;  // bytes
+    guchar* data = nullptr;
+    gint bytes = 0;
+    const gboolean isThere =
+        gdk_property_get(gdk_screen_get_root_window(display), gdk_atom_intern(name, FALSE),
+                         GDK_NONE, 0, most, FALSE, nullptr, nullptr, &bytes, &data);
+    std::vector<long> numbers;
+    if (isThere != FALSE) {
+        numbers.resize(static_cast<std::size_t>(bytes) / sizeof(long));
+        std::memcpy(numbers.data(), data, numbers.size() * sizeof(long));
+        g_free(data);
+    }
+    return numbers;
+}
+
+/// The part of the monitor under the pointer, where windows open, that no panel takes.
+GdkRectangle workArea(GdkScreen* display) {
+    gint x = 0;
+    gint y = 0;
+    gdk_display_get_pointer(gdk_screen_get_display(display), nullptr, &x, &y, nullptr);
+    GdkRectangle monitor;
+    gdk_screen_get_monitor_geometry(display, gdk_screen_get_monitor_at_point(display, x, y),
+                                    &monitor);
+    const std::vector<long> desktops = rootNumbers(display, "_NET_CURRENT_DESKTOP");
+    const std::size_t desktop = desktops.empty() ? 0 : 4 * static_cast<std::size_t>(desktops[0]);
+    const std::vector<long> areas = rootNumbers(display, "_NET_WORKAREA");
+    if (areas.size() < desktop + 4) {
+        return monitor;
+    }
+    const GdkRectangle area = {
+        static_cast<gint>(areas[desktop]), static_cast<gint>(areas[desktop + 1]),
+        static_cast<gint>(areas[desktop + 2]), static_cast<gint>(areas[desktop + 3])};
+    GdkRectangle both;
+    return gdk_rectangle_intersect(&monitor, &area, &both) != FALSE ? both : monitor;
+}
+
+/// What the frame of a window takes: that of one that is open already, or what it may be at most.
+GtkRequisition frameSize() {
+    GtkRequisition frame = {8, 40};
+    GList* const windows = gtk_window_list_toplevels();
+    for (const GList* each = windows; each != nullptr; each = each->next) {
+        auto* const window = GTK_WIDGET(each->data);
+        if (gtk_widget_get_mapped(window) != FALSE &&
+            gtk_window_get_decorated(GTK_WINDOW(window)) != FALSE) {
+            GdkRectangle whole;
+            gint width = 0;
+            gint height = 0;
+            gdk_window_get_frame_extents(gtk_widget_get_window(window), &whole);
+            gdk_drawable_get_size(gtk_widget_get_window(window), &width, &height);
+            frame = {whole.width - width, whole.height - height};
+        }
+    }
+    g_list_free(windows);
+    return frame;
+}
+
 }  // namespace
 
 /// What GTK+ calls.
 struct Screen::Callbacks {
-    static GdkFilterReturn onXEvent(GdkXEvent* xEvent, GdkEvent* /*event*/, gpointer data) {
-        auto* const self = static_cast<Screen*>(data);
-        const auto* const event = static_cast<const XEvent*>(xEvent);
-        if ((event->type == FocusIn || event->type == FocusOut) && movesFocus(event->xfocus)) {
-            const bool wasActive = std::exchange(self->isActive_, event->type == FocusIn);
-            if (self->isActive_ && !wasActive) {
-                const bool isBack = std::exchange(lastOpener, self->opener_) == self->number_;
-                const bool isReturn = std::exchange(self->awaitsReturn_, false) || isBack;
-                if (!isReturn && !self->hasDialog_) {
-                    self->Event_Activate();
-                }
+    static GdkFilterFunc xFilter();
+
+    static void onXEvent(const XEvent& event, Screen& self) {
+        if ((event.type != FocusIn && event.type != FocusOut) || !movesFocus(event.xfocus)) {
+            return;
+        }
+        const bool wasActive = std::exchange(self.isActive_, event.type == FocusIn);
+        if (self.isActive_ && !wasActive) {
+            const bool isBack = std::exchange(lastOpener, self.opener_) == self.number_;
+            const bool isReturn = std::exchange(self.awaitsReturn_, false) || isBack;
+            if (!isReturn && !self.hasDialog_) {
+                runHandler([&self] { self.Event_Activate(); }, self.name_.c_str());
             }
         }
-        return GDK_FILTER_CONTINUE;
-    }
-
-    static gboolean onDelete(GtkWidget* /*window*/, GdkEvent* /*event*/, gpointer data) {
-        auto* const self = static_cast<Screen*>(data);
-        self->host_.close(*self);
-        return TRUE;
-    }
-
-    static gboolean onExposed(GtkWidget* /*viewport*/, GdkEvent* /*event*/, gpointer data) {
-        static_cast<Screen*>(data)->isPainted_ = true;
-        return FALSE;
     }
 
     /// Two scroll bars that are there only for the room that each takes from the other stay, once
     /// they have come, also when the window has grown enough for the content: they are sent away.
-    static void onScrollerAllocated(GtkWidget* scroller, GtkAllocation* room, gpointer data) {
-        const auto* const self = static_cast<Screen*>(data);
+    static void onScrollerAllocated(GtkWidget* scroller, const GtkAllocation* room,
+                                    const Screen* self) {
         GtkRequisition content;
         gtk_widget_get_child_requisition(self->content_, &content);
         auto* const bars = GTK_SCROLLED_WINDOW(scroller);
         const bool areShown = bars->hscrollbar_visible != 0 || bars->vscrollbar_visible != 0;
+        // What does not scroll is no stop of the Tab key.
+        gtk_widget_set_can_focus(scroller, static_cast<gboolean>(areShown));
         if (areShown && content.width <= room->width && content.height <= room->height) {
             bars->hscrollbar_visible = FALSE;
             bars->vscrollbar_visible = FALSE;
             gtk_widget_queue_resize(scroller);
         }
-    }
-
-    static void onContentRequest(GtkWidget* /*content*/, GtkRequisition* /*size*/, gpointer data) {
-        static_cast<Screen*>(data)->growToFit();
     }
 };
 
@@ -107,13 +154,27 @@ Screen::Screen(ScreenHost& host, std::string name, const std::string& title)
     atk_object_set_accessible_id(gtk_widget_get_accessible(window_), name_.c_str());
     gtk_container_add(GTK_CONTAINER(window_), box_);
     gtk_widget_show(box_);
-    g_signal_connect(window_, "delete-event", G_CALLBACK(&Callbacks::onDelete), this);
+    connect(
+        window_, "delete-event",
+        [](GtkWidget* /*window*/, GdkEvent* /*event*/, Screen* self) -> gboolean {
+            runHandler([self] { self->host_.close(*self); }, self->name_.c_str());
+            return TRUE;
+        },
+        this);
     gtk_widget_realize(window_);
-    gdk_window_add_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
+    gdk_window_add_filter(gtk_widget_get_window(window_), Callbacks::xFilter(), this);
+}
+
+/// What the X server sends to the window of a screen.
+GdkFilterFunc Screen::Callbacks::xFilter() {
+    return guarded([](GdkXEvent* event, GdkEvent* /*event*/, gpointer self) -> GdkFilterReturn {
+        Callbacks::onXEvent(*static_cast<const XEvent*>(event), *static_cast<Screen*>(self));
+        return GDK_FILTER_CONTINUE;
+    });
 }
 
 Screen::~Screen() {
-    gdk_window_remove_filter(gtk_widget_get_window(window_), &Callbacks::onXEvent, this);
+    gdk_window_remove_filter(gtk_widget_get_window(window_), Callbacks::xFilter(), this);
     if (content_ != nullptr) {
         g_signal_handlers_disconnect_by_data(content_, this);
         g_signal_handlers_disconnect_by_data(gtk_widget_get_parent(viewport_), this);
@@ -141,9 +202,11 @@ void Screen::setMenuBar(MenuBar& menuBar) {
     controls_.insert(controls_.end(), menuBar.controls().begin(), menuBar.controls().end());
 }
 
-void Screen::setContent(const Block& content) {
+void Screen::setContent(const Block& content, const Block& footer) {
     content_ = content.widget();
+    footer_ = footer.widget();
     controls_ = content.controls();
+    controls_.insert(controls_.end(), footer.controls().begin(), footer.controls().end());
     gtk_container_set_border_width(GTK_CONTAINER(content_), windowBorder);
 
     GtkWidget* const scroller = gtk_scrolled_window_new(nullptr, nullptr);
@@ -157,6 +220,10 @@ void Screen::setContent(const Block& content) {
     gtk_container_add(GTK_CONTAINER(scroller), viewport_);
     page_ = std::make_unique<ScrolledPage>(GTK_SCROLLED_WINDOW(scroller));
     gtk_box_pack_start(GTK_BOX(box_), scroller, TRUE, TRUE, 0);
+    if (footer_ != nullptr) {
+        gtk_container_set_border_width(GTK_CONTAINER(footer_), windowBorder);
+        gtk_box_pack_start(GTK_BOX(box_), footer_, FALSE, FALSE, 0);
+    }
     // A control that Tab reaches outside the visible part is scrolled into it.
     gtk_container_set_focus_vadjustment(
         GTK_CONTAINER(content_),
@@ -166,10 +233,19 @@ void Screen::setContent(const Block& content) {
         gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)));
     gtk_widget_show(viewport_);
     gtk_widget_show(scroller);
-    g_signal_connect(viewport_, "expose-event", G_CALLBACK(&Callbacks::onExposed), this);
-    g_signal_connect(scroller, "size-allocate", G_CALLBACK(&Callbacks::onScrollerAllocated), this);
-    g_signal_connect_after(content_, "size-request", G_CALLBACK(&Callbacks::onContentRequest),
-                           this);
+    connect(
+        viewport_, "expose-event",
+        [](GtkWidget* /*viewport*/, GdkEvent* /*event*/, Screen* self) -> gboolean {
+            self->isPainted_ = true;
+            return FALSE;
+        },
+        this);
+    connect(
+        scroller, "size-allocate",
+        [](GtkWidget* bars, const GtkAllocation* room, const Screen* self) {
+            Callbacks::onScrollerAllocated(bars, room, self);
+        },
+        this);
 
     for (Control* const control : controls_) {
         if (auto* const captioned = dynamic_cast<Captioned*>(control)) {
@@ -210,59 +286,63 @@ void Screen::setFocus(Control& control) {
 }
 
 void Screen::show() {
-    assignMnemonics();
-    GtkRequisition content;
-    gtk_widget_size_request(content_, &content);
-    int width = content.width;
-    int height = content.height;
-    if (menuBar_ != nullptr) {
-        GtkRequisition bar;
-        gtk_widget_size_request(menuBar_->widget(), &bar);
-        height += bar.height;
+    if (gtk_window_get_default_widget(GTK_WINDOW(window_)) == nullptr) {
+        // A window that is only read is closed by Escape.
+        const auto onKey = [](GtkWidget* /*window*/, const GdkEventKey* event,
+                              Screen* self) -> gboolean {
+            const bool isEscape = event->keyval == GDK_KEY_Escape;
+            if (isEscape) {
+                self->host_.close(*self);
+            }
+            return static_cast<gboolean>(isEscape);
+        };
+        connect(window_, "key-press-event", onKey, this);
     }
-    GdkScreen* const display = gtk_widget_get_screen(window_);
-    const int mostWidth = gdk_screen_get_width(display) - displayMargin;
-    const int mostHeight = gdk_screen_get_height(display) - displayMargin;
+    const GdkRectangle area = workArea(gtk_widget_get_screen(window_));
+    const GtkRequisition frame = frameSize();
+    // What stands above and below the content.
+    const auto bars = [this] {
+        GtkRequisition both = {0, 0};
+        for (GtkWidget* const bar : {menuBar_ == nullptr ? nullptr : menuBar_->widget(), footer_}) {
+            GtkRequisition size = {0, 0};
+            if (bar != nullptr) {
+                gtk_widget_size_request(bar, &size);
+            }
+            both = {std::max(both.width, size.width), both.height + size.height};
+        }
+        return both;
+    };
+    const int mostWidth = std::max(area.width - frame.width, 1);
+    const auto mostHeight = [&] { return std::max(area.height - frame.height - bars().height, 1); };
+    GtkRequisition wanted;
+    gtk_widget_size_request(content_, &wanted);
+    GtkRequisition content = wanted;
+    GtkWidget* const defaultButton = gtk_window_get_default_widget(GTK_WINDOW(window_));
+    GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
+    for (const Economy economy : {Economy::fewerLines, Economy::smallerGaps, Economy::shorterLines,
+                                  Economy::othersBelow, Economy::pages}) {
+        if (content.width > mostWidth || content.height > mostHeight()) {
+            for (GtkWidget* const part : {content_, footer_}) {
+                if (part != nullptr) {
+                    economize(part, economy, mostWidth);
+                }
+            }
+            gtk_widget_size_request(content_, &content);
+        }
+    }
+    // Parts that have moved to a page have lost these.
+    gtk_window_set_default(GTK_WINDOW(window_), defaultButton);
+    gtk_window_set_focus(GTK_WINDOW(window_), focus);
+    assignMnemonics();
     // The scroll bar of one direction must not make one of the other necessary.
     const int breadth = scrollBarBreadth(gtk_widget_get_parent(viewport_));
-    const bool scrollsSideways = width > mostWidth;
-    width += height > mostHeight ? breadth : 0;
-    height += scrollsSideways ? breadth : 0;
+    const int width = std::max({wanted.width, content.width, bars().width}) +
+                      (content.height > mostHeight() ? breadth : 0);
+    const int height =
+        std::max(wanted.height, content.height) + (content.width > mostWidth ? breadth : 0);
     gtk_window_set_default_size(GTK_WINDOW(window_), std::min(width, mostWidth),
-                                std::min(height, mostHeight));
-    requested_ = {0, 0, content.width, content.height};
+                                std::min(height, mostHeight()) + bars().height);
     gtk_widget_show(window_);
-}
-
-/// When a longer text asks for more room than before, and what stood before had fitted, the
-/// window grows; otherwise the content scrolls, in the size that the user gave the window.
-void Screen::growToFit() {
-    GtkRequisition content;
-    gtk_widget_get_child_requisition(content_, &content);
-    const Area before = std::exchange(requested_, Area{0, 0, content.width, content.height});
-    GtkAllocation room;
-    gtk_widget_get_allocation(viewport_, &room);
-    if (gtk_widget_get_mapped(window_) == FALSE || before.width == 0) {
-        return;
-    }
-    const bool isWider = content.width > room.width && before.width <= room.width;
-    const bool isHigher = content.height > room.height && before.height <= room.height;
-    if (!isWider && !isHigher) {
-        return;
-    }
-    GdkScreen* const display = gtk_widget_get_screen(window_);
-    int width = 0;
-    int height = 0;
-    gtk_window_get_size(GTK_WINDOW(window_), &width, &height);
-    if (isWider) {
-        width += content.width - room.width;
-    }
-    if (isHigher) {
-        height += content.height - room.height;
-    }
-    gtk_window_resize(GTK_WINDOW(window_),
-                      std::min(width, gdk_screen_get_width(display) - displayMargin),
-                      std::min(height, gdk_screen_get_height(display) - displayMargin));
 }
 
 void Screen::hide() {

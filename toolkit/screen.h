@@ -43,7 +43,8 @@ class Screen {
     const std::string& name() const { return name_; }
     std::string title() const;
     void setMenuBar(MenuBar& menuBar);
-    /// Shows the window, as large as its content asks for and the display allows.
+    /// Shows the window, as large as its content asks for and the display allows. It keeps this
+    /// size until the user gives it another one.
     void show();
     /// Hides the window from the user; it is not painted or active any more.
     void hide();
@@ -81,8 +82,9 @@ class Screen {
     ScreenHost& host() const { return host_; }
     /// Opens a window that only says more about this one: to come back from it is no activation.
     void openBeside(std::unique_ptr<Screen> screen);
-    /// Fills the window; to be called once, at the end of a screen's constructor.
-    void setContent(const Block& content);
+    /// Fills the window; to be called once, at the end of a screen's constructor. `footer` stays in
+    /// sight where the content has to scroll.
+    void setContent(const Block& content, const Block& footer = {});
     /// The button that Enter presses.
     void setDefault(Button& button);
     void setFocus(Control& control);
@@ -90,7 +92,6 @@ class Screen {
   private:
     struct Callbacks;
     void assignMnemonics();
-    void growToFit();
 
     ScreenHost& host_;
     std::string name_;
@@ -100,10 +101,10 @@ class Screen {
     GtkWidget* box_;
     GtkWidget* viewport_ = nullptr;
     GtkWidget* content_ = nullptr;
+    GtkWidget* footer_ = nullptr;
     MenuBar* menuBar_ = nullptr;
     std::unique_ptr<ScrolledPage> page_;
     std::vector<Control*> controls_;
-    Area requested_;
     bool isActive_ = false;
     bool isPainted_ = false;
     bool hasDialog_ = false;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "toolkit/event.h"
+
 namespace toolkit {
 
 namespace {
@@ -22,14 +24,12 @@ ScrolledPage::ScrolledPage(GtkScrolledWindow* scroller)
     setName(gtk_scrolled_window_get_vscrollbar(scroller), "ScrollBar1");
     setName(viewport, "Rectangle1");
     gtk_viewport_set_vadjustment(GTK_VIEWPORT(viewport), Rectangle1);
-    const auto onValueChanged = +[](GtkAdjustment* /*bar*/, gpointer self) {
-        static_cast<ScrolledPage*>(self)->ScrollBar1_ValueChanged();
-    };
-    const auto onResized = +[](GtkAdjustment* /*place*/, gpointer self) {
-        static_cast<ScrolledPage*>(self)->Event_Resizing();
-    };
-    g_signal_connect(ScrollBar1, "value-changed", G_CALLBACK(onValueChanged), this);
-    g_signal_connect(Rectangle1, "changed", G_CALLBACK(onResized), this);
+    connect(
+        ScrollBar1, "value-changed",
+        [](GtkAdjustment* /*bar*/, ScrolledPage* self) { self->ScrollBar1_ValueChanged(); }, this);
+    connect(
+        Rectangle1, "changed",
+        [](GtkAdjustment* /*place*/, ScrolledPage* self) { self->Event_Resizing(); }, this);
 }
 
 void ScrolledPage::ScrollBar1_ValueChanged() {

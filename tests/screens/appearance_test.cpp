@@ -116,8 +116,17 @@ TEST_F(AppearanceTest, EveryMnemonicStandsOnce) {
     EXPECT_TRUE(robot.control("dataEntryV").hasFocus());
 }
 
+TEST_F(AppearanceTest, ExplanationsAreClosedByEscapeAndScreensAreNot) {
+    openProcedure({{"H2O", "1"}}, "Spinodal", "SpinodalWindow");
+    robot.press("Escape");
+    robot.click("Explanations");
+    robot.use("ExplainSpinodal");
+    robot.press("Escape");
+    EXPECT_EQ(openScreens(), (std::vector<std::string>{"Start2Window", "SpinodalWindow"}));
+}
+
 TEST_F(AppearanceTest, NothingIsClippedAtTheDefaultSizeAndAtTwiceTheFont) {
-    for (const char* const font : {"Sans 10", "Sans 20"}) {
+    for (const char* const font : {"Sans 10", "Sans 20", "Sans 10"}) {
         g_object_set(gtk_settings_get_default(), "gtk-font-name", font, nullptr);
         SCOPED_TRACE(font);
         visitEveryScreen([&] {

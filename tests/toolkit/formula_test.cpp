@@ -1,31 +1,105 @@
-#include "toolkit/formula.h"
-
 #include <gtest/gtest.h>
 #include <pango/pangocairo.h>
 
 #include <memory>
-#include <utility>
+#include <string>
+#include <vector>
+
+#include "toolkit/formula/typesetter.h"
 
 namespace {
 
-using namespace toolkit::formula;
+constexpr int margin = 20;
+constexpr int side = 400;
 
-TEST(FormulaTest, ExponentsStandAboveTheLineAndIndicesBelow) {
-    const std::unique_ptr<PangoContext, decltype(&g_object_unref)> context(
-        pango_font_map_create_context(pango_cairo_font_map_get_default()), &g_object_unref);
-    const toolkit::Formula x = text("x");
-    const toolkit::Formula tall = fraction(x, x);
-    const auto sizeOf = [&context](const toolkit::Formula& formula) {
-        return toolkit::TypesetFormula(formula, {context.get(), 20.0}).size();
-    };
-    for (const auto& [above, below] : {std::pair(sup(x, tall), sub(x, tall)),
-                                       {fraction(tall, x), fraction(x, tall)},
-                                       {big("∑", x, tall), big("∑", tall, x)},
-                                       {big("∫", x, tall), big("∫", tall, x)}}) {
-        EXPECT_GT(sizeOf(above).ascent, sizeOf(below).ascent) << above.plainText();
-        EXPECT_LT(sizeOf(above).descent, sizeOf(below).descent) << above.plainText();
-        EXPECT_GT(sizeOf(above).width, sizeOf(x).width);
+/// A formula set and drawn large, and its ink.
+class Picture {
+  public:
+    explicit Picture(const char* source) {
+        const std::unique_ptr<PangoContext, decltype(&g_object_unref)> context(
+            pango_font_map_create_context(pango_cairo_font_map_get_default()), &g_object_unref);
+        box = toolkit::typeset(source, context.get(), 30.0);
+        cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_A8, side, side);
+        cairo_t* const cairo = cairo_create(surface);
+        box.draw(cairo, margin, side / 2);
+        cairo_surface_flush(surface);
+        const unsigned char* const pixels = cairo_image_surface_get_data(surface);
+        const int stride = cairo_image_surface_get_stride(surface);
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x) {
+                ink.push_back(pixels[y * stride + x] > 100);
+            }
+        }
+        cairo_destroy(cairo);
+        cairo_surface_destroy(surface);
     }
+
+    bool isWithinItsExtents() const {
+        bool isWithin = true;
+        for (int i = 0; i < side * side; ++i) {
+            const int x = i % side - margin;
+            const int y = i / side - side / 2;
+            isWithin =
+                isWithin &&
+                (!ink[static_cast<std::size_t>(i)] ||
+                 (x >= -1 && x <= box.width + 1 && y >= -box.ascent - 1 && y <= box.descent + 1));
+        }
+        return isWithin;
+    }
+
+    /// How many pieces of ink stand apart from each other.
+    int pieces() const {
+        std::vector<bool> rest = ink;
+        int count = 0;
+        for (int start = 0; start < side * side; ++start) {
+            std::vector<int> open(rest[static_cast<std::size_t>(start)] ? 1 : 0, start);
+            count += static_cast<int>(open.size());
+            while (!open.empty()) {
+                const int i = open.back();
+                open.pop_back();
+                for (const int next : {i, i - 1, i + 1, i - side, i + side, i - side - 1,
+                                       i - side + 1, i + side - 1, i + side + 1}) {
+                    if (rest[static_cast<std::size_t>(next)]) {
+                        rest[static_cast<std::size_t>(next)] = false;
+                        open.push_back(next);
+                    }
+                }
+            }
+        }
+        return count;
+    }
+
+    toolkit::FormulaBox box;
+
+  private:
+    std::vector<bool> ink;
+};
+
+TEST(FormulaTest, PiecesStandApartAndWithinTheRoomOfTheFormula) {
+    struct Case {
+        const char* source;
+        int pieces;
+    };
+    for (const auto& [source, pieces] : std::initializer_list<Case>{{"P = a", 4},
+                                                                    {"\\frac{a}{V − b}", 5},
+                                                                    {"x_a^2", 3},
+                                                                    {"T_{\\up{c,}a}^2", 5},
+                                                                    {"\\sqrt{ab}", 3},
+                                                                    {"\\sum{a}x", 3},
+                                                                    {"\\int_V^2  x", 4},
+                                                                    {"[(\\frac{a}{b})_x − V]", 10},
+                                                                    {"x_{a_{b}}", 3}}) {
+        const Picture picture(source);
+        EXPECT_EQ(picture.pieces(), pieces) << source;
+        EXPECT_TRUE(picture.isWithinItsExtents()) << source;
+    }
+}
+
+TEST(FormulaTest, WhatIsAboveStandsAboveAndBracketsGrow) {
+    const auto boxOf = [](const char* source) { return Picture(source).box; };
+    EXPECT_GT(boxOf("x^a").ascent, boxOf("x_a").ascent);
+    EXPECT_LT(boxOf("\\frac{x_a}{x}").descent, boxOf("\\frac{x}{x_a}").descent);
+    EXPECT_GT(boxOf("(\\frac{a}{b})").ascent, boxOf("\\frac{a}{b}").ascent);
 }
 
 }  // namespace
