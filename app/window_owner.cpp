@@ -34,6 +34,11 @@ void WindowOwner::close(toolkit::Screen& screen) {
     screen.hide();
     closed_.push_back(std::move(*found));
     windows_.erase(found);
+    for (toolkit::Screen* const other : screens()) {
+        if (other->closesWith(screen)) {
+            close(*other);
+        }
+    }
     if (endsProcess || windows_.empty()) {
         quit();
         return;

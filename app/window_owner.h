@@ -16,6 +16,7 @@ class WindowOwner : public toolkit::ScreenHost {
     ~WindowOwner() override;
 
     void open(std::unique_ptr<toolkit::Screen> screen) override;
+    /// Closes also the windows that go with the screen.
     void close(toolkit::Screen& screen) override;
     void refresh() override;
     /// Closes all windows and leaves the main loop.

@@ -1,6 +1,6 @@
 // How long the screens take to open, beside a GTK+ 2 window with a line of text in the same
-// process, and how long a long table takes from the click until it and its plot are painted, beside
-// a plain loop that computes the same pressures.
+// process, how long a long table takes from the click until it and its plot are painted, beside
+// a plain loop that computes the same pressures, and how long the plot takes to be drawn again.
 #include <gtk/gtk.h>
 
 #include <algorithm>
@@ -35,6 +35,7 @@
 #include "procedures/volume_window.h"
 #include "toolkit/application.h"
 #include "toolkit/entry.h"
+#include "toolkit/plot.h"
 
 namespace {
 
@@ -150,6 +151,27 @@ double plainLoop(std::size_t count, bool isIsochore) {
         .count();
 }
 
+/// The processor time until a plot is on the display again after its view was zoomed or moved.
+void timeRedraw(toolkit::Plot& plot, const std::string& screen, std::size_t count) {
+    constexpr int repetitions = 41;
+    std::vector<double> times;
+    const toolkit::PlotLimits first = plot.view().limits();
+    for (int i = 0; i < repetitions; ++i) {
+        toolkit::PlotLimits limits = first;
+        const double share = i / (2.0 * repetitions);  // zoomed in to half, and moved on the way
+        limits.x.high -= share * (first.x.high - first.x.low);
+        limits.y.low += 0.5 * share * (first.y.high - first.y.low);
+        const double start = workedTime();
+        plot.setLimits(limits);
+        gdk_window_process_updates(gtk_widget_get_window(plot.widget()), FALSE);
+        gdk_display_sync(gdk_display_get_default());
+        times.push_back(workedTime() - start);
+    }
+    std::printf("%-16s %8zu points: %7.1f ms to zoom or move its plot, %.1f ms at most\n",
+                screen.c_str(), count, median(times),
+                *std::max_element(times.begin(), times.end()));
+}
+
 /// Fills the screen's `fixed` entry, its range of `count` points, and clicks.
 template <class Window>
 void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText, char range,
@@ -171,7 +193,7 @@ void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText
             gdk_display_sync(gdk_display_get_default());
         }
     };
-    paint();  // the first plot loads its library
+    paint();
     constexpr int repetitions = 5;
     std::vector<double> times;
     std::vector<double> plain;
@@ -185,6 +207,7 @@ void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText
     }
     std::printf("%-16s %8zu points: %7.1f ms, plain loop %6.3f ms\n", screen.name().c_str(), count,
                 median(times), median(plain));
+    timeRedraw(dynamic_cast<toolkit::Plot&>(*screen.control("Plot")), screen.name(), count);
     owner.close(screen);
     toolkit::handlePendingEvents();
 }

@@ -251,11 +251,11 @@ void CriticalPointWindow::plot() {
     const toolkit::PlotPoint place = placeOf({pseudo.T, pseudo.P, pseudo.V});
     pseudoPoint.add(place.x, place.y);
     if (AxesDT.isOn()) {
-        plotPanel.setAxes("Density", densityUnit, "Temperature", temperature.unitText());
+        plotPanel.setAxes("Density", densityUnit, "Temperature", temperature.scale().symbol());
     } else if (AxesVP.isOn()) {
         plotPanel.setAxes("Molar Volume", volumeUnit, "Pressure", "MPa");
     } else {
-        plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");
+        plotPanel.setAxes("Temperature", temperature.scale().symbol(), "Pressure", "MPa");
     }
     plotPanel.show({std::move(bubble), std::move(dew), std::move(spinodal), std::move(critical),
                     std::move(metastable), std::move(unstable), std::move(pseudoPoint)},

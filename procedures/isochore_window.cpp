@@ -169,7 +169,7 @@ void IsochoreWindow::showUnits() {
     range.setQuantity("Temperature", unit);
     table.ListBox1.setHeads(IsochoreTable::heads(temperature.scale()));
     list.ListBox1.setHeads(InclusionList::heads(temperature.scale()));
-    plotPanel.setAxes("Temperature", unit, "Pressure", "MPa");
+    plotPanel.setAxes("Temperature", temperature.scale().symbol(), "Pressure", "MPa");
 }
 
 // --- What is typed

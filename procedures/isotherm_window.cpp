@@ -4,15 +4,17 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "model/composition.h"
+#include "model/critical_point.h"
 #include "model/spinodal.h"
 #include "model/van_der_waals.h"
+#include "procedures/phase_curves.h"
 #include "procedures/phase_sentences.h"
 #include "procedures/stability_text.h"
 #include "toolkit/layout.h"
@@ -27,35 +29,12 @@ using toolkit::PlotSeries;
 
 constexpr int visibleRows = 8;
 
-/// A line for each state, which meet where the state changes.
-class StateLines {
-  public:
-    StateLines() {
-        using Style = PlotSeries::Style;
-        constexpr std::array<Style, 4> styles = {Style::line, Style::dashed, Style::dotted,
-                                                 Style::dotted};
-        for (std::size_t i = 0; i < lines_.size(); ++i) {
-            lines_[i] = PlotSeries(stabilityName(static_cast<Stability>(i)), styles[i], i);
-        }
-    }
-
-    /// The line of that state, which from here on starts at (V, P).
-    PlotSeries& from(Stability state, double V, double P) {
-        PlotSeries& line = lines_[static_cast<std::size_t>(state)];
-        if (line.x.empty() || line.x.back() != V) {
-            if (!line.x.empty()) {
-                line.add(std::numeric_limits<double>::quiet_NaN(), 0.0);
-            }
-            line.add(V, P);
-        }
-        return line;
-    }
-
-    std::vector<PlotSeries> take() { return {lines_.begin(), lines_.end()}; }
-
-  private:
-    std::array<PlotSeries, 4> lines_;
-};
+PlotSeries::Style styleOf(Stability state) {
+    constexpr std::array<PlotSeries::Style, 4> styles = {
+        PlotSeries::Style::line, PlotSeries::Style::dashed, PlotSeries::Style::dotted,
+        PlotSeries::Style::dashDotted};
+    return styles[static_cast<std::size_t>(state)];
+}
 
 }  // namespace
 
@@ -173,10 +152,12 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
     const auto [smallest, largest] = std::minmax({volumes.front(), volumes.back()});
     std::map<std::string, PlotSeries> points;
     PlotSeries spinodal("spinodal", PlotSeries::Style::markers, 2);
+    std::vector<double> marked;  // pressures
     const auto mark = [&, low = smallest, high = largest](PlotSeries& series, double V, double P) {
         if (V >= low && V <= high) {
             volumes.push_back(V);
             series.add(V, P);
+            marked.push_back(P);
         }
     };
     for (const fluid::BoundaryPoint& point : stability.boundaries()) {
@@ -192,35 +173,39 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
         mark(spinodal, V, fluid::PressureVdW(a, b, T, V));
     }
     std::sort(volumes.begin(), volumes.end());
-    // Between few rows the curve bends visibly.
-    constexpr std::size_t smooth = 400;
-    const std::size_t pieces = 1 + smooth / volumes.size();
-    StateLines lines;
-    double V = volumes.front();
-    double P = fluid::PressureVdW(a, b, T, V);
-    lines.from(stability.at(V), V, P);
-    for (const double next : volumes) {
-        if (!(next > V)) {
+    const std::string given = toolkit::numberText(dataEntryT.number());
+    PlotSeries curve("isotherm " + given + " " + temperature.scale().symbol());
+    std::optional<Stability> before;
+    for (const double V : volumes) {
+        if (!curve.x.empty() && !(V > curve.x.back())) {
             continue;
         }
-        PlotSeries& line = lines.from(stability.at(0.5 * (V + next)), V, P);
-        for (std::size_t k = 1; k < pieces; ++k) {
-            const double share = static_cast<double>(k) / static_cast<double>(pieces);
-            const double between = b + (V - b) * std::pow((next - b) / (V - b), share);
-            if (between > V && between < next) {
-                line.add(between, fluid::PressureVdW(a, b, T, between));
-            }
+        const Stability state = stability.at(curve.x.empty() ? V : 0.5 * (curve.x.back() + V));
+        if (state != before) {
+            curve.change(stabilityName(state), styleOf(state));
         }
-        V = next;
-        P = fluid::PressureVdW(a, b, T, V);
-        line.add(V, P);
+        before = state;
+        curve.add(V, fluid::PressureVdW(a, b, T, V));
     }
-    std::vector<PlotSeries> series = lines.take();
-    series.push_back(std::move(spinodal));
+    curve.between = [a, b, T, Vs = curve.x](std::size_t i, double share) -> toolkit::PlotPoint {
+        const double V = std::lerp(Vs[i], Vs[i + 1], share);
+        return {V, fluid::PressureVdW(a, b, T, V)};
+    };
+    // The loop matters, not the steep branch of the liquid.
+    toolkit::FirstView view{.isLogarithmicX = true};
+    if (!marked.empty()) {
+        const auto [lowest, highest] = std::minmax_element(marked.begin(), marked.end());
+        const double critical = ShownPressures(fluid::FindCriticalPoints(mixture_)).highest;
+        constexpr double room = 0.1;
+        const double top = std::max(*highest, critical);
+        const double bottom = std::min(*lowest, 0.0);
+        view.y = {bottom - room * (top - bottom), top + room * (top - bottom)};
+    }
+    std::vector<PlotSeries> series = {std::move(curve), std::move(spinodal)};
     for (auto& [name, marks] : points) {
         series.push_back(std::move(marks));
     }
-    plotPanel.show(std::move(series), {.isLogarithmicX = true});
+    plotPanel.show(std::move(series), view, given + (temperature.Kelvin.isOn() ? "K" : "C"));
 }
 
 }  // namespace procedures

@@ -1,7 +1,9 @@
 #include "procedures/phase_curves.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <utility>
 
 #include "model/fluid_model.h"
 
@@ -47,6 +49,25 @@ void addCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>&
         isGap = false;
         series.add(x(point), point.P);
     }
+}
+
+toolkit::PlotSeries throughStates(
+    toolkit::PlotSeries series, const std::vector<std::vector<fluid::StatePoint>>& pieces,
+    const ShownPressures& shown, const std::function<double(const fluid::StatePoint&)>& x,
+    const std::function<std::optional<fluid::StatePoint>(double V)>& stateAt) {
+    toolkit::PlotSeries volumes;  // at the same points
+    for (const auto& piece : pieces) {
+        addCurve(series, piece, shown, x);
+        addCurve(volumes, piece, shown, [](const fluid::StatePoint& point) { return point.V; });
+    }
+    series.between = [V = std::move(volumes.x), xs = series.x, ys = series.y, x, stateAt](
+                         std::size_t i, double share) -> toolkit::PlotPoint {
+        const auto state = stateAt(std::lerp(V[i], V[i + 1], share));
+        return state ? toolkit::PlotPoint{x(*state), state->P}
+                     : toolkit::PlotPoint{std::lerp(xs[i], xs[i + 1], share),
+                                          std::lerp(ys[i], ys[i + 1], share)};
+    };
+    return series;
 }
 
 }  // namespace procedures

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "model/critical_point.h"
@@ -28,5 +29,12 @@ struct ShownPressures {
 void addCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>& curve,
               const ShownPressures& shown,
               const std::function<double(const fluid::StatePoint&)>& x);
+
+/// A series through the pieces of such a curve, between whose points the states are read that
+/// `stateAt` gives at a molar volume in cm3/mol.
+toolkit::PlotSeries throughStates(
+    toolkit::PlotSeries series, const std::vector<std::vector<fluid::StatePoint>>& pieces,
+    const ShownPressures& shown, const std::function<double(const fluid::StatePoint&)>& x,
+    const std::function<std::optional<fluid::StatePoint>(double V)>& stateAt);
 
 }  // namespace procedures

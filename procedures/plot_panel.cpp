@@ -1,24 +1,43 @@
 #include "procedures/plot_panel.h"
 
-#include <optional>
+#include <filesystem>
+#include <map>
 #include <utility>
 
+#include "model/composition.h"
+#include "procedures/composition_text.h"
 #include "toolkit/clipboard.h"
 #include "toolkit/file_chooser.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/plot_picture.h"
+#include "toolkit/plot_reading.h"
+#include "toolkit/plot_window.h"
 
 namespace procedures {
+
+namespace {
+
+constexpr std::size_t pageSize = 1;  // the picture size proposed
+
+/// What was written under the names of this session's files, without their extensions.
+std::map<std::string, std::string>& writtenNames() {
+    static std::map<std::string, std::string> names;
+    return names;
+}
+
+void tell(toolkit::Message& message, const std::string& path,
+          const std::optional<std::string>& failure) {
+    failure ? message.setText(*failure) : message.inform(toolkit::shownName(path) + " was written");
+}
+
+}  // namespace
 
 void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
                 const std::string& fileName, const std::vector<std::string>& extensions,
                 std::function<std::optional<std::string>(const std::string& path)> write) {
     toolkit::chooseFileToSave(screen, title, fileName + extensions.front(), extensions,
                               [&message, write = std::move(write)](const std::string& path) {
-                                  const std::optional<std::string> failure = write(path);
-                                  failure
-                                      ? message.setText(*failure)
-                                      : message.inform(toolkit::shownName(path) + " was written");
+                                  tell(message, path, write(path));
                               });
 }
 
@@ -28,20 +47,36 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
       screen_(screen),
       message_(message),
       table_(table),
-      fileName_(std::move(fileName)) {
-    ReadOut.setUnobtrusive();
+      fileName_(std::move(fileName)),
+      limits_(plot, message) {
     SavePicture.onClick(this, &PlotPanel::SavePicture_Action);
+    CopyPicture.onClick(this, &PlotPanel::CopyPicture_Action);
+    ExportCurves.onClick(this, &PlotPanel::ExportCurves_Action);
+    Enlarge.onClick(this, &PlotPanel::Enlarge_Action);
     Copy.onClick(this, &PlotPanel::Copy_Action);
-    plot.onChange([this] { ReadOut.setText(plot.reading()); });
+    for (toolkit::Button* const button : {&CopyPicture, &ExportCurves, &Enlarge}) {
+        button->dropMnemonic();
+    }
+    plot.onChange([this] {
+        if (ReadOut.text() != plot.reading()) {
+            ReadOut.setText(plot.reading());
+        }
+        limits_.update();
+    });
     SavePicture.setTooltip("Saves the plot as an SVG, PDF or PNG file");
+    CopyPicture.setTooltip("Puts the plot on the clipboard");
+    ExportCurves.setTooltip("Writes the points of the curves to a text file");
+    Enlarge.setTooltip("Shows the plot in a window of its own (F11)");
     Copy.setTooltip("Copies the table, to be pasted into a spreadsheet");
+    screen.setKeys(Enlarge, "F11");
 }
 
 toolkit::Block PlotPanel::block() {
-    constexpr double width = 24.0;  // lines of text
-    constexpr double height = 22.0;
-    return toolkit::column(
-        {plot.sized(width, height), ReadOut, toolkit::buttonRow({SavePicture, Copy})});
+    constexpr double width = 23.0;  // lines of text
+    constexpr double height = 18.0;
+    return toolkit::column({plot.sized(width, height), ReadOut, limits_.block(),
+                            toolkit::row({SavePicture, CopyPicture, ExportCurves, Enlarge, Copy},
+                                         toolkit::Spacing::related)});
 }
 
 void PlotPanel::setAxes(const std::string& x, const std::string& xUnit, const std::string& y,
@@ -49,16 +84,81 @@ void PlotPanel::setAxes(const std::string& x, const std::string& xUnit, const st
     plot.setAxes({x, xUnit}, {y, yUnit});
 }
 
-void PlotPanel::SavePicture_Action() {
+void PlotPanel::show(std::vector<toolkit::PlotSeries> series, const toolkit::FirstView& first,
+                     const std::string& given) {
+    given_ = given;
+    plot.setTitle(compositionTitle(fluid::AcceptedMixture()));
+    plot.show(std::move(series), first);
+}
+
+bool PlotPanel::hasPlot() {
     if (plot.isEmpty()) {
-        message_.setText("warning: there is no picture to save yet");
+        message_.setText("warning: there is no plot to save yet");
+    }
+    return !plot.isEmpty();
+}
+
+std::string PlotPanel::proposedName() const {
+    const std::string name =
+        fileName_ + "-" + compositionName(fluid::AcceptedMixture()) + (given_.empty() ? "" : "-" + given_);
+    const std::string curves = toolkit::curvesText(plot.content());
+    std::string proposed = name;
+    const auto& written = writtenNames();
+    for (int i = 2;; ++i) {
+        const auto found = written.find(proposed);
+        if (found == written.end() || found->second == curves) {
+            return proposed;
+        }
+        proposed = name + "-" + std::to_string(i);
+    }
+}
+
+void PlotPanel::tellWritten(const std::string& path, const std::optional<std::string>& failure) {
+    if (!failure) {
+        writtenNames()[std::filesystem::path(path).stem().string()] =
+            toolkit::curvesText(plot.content());
+    }
+    tell(message_, path, failure);
+}
+
+void PlotPanel::SavePicture_Action() {
+    if (!hasPlot()) {
         return;
     }
-    saveToFile(screen_, message_, "Save picture", fileName_, {".svg", ".pdf", ".png"},
-               [this](const std::string& path) {
-                   return toolkit::savePlot(path, toolkit::pictureSizes[1], plot.content(),
-                                            plot.view());
-               });
+    std::vector<std::string> sizes;
+    for (const toolkit::PictureSize& size : toolkit::pictureSizes) {
+        sizes.emplace_back(size.name);
+    }
+    toolkit::chooseFileToSave(
+        screen_, "Save picture", proposedName() + ".svg", {".svg", ".pdf", ".png"}, sizes, pageSize,
+        [this](const std::string& path, std::size_t size) {
+            tellWritten(path, toolkit::savePlot(path, toolkit::pictureSizes[size], plot.content(),
+                                                plot.view()));
+        });
+}
+
+void PlotPanel::CopyPicture_Action() {
+    if (!hasPlot()) {
+        return;
+    }
+    const auto failure =
+        toolkit::copyPlot(toolkit::pictureSizes[pageSize], plot.content(), plot.view());
+    failure ? message_.setText(*failure) : message_.inform("the picture is on the clipboard");
+}
+
+void PlotPanel::ExportCurves_Action() {
+    if (!hasPlot()) {
+        return;
+    }
+    toolkit::chooseFileToSave(
+        screen_, "Export curves", proposedName() + ".txt", {".txt"},
+        [this](const std::string& path) {
+            tellWritten(path, toolkit::writeFile(path, toolkit::curvesText(plot.content())));
+        });
+}
+
+void PlotPanel::Enlarge_Action() {
+    toolkit::PlotWindow::open(screen_, plot);
 }
 
 void PlotPanel::Copy_Action() {

@@ -1,12 +1,16 @@
 #include "procedures/spinodal_window.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "model/composition.h"
 #include "model/critical_point.h"
+#include "model/spinodal.h"
+#include "model/van_der_waals.h"
 #include "procedures/explanations.h"
 #include "procedures/phase_curves.h"
 #include "toolkit/layout.h"
@@ -140,7 +144,7 @@ void SpinodalWindow::plotChosen() {
     if (PlotV.isOn()) {
         plotPanel.setAxes("Molar Volume", volumeUnit, "Pressure", "MPa");
     } else {
-        plotPanel.setAxes("Temperature", temperature.unitText(), "Pressure", "MPa");
+        plotPanel.setAxes("Temperature", temperature.scale().symbol(), "Pressure", "MPa");
     }
     plot();
 }
@@ -204,28 +208,39 @@ void SpinodalWindow::plot() {
     if (!limits_) {
         return;
     }
-    ShownPressures shown(fluid::FindCriticalPoints(mixture_));
-    shown.lowest = -std::numeric_limits<double>::infinity();
-    const auto x = [this](const StatePoint& point) {
-        return PlotV.isOn() ? point.V : temperature.fromKelvin(point.T);
+    const ShownPressures matter(fluid::FindCriticalPoints(mixture_));
+    ShownPressures all = matter;
+    all.lowest = -std::numeric_limits<double>::infinity();
+    toolkit::FirstView view{.y = toolkit::PlotRange{matter.lowest, matter.highest},
+                            .isLogarithmicX = PlotV.isOn()};
+    const auto x = [isV = PlotV.isOn(), scale = temperature.scale()](const StatePoint& point) {
+        return isV ? point.V : scale.fromKelvin(point.T);
     };
-    PlotSeries diffusional(limits_->isPure() ? "spinodal" : "diffusional spinodal");
-    PlotSeries mechanical("mechanical spinodal", PlotSeries::Style::dashed, 1);
+    const auto through = [&](PlotSeries series, const SpinodalTable::Curves& pieces,
+                             fluid::SpinodalKind kind) {
+        const fluid::Spinodal limit = fluid::SpinodalOf(mixture_, kind);
+        const auto stateAt = [mixture = mixture_, limit](double V) {
+            const double T = limit.temperature(V);
+            return std::optional(
+                StatePoint{T, fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V), V});
+        };
+        return throughStates(std::move(series), pieces, all, x, stateAt);
+    };
     PlotSeries marks("in the table", PlotSeries::Style::markers, 2);
-    for (const auto& curve : limits_->diffusional()) {
-        addCurve(diffusional, curve, shown, x);
-    }
-    for (const auto& curve : limits_->mechanical()) {
-        addCurve(mechanical, curve, shown, x);
-    }
     constexpr std::size_t mostMarks = 12;
     for (const SpinodalTable::Limit& limit : limits_->limits()) {
         if (limits_->count() <= mostMarks) {
             marks.add(x(limit.state), limit.state.P);
+            view.y->low = std::min(view.y->low, limit.state.P);
+            view.y->high = std::max(view.y->high, limit.state.P);
         }
     }
-    plotPanel.show({std::move(diffusional), std::move(mechanical), std::move(marks)},
-                   {.isLogarithmicX = PlotV.isOn()});
+    plotPanel.show({through(PlotSeries(limits_->isPure() ? "spinodal" : "diffusional spinodal"),
+                            limits_->diffusional(), fluid::SpinodalKind::Diffusional),
+                    through(PlotSeries("mechanical spinodal", PlotSeries::Style::dashed, 1),
+                            limits_->mechanical(), fluid::SpinodalKind::Mechanical),
+                    std::move(marks)},
+                   view);
 }
 
 }  // namespace procedures

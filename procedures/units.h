@@ -13,6 +13,8 @@ struct TemperatureScale {
     const char* name = "Kelvin";
     double zero = 0.0;
 
+    /// As it stands in a plot.
+    std::string symbol() const { return zero == 0.0 ? "K" : "\u00B0C"; }
     double toKelvin(double number) const { return number + zero; }
     double fromKelvin(double kelvin) const { return kelvin - zero; }
     bool isKelvin() const { return zero == 0.0; }

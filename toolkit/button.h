@@ -19,10 +19,14 @@ class Button : public Control, public Captioned {
 
     std::string caption() const override { return caption_; }
     void underline(std::size_t position) override;
+    bool canCarryMnemonic() const override { return hasMnemonic_; }
+    /// Leaves the letters to others, where a window has more captions than there are letters.
+    void dropMnemonic() { hasMnemonic_ = false; }
     void setMnemonicsChanged(Handler /*changed*/) override {}  // its caption never changes
 
   private:
     std::string caption_;
+    bool hasMnemonic_ = true;
     Handler click_;
 };
 

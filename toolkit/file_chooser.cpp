@@ -23,18 +23,41 @@ struct Chooser {
     Screen& screen;
     GtkWidget* dialog;
     std::vector<std::string> extensions;
-    std::function<void(const std::string&)> chosen;
+    std::function<void(const std::string&, std::size_t)> chosen;
     std::string path;
+    GtkWidget* kinds = nullptr;  // where they can be chosen
+    GtkWidget* sizes = nullptr;
 
     void accept();
+    void offer(const std::vector<std::string>& sizeNames, std::size_t proposedSize);
+    void changeKind();
     void askToReplace();
     void finish();
 };
 
+/// Puts the entry of the name into `found`, if it is in `widget`.
+void findNameEntry(GtkWidget* widget, gpointer found) {
+    if (std::string_view(G_OBJECT_TYPE_NAME(widget)) == "GtkFileChooserEntry") {
+        *static_cast<GtkWidget**>(found) = widget;
+    } else if (GTK_IS_CONTAINER(widget)) {
+        gtk_container_forall(GTK_CONTAINER(widget), &findNameEntry, found);
+    }
+}
+
 /// The path in the file system's own encoding; empty where there is none.
 std::string pathIn(GtkWidget* dialog) {
+    // The dialog takes what is typed only while the focus is there, or was there last.
+    GtkWidget* entry = nullptr;
+    findNameEntry(dialog, &entry);
+    GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(dialog));
+    if (entry != nullptr) {
+        gtk_widget_grab_focus(entry);
+    }
     const std::unique_ptr<char, decltype(&g_free)> name(
         gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(dialog)), &g_free);
+    if (focus != nullptr) {
+        gtk_widget_grab_focus(focus);
+    }
     return name != nullptr ? name.get() : "";
 }
 
@@ -45,11 +68,39 @@ std::string& lastFolder() {
     return folder;
 }
 
-std::string completed(const std::string& path, const std::vector<std::string>& extensions) {
-    const bool isComplete = std::any_of(
+/// The number chosen in a box; 0 where there is no box.
+std::size_t chosenIn(GtkWidget* box) {
+    return box == nullptr ? 0
+                          : static_cast<std::size_t>(
+                                std::max(gtk_combo_box_get_active(GTK_COMBO_BOX(box)), 0));
+}
+
+/// The extension that the path ends with; beyond the last one where it has none of them.
+std::size_t kindOf(const std::string& path, const std::vector<std::string>& extensions) {
+    const auto found = std::find_if(
         extensions.begin(), extensions.end(),
         [&path](const std::string& extension) { return hasExtension(path, extension); });
-    return isComplete ? path : path + extensions.front();
+    return static_cast<std::size_t>(found - extensions.begin());
+}
+
+/// A box to choose one of these texts in, behind a caption in a row.
+GtkWidget* addChoice(GtkWidget* row, const char* caption, const std::vector<std::string>& texts,
+                     std::size_t chosen) {
+    GtkWidget* const label = gtk_label_new_with_mnemonic(caption);
+    GtkWidget* const box = gtk_combo_box_text_new();
+    for (const std::string& text : texts) {
+        gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(box), text.c_str());
+    }
+    gtk_combo_box_set_active(GTK_COMBO_BOX(box), static_cast<gint>(chosen));
+    gtk_label_set_mnemonic_widget(GTK_LABEL(label), box);
+    // With the focus here, too, "Save" is what the dialog presses when it has looked at the name.
+    const auto passOn = +[](GtkWidget* part, gpointer /*data*/) {
+        g_object_set(part, "receives-default", FALSE, nullptr);
+    };
+    gtk_container_forall(GTK_CONTAINER(box), passOn, nullptr);
+    gtk_box_pack_start(GTK_BOX(row), label, FALSE, FALSE, 0);
+    gtk_box_pack_start(GTK_BOX(row), box, FALSE, FALSE, 0);
+    return box;
 }
 
 /// While a folder is being read, what shows it is empty, and GTK+ does not bear that it is clicked:
@@ -94,7 +145,8 @@ void Chooser::accept() {
     if (typed.empty()) {
         return;
     }
-    path = completed(typed, extensions);
+    const bool isComplete = kindOf(typed, extensions) < extensions.size();
+    path = isComplete ? typed : typed + extensions[chosenIn(kinds)];
     // Where the dialog finds a name now, it adds the file to the recently used ones of all
     // programs.
     gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), "");
@@ -103,6 +155,45 @@ void Chooser::accept() {
         askToReplace();
     } else {
         finish();
+    }
+}
+
+void Chooser::offer(const std::vector<std::string>& sizeNames, std::size_t proposedSize) {
+    constexpr int spacing = 12;
+    GtkWidget* const row = gtk_hbox_new(FALSE, spacing);
+    std::vector<std::string> names;
+    for (const std::string& extension : extensions) {
+        names.push_back(extension.substr(1));
+        std::transform(names.back().begin(), names.back().end(), names.back().begin(),
+                       [](char letter) { return g_ascii_toupper(letter); });
+    }
+    kinds = addChoice(row, "_Kind", names, 0);
+    sizes = addChoice(row, "Si_ze", sizeNames, proposedSize);
+    const auto onKind = +[](GtkComboBox* /*box*/, gpointer data) {
+        runHandler([data] { static_cast<Chooser*>(data)->changeKind(); }, "chooseFileToSave");
+    };
+    g_signal_connect(kinds, "changed", G_CALLBACK(onKind), this);
+    gtk_widget_show_all(row);
+    gtk_file_chooser_set_extra_widget(GTK_FILE_CHOOSER(dialog), row);
+}
+
+/// Gives the name that stands in the dialog the extension of the kind.
+void Chooser::changeKind() {
+    std::filesystem::path name = std::filesystem::path(pathIn(dialog)).filename();
+    if (name.empty()) {
+        return;
+    }
+    const std::size_t before = kindOf(name.string(), extensions);
+    std::string stem = name.string();
+    if (before < extensions.size()) {
+        stem.resize(stem.size() - extensions[before].size());
+    }
+    const std::unique_ptr<char, decltype(&g_free)> shown(
+        g_filename_to_utf8((stem + extensions[chosenIn(kinds)]).c_str(), -1, nullptr, nullptr,
+                           nullptr),
+        &g_free);
+    if (shown != nullptr) {
+        gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), shown.get());
     }
 }
 
@@ -129,9 +220,10 @@ void Chooser::askToReplace() {
 void Chooser::finish() {
     const auto function = std::move(chosen);
     const std::string file = path;
+    const std::size_t size = chosenIn(sizes);
     lastFolder() = std::filesystem::path(file).parent_path().string();
     gtk_widget_destroy(dialog);  // and this object with it
-    runHandler([&function, &file] { function(file); }, "chooseFileToSave");
+    runHandler([&] { function(file, size); }, "chooseFileToSave");
 }
 
 }  // namespace
@@ -145,6 +237,16 @@ bool hasExtension(const std::string& path, const std::string& extension) {
 void chooseFileToSave(Screen& screen, const std::string& title, const std::string& proposedName,
                       std::vector<std::string> extensions,
                       std::function<void(const std::string& path)> chosen) {
+    chooseFileToSave(screen, title, proposedName, std::move(extensions), {}, 0,
+                     [chosen = std::move(chosen)](const std::string& path, std::size_t /*size*/) {
+                         chosen(path);
+                     });
+}
+
+void chooseFileToSave(Screen& screen, const std::string& title, const std::string& proposedName,
+                      std::vector<std::string> extensions, const std::vector<std::string>& sizes,
+                      std::size_t proposedSize,
+                      std::function<void(const std::string& path, std::size_t size)> chosen) {
     GtkWidget* const dialog = gtk_file_chooser_dialog_new(
         title.c_str(), GTK_WINDOW(screen.window()), GTK_FILE_CHOOSER_ACTION_SAVE, "_Cancel",
         GTK_RESPONSE_CANCEL, "_Save", GTK_RESPONSE_ACCEPT, nullptr);
@@ -159,6 +261,9 @@ void chooseFileToSave(Screen& screen, const std::string& title, const std::strin
     screen.dialogOpens();
     auto chooser = std::make_unique<Chooser>(
         Chooser{screen, dialog, std::move(extensions), std::move(chosen), {}});
+    if (!sizes.empty()) {
+        chooser->offer(sizes, proposedSize);
+    }
     const auto onResponse = [](GtkWidget* shown, gint response, Chooser* self) {
         if (response == GTK_RESPONSE_ACCEPT) {
             self->accept();

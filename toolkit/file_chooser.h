@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -18,5 +19,12 @@ bool hasExtension(const std::string& path, const std::string& extension);
 void chooseFileToSave(Screen& screen, const std::string& title, const std::string& proposedName,
                       std::vector<std::string> extensions,
                       std::function<void(const std::string& path)> chosen);
+
+/// As above, with the choice of the kind of file, by its extension, and of one of these `sizes`, of
+/// which `proposedSize` is chosen at first; `chosen` gets its number.
+void chooseFileToSave(Screen& screen, const std::string& title, const std::string& proposedName,
+                      std::vector<std::string> extensions, const std::vector<std::string>& sizes,
+                      std::size_t proposedSize,
+                      std::function<void(const std::string& path, std::size_t size)> chosen);
 
 }  // namespace toolkit

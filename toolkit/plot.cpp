@@ -13,6 +13,7 @@
 #include "toolkit/event.h"
 #include "toolkit/exposure.h"
 #include "toolkit/plot_reading.h"
+#include "toolkit/text_size.h"
 
 namespace toolkit {
 
@@ -43,6 +44,12 @@ PlotLook lookOf(GtkWidget* widget) {
     return {pango_font_description_get_family(font),
             isInPixels ? size : size * dotsPerInch / pointsPerInch,
             colourOf(style->base[GTK_STATE_NORMAL]), colourOf(style->text[GTK_STATE_NORMAL])};
+}
+
+void askFor(GtkWidget* widget, double widthInLines, double heightInLines) {
+    const int line = lineHeight(widget);
+    gtk_widget_set_size_request(widget, static_cast<gint>(std::lround(widthInLines * line)),
+                                static_cast<gint>(std::lround(heightInLines * line)));
 }
 
 }  // namespace
@@ -104,6 +111,12 @@ struct Plot::Callbacks {
             }
             return false;
         });
+    }
+
+    static void onMap(GtkWidget* widget, gpointer /*data*/) {
+        constexpr double leastWidth = 14.0;
+        constexpr double leastHeight = 9.0;
+        askFor(widget, leastWidth, leastHeight);
     }
 
     static void onStyleSet(GtkWidget* /*widget*/, GtkStyle* /*previous*/, gpointer data) {
@@ -171,13 +184,7 @@ struct Plot::Callbacks {
                 return false;
             }
             const Announcement announcement(widget);
-            const std::string before = self.reading();
-            const bool isHandled =
-                self.pressKey(event->keyval, (event->state & GDK_SHIFT_MASK) != 0);
-            if (self.reading() != before) {
-                announce(self, self.reading());
-            }
-            return isHandled;
+            return self.pressKey(event->keyval, (event->state & GDK_SHIFT_MASK) != 0);
         });
     }
 };
@@ -204,6 +211,7 @@ Plot::Plot(std::string name, const std::string& description, std::shared_ptr<She
         g_signal_connect(widget(), signal, callback, this);
     };
     connect("expose-event", G_CALLBACK(&Callbacks::onExpose));
+    connect("map", G_CALLBACK(&Callbacks::onMap));
     connect("style-set", G_CALLBACK(&Callbacks::onStyleSet));
     connect("button-press-event", G_CALLBACK(&Callbacks::onButton));
     connect("button-release-event", G_CALLBACK(&Callbacks::onRelease));
@@ -279,6 +287,12 @@ bool Plot::setLimits(const PlotLimits& limits) {
 std::string Plot::reading() const {
     return sheet_->pointed ? readingOf(content(), view().limits(), *sheet_->pointed).sentence()
                            : "";
+}
+
+const Plot* Plot::twin() const {
+    const auto found = std::find_if(sheet_->plots.begin(), sheet_->plots.end(),
+                                    [this](const Plot* other) { return other != this; });
+    return found == sheet_->plots.end() ? nullptr : *found;
 }
 
 std::optional<Area> Plot::place(const PlotPosition& position) const {

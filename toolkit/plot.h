@@ -28,7 +28,8 @@ class Plot : public Control {
     Plot(std::string name, const std::string& description, const Plot& other);
     ~Plot() override;
 
-    /// The plot, asking for a size in lines of text and taking what is left over.
+    /// The plot, taking what is left over. It asks for a size in lines of text, and when its window
+    /// has opened for no more than it needs to be of use.
     Block sized(double widthInLines, double heightInLines);
     void setTitle(const std::string& title);
     void setAxes(const PlotAxis& x, const PlotAxis& y);
@@ -46,6 +47,8 @@ class Plot : public Control {
     std::string reading() const;
     /// `changed` runs when what is in view or what is read has changed.
     void onChange(Handler changed) { changed_ = std::move(changed); }
+    /// Another plot that shows the same; null where there is none.
+    const Plot* twin() const;
     /// Where a point is drawn, relative to the plot's upper left corner; nothing before it was.
     std::optional<Area> place(const PlotPosition& position) const;
 

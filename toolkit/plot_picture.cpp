@@ -36,7 +36,7 @@ cairo_status_t append(void* text, const unsigned char* data, unsigned length) {
 }
 
 double pixels(double millimetres) {
-    return millimetres / millimetresPerInch * picturePixelsPerInch;
+    return std::round(millimetres / millimetresPerInch * picturePixelsPerInch);
 }
 
 /// Draws in pixels, `scale` of the surface's units each; returns whether that went well.

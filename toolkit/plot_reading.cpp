@@ -9,18 +9,6 @@ namespace toolkit {
 
 namespace {
 
-/// With the digits that can be told apart in view.
-std::string shownNumber(double value, const AxisLimits& axis) {
-    constexpr double places = 2e4;  // from end to end of an axis
-    constexpr double mostDecimals = 9.0;
-    constexpr double longest = 1e9;
-    constexpr int digits = 6;
-    const double decimals = std::max(std::ceil(-std::log10((axis.high - axis.low) / places)), 0.0);
-    return axis.isLogarithmic || decimals > mostDecimals || std::abs(value) > longest
-               ? significantText(value, digits)
-               : fixedText(value, static_cast<int>(decimals));
-}
-
 /// A text that has no commas, which part the columns of a table.
 std::string cell(std::string text) {
     std::replace(text.begin(), text.end(), ',', ';');
@@ -32,6 +20,17 @@ std::string head(const PlotAxis& axis) {
 }
 
 }  // namespace
+
+std::string shownNumber(double value, const AxisLimits& axis) {
+    constexpr double places = 2e4;  // from end to end of an axis
+    constexpr double mostDecimals = 9.0;
+    constexpr double longest = 1e9;
+    constexpr int digits = 6;
+    const double decimals = std::max(std::ceil(-std::log10((axis.high - axis.low) / places)), 0.0);
+    return axis.isLogarithmic || decimals > mostDecimals || std::abs(value) > longest
+               ? significantText(value, digits)
+               : fixedText(value, static_cast<int>(decimals));
+}
 
 std::string PlotReading::sentence() const {
     return (name.empty() ? "" : name + ": ") + numbers + (state.empty() ? "" : ", " + state);

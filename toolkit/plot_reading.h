@@ -23,6 +23,9 @@ struct PlotReading {
 PlotReading readingOf(const PlotContent& content, const PlotLimits& limits,
                       const PlotPosition& position);
 
+/// A number along an axis, with the digits that can be told apart in view.
+std::string shownNumber(double value, const AxisLimits& axis);
+
 /// The curves as a table: a line with heads, and one for each point with the name of its curve, its
 /// numbers, and its kind of state; an empty line where a curve ends and goes on elsewhere.
 std::string curvesText(const PlotContent& content);

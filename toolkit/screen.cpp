@@ -281,6 +281,17 @@ void Screen::setDefault(Button& button) {
     gtk_window_set_default(GTK_WINDOW(window_), button.widget());
 }
 
+void Screen::setKeys(const Button& button, const std::string& keys) {
+    guint key = 0;
+    GdkModifierType modifiers{};
+    gtk_accelerator_parse(keys.c_str(), &key, &modifiers);
+    GtkAccelGroup* const group = gtk_accel_group_new();
+    gtk_window_add_accel_group(GTK_WINDOW(window_), group);
+    gtk_widget_add_accelerator(button.widget(), "clicked", group, key, modifiers,
+                               static_cast<GtkAccelFlags>(0));
+    g_object_unref(group);
+}
+
 void Screen::setFocus(Control& control) {
     gtk_window_set_focus(GTK_WINDOW(window_), control.widget());
 }

@@ -60,6 +60,13 @@ class Screen {
     Control* control(std::string_view name) const;
     const std::vector<Control*>& controls() const { return controls_; }
     GtkWidget* window() const { return window_; }
+    ScreenHost& host() const { return host_; }
+    /// Opens a window that only says more about this one: to come back from it is no activation.
+    void openBeside(std::unique_ptr<Screen> screen);
+    /// Has these keys, as "F11", press a button of the window from anywhere in it.
+    void setKeys(const Button& button, const std::string& keys);
+    /// Whether this window is closed with the other one.
+    virtual bool closesWith(const Screen& /*other*/) const { return false; }
     /// The X server's number of the window; only of a shown one.
     unsigned long xWindow() const;
 
@@ -79,9 +86,6 @@ class Screen {
     /// `name` is the name of the screen's class, `title` that of its window.
     Screen(ScreenHost& host, std::string name, const std::string& title);
 
-    ScreenHost& host() const { return host_; }
-    /// Opens a window that only says more about this one: to come back from it is no activation.
-    void openBeside(std::unique_ptr<Screen> screen);
     /// Fills the window; to be called once, at the end of a screen's constructor. `footer` stays in
     /// sight where the content has to scroll.
     void setContent(const Block& content, const Block& footer = {});

@@ -163,6 +163,19 @@ void Robot::drag(int fromX, int fromY, int toX, int toY, unsigned mouseButton) {
     button(mouseButton, false);
 }
 
+void Robot::doubleClick(int x, int y) {
+    moveTo(x, y);
+    for (const bool down : {true, false, true, false}) {
+        XTestFakeButtonEvent(connection_->display, 1, down ? True : False, CurrentTime);
+    }
+    settle();
+}
+
+void Robot::hold(std::string_view key, bool down) {
+    pressKey(XStringToKeysym(std::string(key).c_str()), down);
+    settle();
+}
+
 void Robot::pressKey(unsigned long keysym, bool down) {
     const KeyCode code = XKeysymToKeycode(connection_->display, keysym);
     if (code == 0) {

@@ -33,6 +33,9 @@ class Robot {
     /// Presses a button of the mouse at one place of the display and releases it at another.
     void drag(int fromX, int fromY, int toX, int toY, unsigned mouseButton = 1);
     void moveTo(int x, int y);
+    void doubleClick(int x, int y);
+    /// Holds a key down, as "Shift_L", or lets it go.
+    void hold(std::string_view key, bool down);
     /// Types the characters into whatever has the focus.
     void type(std::string_view characters);
     /// Presses keys together, as in "Return" or "Control_L+q".

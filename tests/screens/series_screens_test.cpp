@@ -225,7 +225,7 @@ TEST_F(SeriesScreensTest, WhatIsNoNumberIsRefusedAndNothingIsNotSaved) {
     for (const auto& [button, sentence] :
          {std::pair("Export", "warning: there is no table to export; calculate one first"),
           std::pair("Copy", "warning: there is no table to copy yet"),
-          std::pair("SavePicture", "warning: there is no picture to save yet")}) {
+          std::pair("SavePicture", "warning: there is no plot to save yet")}) {
         robot.click(button);
         EXPECT_EQ(text("warning"), sentence);
     }
@@ -337,32 +337,6 @@ TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
         EXPECT_TRUE(picture.starts_with(start)) << name;
         EXPECT_GT(picture.size(), 2000U) << name;
     }
-}
-
-TEST_F(SeriesScreensTest, CoarseIsothermsBendSmoothlyAndAreReadOut) {
-    open("Isotherm");
-    calculate({{"dataEntryT", "220"},
-               {"dataEntryV1", "60"},
-               {"dataEntryV2", "760"},
-               {"dataEntryStep", "100"}});
-    robot.settle();
-    const double a = fluid::AcceptedMixture().attraction;
-    const double b = fluid::AcceptedMixture().covolume;
-    constexpr double range = 19.0;  // MPa
-    for (const toolkit::PlotSeries& line : plot().series()) {
-        for (std::size_t i = 1; i < line.x.size(); ++i) {
-            const double V = 0.5 * (line.x[i - 1] + line.x[i]);
-            const double P = 0.5 * (line.y[i - 1] + line.y[i]);
-            if (!line.isMarks() && V > 0.0) {
-                EXPECT_NEAR(fluid::PressureVdW(a, b, 220.0, V), P, 1e-3 * range) << V;
-            }
-        }
-    }
-    const toolkit::PlotSeries& stable = plot().series().front();
-    const auto between = plot().place({0, stable.x.size() - 2});
-    ASSERT_TRUE(between && stable.x[stable.x.size() - 2] != 760.0);
-    robot.moveTo(plot().area().x + between->x, plot().area().y + between->y);
-    EXPECT_TRUE(text("ReadOut").starts_with("stable: ")) << text("ReadOut");
 }
 
 }  // namespace
