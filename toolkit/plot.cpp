@@ -46,12 +46,6 @@ PlotLook lookOf(GtkWidget* widget) {
             colourOf(style->base[GTK_STATE_NORMAL]), colourOf(style->text[GTK_STATE_NORMAL])};
 }
 
-void askFor(GtkWidget* widget, double widthInLines, double heightInLines) {
-    const int line = lineHeight(widget);
-    gtk_widget_set_size_request(widget, static_cast<gint>(std::lround(widthInLines * line)),
-                                static_cast<gint>(std::lround(heightInLines * line)));
-}
-
 }  // namespace
 
 /// What several plots show together.
@@ -111,12 +105,6 @@ struct Plot::Callbacks {
             }
             return false;
         });
-    }
-
-    static void onMap(GtkWidget* widget, gpointer /*data*/) {
-        constexpr double leastWidth = 14.0;
-        constexpr double leastHeight = 9.0;
-        askFor(widget, leastWidth, leastHeight);
     }
 
     static void onStyleSet(GtkWidget* /*widget*/, GtkStyle* /*previous*/, gpointer data) {
@@ -211,7 +199,6 @@ Plot::Plot(std::string name, const std::string& description, std::shared_ptr<She
         g_signal_connect(widget(), signal, callback, this);
     };
     connect("expose-event", G_CALLBACK(&Callbacks::onExpose));
-    connect("map", G_CALLBACK(&Callbacks::onMap));
     connect("style-set", G_CALLBACK(&Callbacks::onStyleSet));
     connect("button-press-event", G_CALLBACK(&Callbacks::onButton));
     connect("button-release-event", G_CALLBACK(&Callbacks::onRelease));

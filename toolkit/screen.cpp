@@ -330,9 +330,11 @@ void Screen::show() {
     GtkRequisition content = wanted;
     GtkWidget* const defaultButton = gtk_window_get_default_widget(GTK_WINDOW(window_));
     GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
+    bool isStacked = false;
     for (const Economy economy : {Economy::fewerLines, Economy::smallerGaps, Economy::shorterLines,
                                   Economy::othersBelow, Economy::pages}) {
         if (content.width > mostWidth || content.height > mostHeight()) {
+            isStacked = isStacked || economy == Economy::othersBelow;
             for (GtkWidget* const part : {content_, footer_}) {
                 if (part != nullptr) {
                     economize(part, economy, mostWidth);
@@ -349,8 +351,10 @@ void Screen::show() {
     const int breadth = scrollBarBreadth(gtk_widget_get_parent(viewport_));
     const int width = std::max({wanted.width, content.width, bars().width}) +
                       (content.height > mostHeight() ? breadth : 0);
-    const int height =
-        std::max(wanted.height, content.height) + (content.width > mostWidth ? breadth : 0);
+    // Where one part stands below the other, lists and plots take all the height that there is.
+    const int height = isStacked ? mostHeight()
+                                 : std::max(wanted.height, content.height) +
+                                       (content.width > mostWidth ? breadth : 0);
     gtk_window_set_default_size(GTK_WINDOW(window_), std::min(width, mostWidth),
                                 std::min(height, mostHeight()) + bars().height);
     gtk_widget_show(window_);

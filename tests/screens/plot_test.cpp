@@ -138,8 +138,9 @@ TEST_F(PlotTest, KeysWalkAlongTheCurveAndToAnotherAndWhatIsReadStandsBelow) {
     robot.press("plus");
     EXPECT_NEAR(height(limits()) / height(first), 0.8, 1e-9);
     robot.press("minus");
+    const PlotLimits before = limits();
     robot.press("Shift_L+Up");
-    EXPECT_NEAR((limits().y.low - first.y.low) / height(first), 0.1, 1e-9);
+    EXPECT_NEAR((limits().y.low - before.y.low) / height(before), 0.1, 1e-9);
     robot.press("Home");
     EXPECT_NE(limits(), first);
     for (int i = 0; i < 3; ++i) {
