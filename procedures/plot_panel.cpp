@@ -99,8 +99,8 @@ bool PlotPanel::hasPlot() {
 }
 
 std::string PlotPanel::proposedName() const {
-    const std::string name =
-        fileName_ + "-" + compositionName(fluid::AcceptedMixture()) + (given_.empty() ? "" : "-" + given_);
+    const std::string name = fileName_ + "-" + compositionName(fluid::AcceptedMixture()) +
+                             (given_.empty() ? "" : "-" + given_);
     const std::string curves = toolkit::curvesText(plot.content());
     std::string proposed = name;
     const auto& written = writtenNames();

@@ -12,12 +12,11 @@ namespace toolkit {
 CheckButton::CheckButton(std::string name, std::string caption)
     : Control(std::move(name), gtk_check_button_new_with_label(caption.c_str())),
       caption_(std::move(caption)) {
-    const auto onToggled = +[](GtkToggleButton* button, gpointer data) {
-        const auto* const self = static_cast<CheckButton*>(data);
+    const auto onToggled = [](GtkToggleButton* button, const CheckButton* self) {
         const Announcement announcement(GTK_WIDGET(button));
         runHandler(self->toggled_, self->name().c_str());
     };
-    g_signal_connect(widget(), "toggled", G_CALLBACK(onToggled), this);
+    connect(widget(), "toggled", onToggled, this);
 }
 
 bool CheckButton::isOn() const {

@@ -42,8 +42,10 @@ void later(Handler task) {
                               guarded(remove));
 }
 
-void connectFunction(void* object, const char* signal, void (*function)(), void* data) {
-    g_signal_connect(object, signal, function, data);
+void connectFunction(void* object, const char* signal, void (*function)(), void* data,
+                     Order order) {
+    g_signal_connect_data(object, signal, function, data, nullptr,
+                          order == Order::last ? G_CONNECT_AFTER : static_cast<GConnectFlags>(0));
 }
 
 }  // namespace toolkit

@@ -36,13 +36,17 @@ auto guarded(Function /*function*/) {
     return &GuardedCall<Function, decltype(&Function::operator())>::call;
 }
 
-void connectFunction(void* object, const char* signal, void (*function)(), void* data);
+/// Before or after what the object itself does with a signal.
+enum class Order { first, last };
+
+void connectFunction(void* object, const char* signal, void (*function)(), void* data, Order order);
 
 /// Has a guarded lambda called when a GObject emits a signal.
 template <class Function>
-void connect(void* object, const char* signal, Function function, const void* data = nullptr) {
+void connect(void* object, const char* signal, Function function, const void* data = nullptr,
+             Order order = Order::first) {
     connectFunction(object, signal, reinterpret_cast<void (*)()>(guarded(function)),
-                    const_cast<void*>(data));
+                    const_cast<void*>(data), order);
 }
 
 }  // namespace toolkit

@@ -169,10 +169,8 @@ void Chooser::offer(const std::vector<std::string>& sizeNames, std::size_t propo
     }
     kinds = addChoice(row, "_Kind", names, 0);
     sizes = addChoice(row, "Si_ze", sizeNames, proposedSize);
-    const auto onKind = +[](GtkComboBox* /*box*/, gpointer data) {
-        runHandler([data] { static_cast<Chooser*>(data)->changeKind(); }, "chooseFileToSave");
-    };
-    g_signal_connect(kinds, "changed", G_CALLBACK(onKind), this);
+    connect(
+        kinds, "changed", [](GtkComboBox* /*box*/, Chooser* self) { self->changeKind(); }, this);
     gtk_widget_show_all(row);
     gtk_file_chooser_set_extra_widget(GTK_FILE_CHOOSER(dialog), row);
 }

@@ -17,14 +17,14 @@ PlotReadOut::PlotReadOut(std::string name) : ResultLabel(std::move(name)) {
 
 LimitEntry::LimitEntry(std::string name) : Entry(std::move(name), 8) {
     gtk_entry_set_activates_default(GTK_ENTRY(widget()), FALSE);
-    const auto onActivate =
-        +[](GtkEntry* /*entry*/, gpointer self) { static_cast<LimitEntry*>(self)->finish(); };
-    const auto onLeave = +[](GtkWidget* /*entry*/, GdkEvent* /*event*/, gpointer self) -> gboolean {
-        static_cast<LimitEntry*>(self)->finish();
+    const auto onActivate = [](GtkEntry* /*entry*/, LimitEntry* self) { self->finish(); };
+    const auto onLeave = [](GtkWidget* /*entry*/, GdkEvent* /*event*/,
+                            LimitEntry* self) -> gboolean {
+        self->finish();
         return FALSE;
     };
-    g_signal_connect(widget(), "activate", G_CALLBACK(onActivate), this);
-    g_signal_connect(widget(), "focus-out-event", G_CALLBACK(onLeave), this);
+    connect(widget(), "activate", onActivate, this);
+    connect(widget(), "focus-out-event", onLeave, this);
 }
 
 void LimitEntry::showLimit(const std::string& text) {

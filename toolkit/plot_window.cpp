@@ -28,16 +28,16 @@ PlotWindow::PlotWindow(Screen& owner, const Plot& plot)
     plot_.onChange([this] { ReadOut.setText(plot_.reading()); });
     setContent(column({plot_.sized(width, height), ReadOut}));
     setFocus(plot_);
-    const auto onKey = +[](GtkWidget* /*window*/, GdkEventKey* event, gpointer data) -> gboolean {
-        auto* const self = static_cast<PlotWindow*>(data);
+    const auto onKey = [](GtkWidget* /*window*/, const GdkEventKey* event,
+                          PlotWindow* self) -> gboolean {
         const bool ends = event->keyval == GDK_KEY_F11 || event->keyval == GDK_KEY_Escape;
         if (ends) {
-            runHandler([self] { self->host().close(*self); }, self->name().c_str());
+            self->host().close(*self);
         }
         return static_cast<gboolean>(ends);
     };
     // What the plot itself makes of the key comes first.
-    g_signal_connect_after(window(), "key-press-event", G_CALLBACK(onKey), this);
+    connect(window(), "key-press-event", onKey, this, Order::last);
     gtk_window_maximize(GTK_WINDOW(window()));
 }
 
