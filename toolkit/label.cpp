@@ -19,7 +19,7 @@ GtkLabel* labelOf(const Control& control) {
     return GTK_LABEL(control.widget());
 }
 
-constexpr int numberWidth = 20;  // characters of a result in full
+constexpr int numberWidth = 23;  // a result in full, which is bold, in plain digits
 
 using AttributeList = std::unique_ptr<PangoAttrList, decltype(&pango_attr_list_unref)>;
 
