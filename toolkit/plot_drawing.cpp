@@ -143,16 +143,16 @@ class Occupancy {
     /// The straight way between two places in the frame.
     void take(const PlotPlace& one, const PlotPlace& other) {
         const double steps = std::ceil(2.0 * std::hypot(other.x - one.x, other.y - one.y) / cell_);
-        for (double i = 0.0; i <= steps; ++i) {
+        for (int i = 0; i <= steps; ++i) {
             const double share = steps > 0.0 ? i / steps : 0.0;
             take({one.x + share * (other.x - one.x), one.y + share * (other.y - one.y)});
         }
     }
     bool isFree(const Box& box) const {
-        for (double y = box.y; y < box.y + box.height + cell_; y += cell_) {
-            for (double x = box.x; x < box.x + box.width + cell_; x += cell_) {
-                const double column = std::min(x, box.x + box.width);
-                const double row = std::min(y, box.y + box.height);
+        for (int i = 0; i * cell_ < box.height + cell_; ++i) {
+            for (int k = 0; k * cell_ < box.width + cell_; ++k) {
+                const double column = box.x + std::min(k * cell_, box.width);
+                const double row = box.y + std::min(i * cell_, box.height);
                 if (frame_.contains({column, row}) && cells_[index(column, row)]) {
                     return false;
                 }
@@ -342,7 +342,8 @@ void Drawer::takePlaces(Occupancy& occupancy) {
     for (const PlotPin& pin : content_.pins) {
         if (const auto place = frame_.placeOf(pin.point); place && frame_.contains(*place)) {
             const Box box = boxOf(pin, *place);
-            for (double y = box.y; y < box.y + box.height; y += 0.5 * unit_) {
+            for (int i = 0; 0.5 * unit_ * i < box.height; ++i) {
+                const double y = box.y + 0.5 * unit_ * i;
                 occupancy.take({box.x, y}, {box.x + box.width, y});
             }
         }
@@ -660,7 +661,8 @@ void Drawer::drawLegend() {
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         const Entry& entry = entries_[i];
         const double x = left + static_cast<double>(i % columns_) * columnWidth;
-        const double y = top + (static_cast<double>(i / columns_) + 0.5) * line * unit_;
+        const std::size_t row = i / columns_;
+        const double y = top + (static_cast<double>(row) + 0.5) * line * unit_;
         const double end = x + sampleWidth * unit_;
         entry.isInk ? setSource(cairo_, look_.ink) : setColour(entry.colour);
         if (entry.style == Style::markers) {

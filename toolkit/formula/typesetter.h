@@ -20,7 +20,7 @@ struct FormulaBox {
     double ink = 0.0;       // its width, of glyphs
     double overhang = 0.0;  // of leaning glyphs over their advance; an index stands below it
     std::function<void(cairo_t*, double x, double baseline)> paint{};  // what is in no part
-    std::vector<Part> parts{};
+    std::vector<Part> parts;
 
     /// Draws in the source colour of `cairo`, sharp at any scale of the drawing.
     void draw(cairo_t* cairo, double x, double baseline) const;
