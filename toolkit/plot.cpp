@@ -73,110 +73,6 @@ struct Plot::Canvas {
     const PlotFrame* frame() const { return drawn ? &drawn->frame : nullptr; }
 };
 
-struct Plot::Callbacks {
-    /// Runs what C has called for.
-    template <class Function>
-    static gboolean guarded(gpointer data, Function function) {
-        auto* const self = static_cast<Plot*>(data);
-        bool isHandled = false;
-        runHandler([&] { isHandled = function(*self); }, self->name().c_str());
-        return static_cast<gboolean>(isHandled);
-    }
-
-    static gboolean onExpose(GtkWidget* widget, GdkEventExpose* event, gpointer data) {
-        return guarded(data, [&](Plot& self) {
-            GtkAllocation place;
-            gtk_widget_get_allocation(widget, &place);
-            Canvas& canvas = *self.canvas_;
-            if (canvas.surface == nullptr || canvas.width != place.width ||
-                canvas.height != place.height) {
-                canvas.width = place.width;
-                canvas.height = place.height;
-                self.draw();
-            }
-            const CairoContext cairo = exposedPart(widget, *event);
-            cairo_set_source_surface(cairo.get(), canvas.surface.get(), 0.0, 0.0);
-            cairo_paint(cairo.get());
-            self.paintOver(cairo.get());
-            if (gtk_widget_has_focus(widget) != FALSE) {
-                gtk_paint_focus(gtk_widget_get_style(widget), gtk_widget_get_window(widget),
-                                GTK_STATE_NORMAL, &event->area, widget, nullptr, 0, 0, place.width,
-                                place.height);
-            }
-            return false;
-        });
-    }
-
-    static void onStyleSet(GtkWidget* /*widget*/, GtkStyle* /*previous*/, gpointer data) {
-        static_cast<Plot*>(data)->canvas_->surface.reset();
-    }
-
-    static gboolean onButton(GtkWidget* widget, GdkEventButton* event, gpointer data) {
-        return guarded(data, [&](Plot& self) {
-            if (event->type == GDK_2BUTTON_PRESS && event->button == 1) {
-                self.showAllInstead();
-                return true;
-            }
-            if (event->type != GDK_BUTTON_PRESS) {
-                return false;
-            }
-            gtk_widget_grab_focus(widget);
-            return self.press(event->x, event->y, event->button,
-                              (event->state & GDK_SHIFT_MASK) != 0);
-        });
-    }
-
-    static gboolean onRelease(GtkWidget* /*widget*/, GdkEventButton* event, gpointer data) {
-        return guarded(data, [&](Plot& self) {
-            self.release(event->x, event->y);
-            return false;
-        });
-    }
-
-    static gboolean onMotion(GtkWidget* /*widget*/, GdkEventMotion* event, gpointer data) {
-        return guarded(data, [&](Plot& self) {
-            self.dragTo(event->x, event->y);
-            return false;
-        });
-    }
-
-    static gboolean onEnter(GtkWidget* /*widget*/, GdkEventCrossing* event, gpointer data) {
-        return guarded(data, [&](Plot& self) {
-            self.dragTo(event->x, event->y);
-            return false;
-        });
-    }
-
-    static gboolean onLeave(GtkWidget* /*widget*/, GdkEventCrossing* /*event*/, gpointer data) {
-        return guarded(data, [](Plot& self) {
-            if (!self.sheet_->isPointedByKeys) {
-                self.pointAt(std::nullopt);
-            }
-            return false;
-        });
-    }
-
-    static gboolean onScroll(GtkWidget* /*widget*/, GdkEventScroll* event, gpointer data) {
-        return guarded(data, [&](Plot& self) {
-            const bool isUp = event->direction == GDK_SCROLL_UP;
-            return (isUp || event->direction == GDK_SCROLL_DOWN) &&
-                   self.turnWheel(event->x, event->y, isUp);
-        });
-    }
-
-    static gboolean onKey(GtkWidget* widget, GdkEventKey* event, gpointer data) {
-        return guarded(data, [&](Plot& self) {
-            const auto others =
-                static_cast<guint>(GDK_CONTROL_MASK | GDK_MOD1_MASK | GDK_SUPER_MASK);
-            if ((event->state & others) != 0) {
-                return false;
-            }
-            const Announcement announcement(widget);
-            return self.pressKey(event->keyval, (event->state & GDK_SHIFT_MASK) != 0);
-        });
-    }
-};
-
 Plot::Plot(std::string name, const std::string& description)
     : Plot(std::move(name), description, std::make_shared<Sheet>()) {}
 
@@ -195,18 +91,96 @@ Plot::Plot(std::string name, const std::string& description, std::shared_ptr<She
     gtk_widget_set_can_focus(widget(), TRUE);
     atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_IMAGE);
     setAccessibleName(description);
-    const auto connect = [this](const char* signal, GCallback callback) {
-        g_signal_connect(widget(), signal, callback, this);
+    connectDrawing();
+    connectPointer();
+    const auto onKey = [](GtkWidget* plot, const GdkEventKey* event, Plot* self) -> gboolean {
+        const auto others = static_cast<guint>(GDK_CONTROL_MASK | GDK_MOD1_MASK | GDK_SUPER_MASK);
+        if ((event->state & others) != 0) {
+            return FALSE;
+        }
+        const Announcement announcement(plot);
+        return static_cast<gboolean>(
+            self->pressKey(event->keyval, (event->state & GDK_SHIFT_MASK) != 0));
     };
-    connect("expose-event", G_CALLBACK(&Callbacks::onExpose));
-    connect("style-set", G_CALLBACK(&Callbacks::onStyleSet));
-    connect("button-press-event", G_CALLBACK(&Callbacks::onButton));
-    connect("button-release-event", G_CALLBACK(&Callbacks::onRelease));
-    connect("motion-notify-event", G_CALLBACK(&Callbacks::onMotion));
-    connect("enter-notify-event", G_CALLBACK(&Callbacks::onEnter));
-    connect("leave-notify-event", G_CALLBACK(&Callbacks::onLeave));
-    connect("scroll-event", G_CALLBACK(&Callbacks::onScroll));
-    connect("key-press-event", G_CALLBACK(&Callbacks::onKey));
+    connect(widget(), "key-press-event", onKey, this);
+}
+
+void Plot::connectDrawing() {
+    const auto onExpose = [](GtkWidget* plot, GdkEventExpose* event, Plot* self) -> gboolean {
+        GtkAllocation place;
+        gtk_widget_get_allocation(plot, &place);
+        Canvas& canvas = *self->canvas_;
+        if (canvas.surface == nullptr || canvas.width != place.width ||
+            canvas.height != place.height) {
+            canvas.width = place.width;
+            canvas.height = place.height;
+            self->draw();
+        }
+        const CairoContext cairo = exposedPart(plot, *event);
+        cairo_set_source_surface(cairo.get(), canvas.surface.get(), 0.0, 0.0);
+        cairo_paint(cairo.get());
+        self->paintOver(cairo.get());
+        if (gtk_widget_has_focus(plot) != FALSE) {
+            gtk_paint_focus(gtk_widget_get_style(plot), gtk_widget_get_window(plot),
+                            GTK_STATE_NORMAL, &event->area, plot, nullptr, 0, 0, place.width,
+                            place.height);
+        }
+        return FALSE;
+    };
+    const auto onStyleSet = [](GtkWidget* /*plot*/, GtkStyle* /*previous*/, Plot* self) {
+        self->canvas_->surface.reset();
+    };
+    connect(widget(), "expose-event", onExpose, this);
+    connect(widget(), "style-set", onStyleSet, this);
+}
+
+void Plot::connectPointer() {
+    const auto onButton = [](GtkWidget* plot, const GdkEventButton* event, Plot* self) -> gboolean {
+        if (event->type == GDK_2BUTTON_PRESS && event->button == 1) {
+            self->showAllInstead();
+            return TRUE;
+        }
+        if (event->type != GDK_BUTTON_PRESS) {
+            return FALSE;
+        }
+        gtk_widget_grab_focus(plot);
+        return static_cast<gboolean>(
+            self->press(event->x, event->y, event->button, (event->state & GDK_SHIFT_MASK) != 0));
+    };
+    const auto onRelease = [](GtkWidget* /*plot*/, const GdkEventButton* event,
+                              Plot* self) -> gboolean {
+        self->release(event->x, event->y);
+        return FALSE;
+    };
+    const auto onMotion = [](GtkWidget* /*plot*/, const GdkEventMotion* event,
+                             Plot* self) -> gboolean {
+        self->dragTo(event->x, event->y);
+        return FALSE;
+    };
+    const auto onEnter = [](GtkWidget* /*plot*/, const GdkEventCrossing* event,
+                            Plot* self) -> gboolean {
+        self->dragTo(event->x, event->y);
+        return FALSE;
+    };
+    const auto onLeave = [](GtkWidget* /*plot*/, GdkEventCrossing* /*event*/,
+                            Plot* self) -> gboolean {
+        if (!self->sheet_->isPointedByKeys) {
+            self->pointAt(std::nullopt);
+        }
+        return FALSE;
+    };
+    const auto onScroll = [](GtkWidget* /*plot*/, const GdkEventScroll* event,
+                             Plot* self) -> gboolean {
+        const bool isUp = event->direction == GDK_SCROLL_UP;
+        return static_cast<gboolean>((isUp || event->direction == GDK_SCROLL_DOWN) &&
+                                     self->turnWheel(event->x, event->y, isUp));
+    };
+    connect(widget(), "button-press-event", onButton, this);
+    connect(widget(), "button-release-event", onRelease, this);
+    connect(widget(), "motion-notify-event", onMotion, this);
+    connect(widget(), "enter-notify-event", onEnter, this);
+    connect(widget(), "leave-notify-event", onLeave, this);
+    connect(widget(), "scroll-event", onScroll, this);
 }
 
 Plot::~Plot() {

@@ -53,12 +53,13 @@ class Plot : public Control {
     std::optional<Area> place(const PlotPosition& position) const;
 
   private:
-    struct Callbacks;
     struct Canvas;
     struct Sheet;
 
     Plot(std::string name, const std::string& description, std::shared_ptr<Sheet> sheet);
 
+    void connectDrawing();
+    void connectPointer();
     void draw();
     /// Has all plots of the sheet drawn again.
     void changed();

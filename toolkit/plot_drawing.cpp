@@ -29,6 +29,7 @@ constexpr double curveWidth = 0.15;
 constexpr double axisWidth = 0.07;
 constexpr double markRadius = 0.36;
 constexpr double sampleWidth = 2.6;  // of a line in the legend
+constexpr double occupancyCell = 0.25;
 
 /// Palettes that colour-blind readers can tell apart, and whose colours stand out from a light and
 /// from a dark ground (after M. Okabe, K. Ito, Color Universal Design, 2008).
@@ -148,6 +149,12 @@ class Occupancy {
             take({one.x + share * (other.x - one.x), one.y + share * (other.y - one.y)});
         }
     }
+    void fill(const Box& box) {
+        for (int i = 0; i * cell_ < box.height + cell_; ++i) {
+            const double row = box.y + std::min(i * cell_, box.height);
+            take({box.x, row}, {box.x + box.width, row});
+        }
+    }
     bool isFree(const Box& box) const {
         for (int i = 0; i * cell_ < box.height + cell_; ++i) {
             for (int k = 0; k * cell_ < box.width + cell_; ++k) {
@@ -182,26 +189,34 @@ struct Entry {
     bool isInk = false;  // it says what a line style means, whatever the colour
 };
 
-/// A curve's name is said by its colour; what its parts are, by their line styles.
-std::vector<Entry> entriesOf(const std::vector<PlotSeries>& series) {
+/// A curve's name is said by its colour or its label, what its parts are by their line styles.
+/// `labels`: where those of the series stand.
+std::vector<Entry> entriesOf(const std::vector<PlotSeries>& series,
+                             const std::vector<std::optional<Box>>& labels) {
     std::vector<Entry> entries;
     std::vector<Entry> states;
-    for (const PlotSeries& each : series) {
+    const auto add = [](std::vector<Entry>& those, const Entry& entry, bool isOnce) {
+        const bool isKnown = std::any_of(those.begin(), those.end(), [&entry](const Entry& other) {
+            return other.text == entry.text && (!entry.isInk || other.style == entry.style);
+        });
+        if (!entry.text.empty() && !(isOnce && isKnown)) {
+            those.push_back(entry);
+        }
+    };
+    for (std::size_t i = 0; i < series.size(); ++i) {
+        const PlotSeries& each = series[i];
         if (each.size() == 0) {
             continue;
         }
-        if (!each.name.empty()) {
-            const bool isPlain = each.parts.size() == 1 && each.parts[0].state.empty();
-            entries.push_back(
-                {each.name, isPlain ? each.parts[0].style : Style::line, each.colour, false});
+        const bool isPlain = each.parts.size() == 1 && each.parts[0].state.empty();
+        const Style style = isPlain ? each.parts[0].style : Style::line;
+        if (!each.legend.empty()) {
+            add(entries, {each.legend, style, each.colour, false}, true);
+        } else if (!labels[i]) {
+            add(entries, {each.name, style, each.colour, false}, false);
         }
         for (const PlotSeries::Part& part : each.parts) {
-            const bool isKnown = std::any_of(states.begin(), states.end(), [&part](const Entry& e) {
-                return e.text == part.state && e.style == part.style;
-            });
-            if (!part.state.empty() && !isKnown) {
-                states.push_back({part.state, part.style, 0, true});
-            }
+            add(states, {part.state, part.style, 0, true}, true);
         }
     }
     const auto isMark = [](const Entry& entry) { return entry.style == Style::markers; };
@@ -219,8 +234,7 @@ class Drawer {
           content_(content),
           view_(view),
           text_(cairo, look),
-          unit_(look.textHeight),
-          entries_(entriesOf(content.series)) {}
+          unit_(look.textHeight) {}
 
     std::optional<DrawnPlot> draw(double width, double height);
 
@@ -230,6 +244,9 @@ class Drawer {
     bool placeLegendInside();
     void planLegendBelow(double width, double height);
     void takePlaces(Occupancy& occupancy);
+    void placeLabels();
+    std::optional<Box> labelPlace(const PlotSeries& series, const Occupancy& occupancy);
+    void listEntries();
     Box boxOf(const PlotPin& pin, const PlotPlace& place);
     void drawGrid() const;
     void drawAxes();
@@ -239,6 +256,7 @@ class Drawer {
     void addMark(const PlotPlace& place, std::size_t number) const;
     void drawMarks(std::size_t number) const;
     void drawMore() const;
+    void drawLabels();
     Box drawPin(const PlotPin& pin);
     void drawLegend();
     void setLine(Style style) const;
@@ -252,6 +270,7 @@ class Drawer {
     const PlotView& view_;
     Typesetter text_;
     double unit_;
+    std::vector<std::optional<Box>> labels_;  // of the series
     std::vector<Entry> entries_;
     double entryWidth_ = 0.0;  // of the widest one
     std::size_t columns_ = 1;  // of the legend
@@ -322,14 +341,21 @@ Box Drawer::boxOf(const PlotPin& pin, const PlotPlace& place) {
             isAbove ? place.y - away - height : place.y + away, width, height};
 }
 
-/// The curves and pins in the frame.
+/// The curves, pins and labels in the frame.
 void Drawer::takePlaces(Occupancy& occupancy) {
     for (const PlotSeries& series : content_.series) {
         for (std::size_t part = 0; part < series.parts.size(); ++part) {
             if (series.isMarks()) {
+                const double radius = markRadius * unit_;
                 trace(
                     series, part, frame_,
-                    [&occupancy](const PlotSpot& spot) { occupancy.take(spot.place); }, [] {});
+                    [&occupancy, radius](const PlotSpot& spot) {
+                        for (const double side : {-radius, 0.0, radius}) {
+                            occupancy.take({spot.place.x + side, spot.place.y});
+                            occupancy.take({spot.place.x, spot.place.y + side});
+                        }
+                    },
+                    [] {});
                 continue;
             }
             tracePolylines(series, part, frame_, [&occupancy](const Polyline& curve) {
@@ -341,12 +367,82 @@ void Drawer::takePlaces(Occupancy& occupancy) {
     }
     for (const PlotPin& pin : content_.pins) {
         if (const auto place = frame_.placeOf(pin.point); place && frame_.contains(*place)) {
-            const Box box = boxOf(pin, *place);
-            for (int i = 0; 0.5 * unit_ * i < box.height; ++i) {
-                const double y = box.y + 0.5 * unit_ * i;
-                occupancy.take({box.x, y}, {box.x + box.width, y});
+            occupancy.fill(boxOf(pin, *place));
+        }
+    }
+    for (const std::optional<Box>& label : labels_) {
+        if (label) {
+            occupancy.fill(*label);
+        }
+    }
+}
+
+/// Beside the curve, as near to its end as there is room; nothing where there is none. A curve out
+/// of view has an empty place.
+std::optional<Box> Drawer::labelPlace(const PlotSeries& series, const Occupancy& occupancy) {
+    const PlotPlace size = text_.sizeOf(series.label);
+    std::vector<PlotPlace> places;
+    for (std::size_t part = 0; part < series.parts.size(); ++part) {
+        tracePolylines(series, part, frame_, [&](const Polyline& curve) {
+            for (std::size_t i = 1; i < curve.size(); ++i) {
+                const double dx = curve[i].x - curve[i - 1].x;
+                const double dy = curve[i].y - curve[i - 1].y;
+                const int steps = static_cast<int>(std::hypot(dx, dy) / (0.5 * unit_)) + 1;
+                for (int step = 1; step <= steps; ++step) {
+                    const double share = static_cast<double>(step) / steps;
+                    places.push_back({curve[i - 1].x + share * dx, curve[i - 1].y + share * dy});
+                }
+            }
+        });
+    }
+    if (places.empty()) {
+        return Box{};
+    }
+    const double away = gap * unit_;
+    const double edge = majorTick * unit_;
+    std::reverse(places.begin(), places.end());
+    for (const PlotPlace& place : places) {
+        for (const Box& box :
+             {Box{place.x - 0.5 * size.x, place.y - away - size.y, size.x, size.y},
+              Box{place.x - 0.5 * size.x, place.y + away, size.x, size.y},
+              Box{place.x + away, place.y - 0.5 * size.y, size.x, size.y},
+              Box{place.x - away - size.x, place.y - 0.5 * size.y, size.x, size.y}}) {
+            const bool isInside = frame_.contains({box.x - edge, box.y - edge}) &&
+                                  frame_.contains({box.x + size.x + edge, box.y + size.y + edge});
+            if (isInside && occupancy.isFree(box)) {
+                return box;
             }
         }
+    }
+    return std::nullopt;
+}
+
+/// Finds places for the labels of the curves, none of which stands over another thing.
+void Drawer::placeLabels() {
+    labels_.assign(content_.series.size(), std::nullopt);
+    const auto hasLabel = [](const PlotSeries& series) { return !series.label.empty(); };
+    if (std::none_of(content_.series.begin(), content_.series.end(), hasLabel)) {
+        return;
+    }
+    Occupancy occupancy(frame_, occupancyCell * unit_);
+    takePlaces(occupancy);
+    for (std::size_t i = 0; i < labels_.size(); ++i) {
+        const PlotSeries& series = content_.series[i];
+        if (hasLabel(series)) {
+            labels_[i] = labelPlace(series, occupancy);
+            if (labels_[i]) {
+                occupancy.fill(*labels_[i]);
+            }
+        }
+    }
+}
+
+void Drawer::listEntries() {
+    entries_ = entriesOf(content_.series, labels_);
+    entryWidth_ = 0.0;
+    for (const Entry& entry : entries_) {
+        entryWidth_ =
+            std::max(entryWidth_, text_.sizeOf(entry.text).x + (sampleWidth + gap) * unit_);
     }
 }
 
@@ -359,7 +455,7 @@ bool Drawer::placeLegendInside() {
     if (legend_.width > most * frame_.width() || legend_.height > most * frame_.height()) {
         return false;
     }
-    Occupancy occupancy(frame_, 0.5 * unit_);
+    Occupancy occupancy(frame_, occupancyCell * unit_);
     takePlaces(occupancy);
     const double margin = majorTick * unit_;
     for (const double y : {frame_.top + margin, frame_.bottom - margin - legend_.height}) {
@@ -403,13 +499,11 @@ bool Drawer::layOut(double width, double height) {
         titleHeight_ = text_.sizeOf(content_.title).y;
         text_.unwrap();
     }
-    for (const Entry& entry : entries_) {
-        entryWidth_ =
-            std::max(entryWidth_, text_.sizeOf(entry.text).x + (sampleWidth + gap) * unit_);
-    }
     if (!layOutFrame(width, height)) {
         return false;
     }
+    placeLabels();
+    listEntries();
     if (entries_.empty() || placeLegendInside()) {
         return true;
     }
@@ -419,6 +513,7 @@ bool Drawer::layOut(double width, double height) {
         isLegendBelow_ = false;
         layOutFrame(width, height);
     }
+    placeLabels();
     return true;
 }
 
@@ -630,6 +725,15 @@ void Drawer::drawMore() const {
     }
 }
 
+void Drawer::drawLabels() {
+    for (std::size_t i = 0; i < labels_.size(); ++i) {
+        if (labels_[i] && labels_[i]->width > 0.0) {
+            setColour(content_.series[i].colour);
+            text_.draw(content_.series[i].label, {labels_[i]->x, labels_[i]->y}, 0.0, 0.0);
+        }
+    }
+}
+
 /// Returns where the text stands.
 Box Drawer::drawPin(const PlotPin& pin) {
     const auto place = frame_.placeOf(pin.point);
@@ -702,7 +806,8 @@ std::optional<DrawnPlot> Drawer::draw(double width, double height) {
     drawAxes();
     drawTitles();
     drawLegend();
-    DrawnPlot drawn{frame_, {}};
+    drawLabels();
+    DrawnPlot drawn{frame_, {}, labels_};
     for (const PlotPin& pin : content_.pins) {
         drawn.pins.push_back(drawPin(pin));
     }
@@ -722,6 +827,12 @@ std::size_t DrawnPlot::pinAt(const PlotPlace& place) const {
 Colour plotColour(std::size_t number, const Colour& ground) {
     constexpr double half = 0.5;
     const bool isLight = (ground.red + ground.green + ground.blue) / 3.0 > half;
+    if (number == PlotSeries::grey) {
+        constexpr double onLightGround = 0.55;
+        constexpr double onDarkGround = 0.62;
+        const double grey = isLight ? onLightGround : onDarkGround;
+        return {grey, grey, grey};
+    }
     return (isLight ? onLight : onDark)[number % colours];
 }
 

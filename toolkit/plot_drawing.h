@@ -56,7 +56,8 @@ struct DrawnPlot {
     std::size_t pinAt(const PlotPlace& place) const;
 
     PlotFrame frame;
-    std::vector<Box> pins;  // their texts; empty ones of what is out of view
+    std::vector<Box> pins;                   // their texts; empty ones of what is out of view
+    std::vector<std::optional<Box>> labels;  // of the series
 };
 
 /// Draws a plot on a surface of this size. Returns nothing where there is no room.

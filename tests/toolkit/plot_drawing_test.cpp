@@ -281,7 +281,7 @@ TEST(PlotDrawingTest, ColoursStandOutFromTheirGroundAndLegendStandsWhereNothingI
     };
     for (const double shade : {1.0, 0.15}) {
         const toolkit::Colour ground{shade, shade, shade};
-        for (std::size_t i = 0; i < 6; ++i) {
+        for (const std::size_t i : {0UL, 1UL, 2UL, 3UL, 4UL, 5UL, PlotSeries::grey}) {
             const double colour = luminance(toolkit::plotColour(i, ground));
             const auto [darker, lighter] = std::minmax({colour, luminance(ground)});
             EXPECT_GE((lighter + 0.05) / (darker + 0.05), 3.0) << i << ' ' << shade;
@@ -314,6 +314,62 @@ TEST(PlotDrawingTest, ColoursStandOutFromTheirGroundAndLegendStandsWhereNothingI
             inkIn(frame.right - 90.0, frame.top + 8.0, frame.right - 8.0, frame.top + 25.0) > 20,
             !isEverywhere);
         EXPECT_EQ(frame.bottom > 255.0, !isEverywhere);
+    }
+}
+
+TEST(PlotDrawingTest, LabelsStandBesideTheirCurvesAndOverNothingElse) {
+    std::vector<PlotSeries> series;
+    for (int i = 0; i < 40;
+         ++i) {  // isotherms, six with labels and more with one name in the legend
+        PlotSeries curve(std::string(100, 'n'));  // too long for a legend in the frame
+        curve.label = std::to_string(200 + 30 * i) + " K";
+        for (double V = 70.0; V < 600.0; V += 5.0) {
+            curve.add(V, (1660.0 + 250.0 * std::min(i, 6)) / (V - 43.0) - 3.7e5 / (V * V));
+        }
+        if (i >= 6) {
+            curve.label = i == 6 ? std::string(100, 'w') : "";  // that no picture has room for
+            curve.legend = "kept";
+            curve.colour = PlotSeries::grey;
+        }
+        series.push_back(curve);
+    }
+    const PlotContent content{"", {"V", ""}, {"P", ""}, series, {}};
+    for (const double highest : {20.0, 1.0}) {  // MPa; some isotherms are out of view below 1
+        PlotView view;
+        view.start(series, {.y = toolkit::PlotRange{-5.0, highest}});
+        const Pixels picture({}, content, view, 700, 500);
+        const toolkit::PlotFrame& frame = picture.drawn->frame;
+        const auto& labels = picture.drawn->labels;
+        EXPECT_FALSE((labels[6] && labels[6]->width > 0.0) || labels[7]);
+        EXPECT_TRUE(highest == 1.0 ||
+                    frame.bottom > 450.0);  // the legend of one row stays in the frame
+        std::size_t seen = 0;
+        for (std::size_t i = 0; i < 6; ++i) {
+            if (!labels[i]) {
+                EXPECT_EQ(highest, 1.0) << i;  // only pieces are in view
+                continue;
+            }
+            const auto& box = *labels[i];
+            seen += box.width > 0.0 ? 1 : 0;
+            const auto isIn = [&box](const toolkit::PlotPlace& place, double room) {
+                return place.x > box.x - room && place.x < box.x + box.width + room &&
+                       place.y > box.y - room && place.y < box.y + box.height + room;
+            };
+            bool isBeside = box.width == 0.0;
+            for (std::size_t k = 0; k < series.size(); ++k) {
+                toolkit::trace(
+                    series[k], 0, frame,
+                    [&](const toolkit::PlotSpot& spot) {
+                        EXPECT_FALSE(isIn(spot.place, 0.0)) << i << " under " << k;
+                        isBeside = isBeside || (i == k && isIn(spot.place, 10.0));
+                    },
+                    [] {});
+                EXPECT_FALSE(k < i && labels[k] && labels[k]->width > 0.0 &&
+                             isIn({labels[k]->x, labels[k]->y}, 0.0));
+            }
+            EXPECT_TRUE(isBeside) << i;
+        }
+        EXPECT_GE(seen, highest > 1.0 ? 6U : 2U);
     }
 }
 
