@@ -38,14 +38,14 @@ const char* const equilibriumText =
     "A fluid inclusion keeps its volume and its substance: its composition and its bulk "
     "density (or molar volume) are known. At a given temperature it is either one "
     "homogeneous fluid or splits into a liquid and a vapour. Type the temperature and the "
-    "density and press \"calculate\" for the pressure, the two phases and how much of the volume "
-    "the vapour takes.";
+    "density, press \"first approach\" and then \"calculate\" for the pressure, the two phases and "
+    "how much of the volume the vapour takes.";
 
 const char* const equilibriumApproachText =
     "The first approach is where the calculation starts: a pressure, the volume fraction of "
-    "the vapour and the composition of both phases. It is made by its own button, or by "
-    "\"calculate\" where there is none yet, and is searched for among all phases "
-    "that the van der Waals equation allows. A line says when the fluid is homogeneous. What is "
+    "the vapour and the composition of both phases. It is made by its own button, and is searched "
+    "for among all phases that the van der Waals equation allows. A line says when the fluid is "
+    "homogeneous. What is "
     "shown then is only an estimate, and the calculation ends on two phases that cannot make up "
     "this density, with \"error\" for their volume fractions, or on two equal ones.";
 

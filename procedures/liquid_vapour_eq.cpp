@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <memory>
-#include <utility>
 
 #include "model/fluid_model.h"
 #include "procedures/explanations.h"
@@ -117,9 +116,15 @@ std::optional<EquilibriumStart> LiquidVapourEq::readApproach() const {
     return guess ? std::optional(EquilibriumStart{*guess, *fraction, ""}) : std::nullopt;
 }
 
-void LiquidVapourEq::showApproach(const EquilibriumInput& input) {
+void LiquidVapourEq::CalFirstApproach_Action() {
+    const std::optional<EquilibriumInput> input = read();
+    emptyApproach();
+    if (!input) {
+        results.warning.setText("put a correct number for temperature and density");
+        return;
+    }
     const fluid::Mixture& mixture = fluid::AcceptedMixture();
-    const EquilibriumStart start = equilibriumStart(mixture, input);
+    const EquilibriumStart start = equilibriumStart(mixture, *input);
     dataEntryP.setText(toolkit::numberText(start.guess.unknown));
     dataEntryF.setText(toolkit::numberText(start.volumeFraction));
     approach.show(mixture, start.guess);
@@ -127,28 +132,8 @@ void LiquidVapourEq::showApproach(const EquilibriumInput& input) {
     results.warning.setText(start.warning);
 }
 
-void LiquidVapourEq::CalFirstApproach_Action() {
-    const std::optional<EquilibriumInput> input = read();
-    emptyApproach();
-    if (input) {
-        showApproach(*input);
-    } else {
-        results.warning.setText("put a correct number for temperature and density");
-    }
-}
-
 void LiquidVapourEq::calculate_Action() {
     const std::optional<EquilibriumInput> input = read();
-    if (input && approach.isEmpty()) {
-        const std::string typedP = dataEntryP.text();
-        const std::string typedF = dataEntryF.text();
-        showApproach(*input);
-        for (const auto& [entry, typed] : {std::pair(&dataEntryP, typedP), {&dataEntryF, typedF}}) {
-            if (!typed.empty()) {
-                entry->setText(typed);
-            }
-        }
-    }
     const std::optional<EquilibriumStart> start = readApproach();
     emptyResults();
     if (!input || !start) {

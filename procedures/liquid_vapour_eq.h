@@ -41,7 +41,6 @@ class LiquidVapourEq : public toolkit::Screen {
     std::optional<EquilibriumInput> read() const;
     /// The first approach; nothing where a part of it is unusable.
     std::optional<EquilibriumStart> readApproach() const;
-    void showApproach(const EquilibriumInput& input);
 
     TemperatureEntry temperature{"GroupBox2", "StaticText3", "\u00B0Celsius"};
     VolumeEntry volume{"GroupBox3", "StaticText1", "MolarVolume1"};
