@@ -38,7 +38,7 @@ std::string PastedText() {
 void PastedList(benchmark::State& run) {
     const fluid::Mixture mixture = MixtureOf(run.range(0) != 0);
     const std::string text = PastedText();
-    for (auto _ : run) {
+    for ([[maybe_unused]] auto _ : run) {
         procedures::InclusionList list;
         list.calculate({mixture, ""});
         list.add(procedures::ReadPasted(text, {}).inclusions);

@@ -204,8 +204,9 @@ Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) 
     constexpr double FugacityTolerance = 1e-8;  // what the iteration leaves of the drift
     const Pair pair(components, phases);
     const bool isPossible = pair.X.free > 0.0 && pair.Y.free > 0.0;
-    if (!isPossible || phases.T < AbsurdT(components))
+    if (!isPossible || phases.T < AbsurdT(components)) {
         return {Outcome::NoSolution, Stability::Stable};
+    }
     const Outcome refused = LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution;
     const double tolerance = std::max(FugacityTolerance, Sharpness(pair));
     if (!InEquilibrium(pair, tolerance)) return {refused, Stability::Stable};
@@ -214,8 +215,9 @@ Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) 
     const TrialCurve curve(mixture, bulk.free);
     constexpr double Alike = 0.05;  // copies that were seen are within 0.4 %
     const bool alike = std::abs(phases.Vx / phases.Vy - 1.0) < Alike;
-    if (alike && !CoexistsWith(curve, bulkIsX ? pair.Y : pair.X))
+    if (alike && !CoexistsWith(curve, bulkIsX ? pair.Y : pair.X)) {
         return {refused, Stability::Stable};
+    }
     return {Outcome::Converged, StabilityOf(curve, bulk.RT, phases.P)};
 }
 
@@ -329,8 +331,9 @@ std::optional<double> ShareOf(const Mixture& bulk, double V, const PhasePair& ph
         return std::abs(inX * x + inY * y - whole) <= Exact * whole;
     };
     bool same = inX >= -Exact && inY >= -Exact && isSame(phases.Vx, phases.Vy, V);
-    for (std::size_t i = 0; i < bulk.count; ++i)
+    for (std::size_t i = 0; i < bulk.count; ++i) {
         same = same && isSame(phases.x[i], phases.y[i], z[i]);
+    }
     return same ? std::optional(inY * phases.Vy / V) : std::nullopt;
 }
 

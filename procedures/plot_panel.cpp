@@ -126,6 +126,7 @@ void PlotPanel::SavePicture_Action() {
         return;
     }
     std::vector<std::string> sizes;
+    sizes.reserve(std::size(toolkit::pictureSizes));
     for (const toolkit::PictureSize& size : toolkit::pictureSizes) {
         sizes.emplace_back(size.name);
     }

@@ -11,7 +11,6 @@
 #include "model/composition.h"
 #include "model/cubic.h"
 #include "model/molar_volume.h"
-#include "model/van_der_waals.h"
 #include "tests/model/golden.h"
 
 namespace {
@@ -103,8 +102,9 @@ TEST(Activity, ValuesAreTheGoldenOnes) {
         const Phase phase(T, P, static_cast<std::size_t>(row[13]));
         ComponentValues volumes{};
         const auto count = fluid::AcceptedMixture().count;
-        for (std::size_t k = 0; k < count; ++k)
+        for (std::size_t k = 0; k < count; ++k) {
             volumes[k] = fluid::PureGasVolume(fluid::AcceptedMixture(), k, T, P).volume;
+        }
         const auto standard = fluid::PureFugacities(fluid::AcceptedMixture(), T, row[14], volumes);
         for (std::size_t k = 0; k < count; ++k) {
             const std::size_t i = fluid::AcceptedMixture().index[k];

@@ -108,8 +108,9 @@ TEST(Homogenisation, GoldenPointsAreFoundAndReachedFromAside) {
             iterations = std::max(iterations, result.iterations);
             // From other fractions it takes longer; near a critical point they may lead elsewhere.
             const bool bubble = golden.kind == Homogenisation::IntoLiquid;
-            if (fluid::AcceptedMixture().count == 1 || golden.phases.Vy < 2.0 * golden.phases.Vx)
+            if (fluid::AcceptedMixture().count == 1 || golden.phases.Vy < 2.0 * golden.phases.Vx) {
                 continue;
+            }
             PhaseGuess aside = guess;
             (bubble ? aside.y : aside.x)[0] *= 1.5;
             const auto again = Iterate(given, value, golden.kind, aside);

@@ -209,8 +209,9 @@ TEST(PropertiesTest, CoefficientChangesItsSignAtTheInversionPoints) {
         const double P = share * fluid::Pc[0];
         const auto points = fluid::InversionPoints(mixture, P);
         ASSERT_EQ(points.size(), 2U) << share;
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            const auto& [T, V] = points[i];
+        for (const auto& point : points) {
+            const double T = point.T;
+            const double V = point.V;
             EXPECT_LT(Error(fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V), P,
                             fluid::R * T / V),
                       1e-12);

@@ -126,7 +126,8 @@ TEST_F(CriticalScreensTest, LimitsAreListedMarkedAndExportedInEitherUnit) {
         ASSERT_EQ(rows().size(), static_cast<std::size_t>(count)) << text("warning");
         EXPECT_TRUE(column(0).starts_with(first)) << column(0);
         EXPECT_TRUE(column(4).starts_with(names)) << column(4);
-        for (const auto& [button, of] : {std::pair("PlotV", 2), std::pair("PlotT", 0)}) {
+        for (const auto& [button, of] :
+             {std::pair("PlotV", std::size_t{2}), std::pair("PlotT", std::size_t{0})}) {
             robot.click(button);
             const auto row = rows()[0];
             EXPECT_EQ(passes("in the table", toolkit::numberOrZero(row[of]),

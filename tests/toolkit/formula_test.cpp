@@ -21,7 +21,7 @@ class Picture {
         box = toolkit::typeset(source, context.get(), 30.0);
         cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_A8, side, side);
         cairo_t* const cairo = cairo_create(surface);
-        box.draw(cairo, margin, side / 2);
+        box.draw(cairo, margin, side / 2.0);
         cairo_surface_flush(surface);
         const unsigned char* const pixels = cairo_image_surface_get_data(surface);
         const int stride = cairo_image_surface_get_stride(surface);
