@@ -1,16 +1,20 @@
 #include "procedures/critical_point_window.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <functional>
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "model/fluid_model.h"
 #include "procedures/explanations.h"
 #include "procedures/phase_sentences.h"
 #include "procedures/units.h"
+#include "toolkit/clipboard.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/number_text.h"
 
@@ -34,11 +38,10 @@ std::string resultText(double value) {
 
 CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
     : Screen(host, "CriticalPointWindow", "Critical Point - Drovan W"),
-      ListBox1("ListBox1", CriticalTable::heads({"˚Celsius", zeroCelsius}), {10, 11, 10, 9, 8, 16}),
+      ListBox1("ListBox1", CriticalTable::heads({"˚Celsius", zeroCelsius}), {11, 10, 12, 9, 8, 16}),
       Label3("Label3", volumeUnit),
       plotPanel(*this, warning, ListBox1, "critical-point",
                 "Phase boundary, spinodal and critical points in pressure over temperature") {
-    PlotAll.turnOn();
     AxesTP.turnOn();
     calculate.onClick(this, &CriticalPointWindow::calculate_Action);
     Explanations.onClick(this, &CriticalPointWindow::Explanations_Action);
@@ -47,12 +50,12 @@ CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
     for (toolkit::RadioButton* const axes : {&AxesTP, &AxesVP, &AxesDT}) {
         axes->onChoose(this, &CriticalPointWindow::Axes_Action);
     }
-    PlotAll.onChoose(this, &CriticalPointWindow::PlotAll_Action);
-    PlotLow.onChoose(this, &CriticalPointWindow::PlotLow_Action);
+    CopyCurves.onClick(this, &CriticalPointWindow::CopyCurves_Action);
     Temperature.setTarget(ResultT, Label1);
     Pressure.setTarget(ResultP, Label2);
     MolarVolume.setTarget(ResultV, Label3);
     Export.setTooltip("Writes the critical points and all points of the curves to a text file");
+    CopyCurves.setTooltip("Copies all points of the curves, to be pasted into a spreadsheet");
     ListBox1.setAccessibleName("Critical points");
     for (std::size_t column = 0; column < 5; ++column) {
         ListBox1.alignRight(column);
@@ -71,15 +74,12 @@ void CriticalPointWindow::layOut() {
     const Block pseudo = GroupBox2.around(toolkit::grid({{Temperature, ResultT, Label1},
                                                          {Pressure, ResultP, Label2},
                                                          {MolarVolume, ResultV, Label3}}));
-    const Block left =
-        toolkit::column({Count, ListBox1.framed(mostPoints),
-                         toolkit::row({pseudo, temperature.block(),
-                                       GroupBox3.around(toolkit::column({PlotAll, PlotLow}))}),
-                         toolkit::buttonRow({Explanations, Export, calculate}), warning});
-    const Block diagram =
-        toolkit::column({GroupBox4.around(toolkit::column({AxesTP, AxesVP, AxesDT})),
-                         plotPanel.block().expanding()});
-    setContent(toolkit::columns({"points", left}, {{"diagram", diagram}}));
+    const Block left = toolkit::column(
+        {Count, ListBox1.framed(mostPoints),
+         toolkit::row({pseudo, temperature.block(),
+                       GroupBox4.around(toolkit::column({AxesTP, AxesVP, AxesDT}))}),
+         toolkit::buttonRow({Explanations, Export, CopyCurves, calculate}), warning});
+    setContent(toolkit::columns({"points", left}, {{"diagram", plotPanel.block()}}));
 }
 
 void CriticalPointWindow::Event_Activate() {
@@ -92,14 +92,6 @@ void CriticalPointWindow::Explanations_Action() {
     host().open(std::make_unique<ExplainCritical>(host()));
 }
 
-void CriticalPointWindow::PlotAll_Action() {
-    showResults();
-}
-
-void CriticalPointWindow::PlotLow_Action() {
-    showResults();
-}
-
 void CriticalPointWindow::Axes_Action() {
     plot();
 }
@@ -108,20 +100,21 @@ void CriticalPointWindow::calculate_Action() {
     mixture_ = fluid::AcceptedMixture();
     points_ = CriticalTable(mixture_);
     boundary_ = fluid::TraceBoundary(mixture_, points_.places());
-    ShownPressures all(points_.places());
-    for (const fluid::CriticalPoint& point : points_.places()) {
-        all.extendTo(point.P);
-    }
-    spinodal_ = fluid::TraceSpinodal(mixture_, fluid::SpinodalKind::Diffusional, coldestOf(all),
-                                     std::numeric_limits<double>::infinity());
+    spinodal_ =
+        fluid::TraceSpinodal(mixture_, fluid::SpinodalKind::Diffusional, coldestOf(allPressures()),
+                             std::numeric_limits<double>::infinity());
     showResults();
 }
 
 void CriticalPointWindow::Export_Action() {
-    const std::string text =
-        points_.fileText() + "\n" + CurveTable(mixture_, boundary_, spinodal_).fileText();
+    const std::string text = points_.fileText() + "\n" + curves().fileText();
     saveToFile(*this, warning, "Export", "critical-point", {".txt"},
                [text](const std::string& path) { return toolkit::writeFile(path, text); });
+}
+
+void CriticalPointWindow::CopyCurves_Action() {
+    toolkit::setClipboardText(curves().copiedText(temperature.scale()));
+    warning.inform("the points of the curves are on the clipboard");
 }
 
 void CriticalPointWindow::showResults() {
@@ -150,10 +143,10 @@ void CriticalPointWindow::showPoints() {
                            : count == 1
                                ? "This fluid has one critical point"
                                : "This fluid has " + std::to_string(count) + " critical points";
-    const ShownPressures shown = shownPressures();
+    const ShownPressures shown(points_.places());
     for (const fluid::CriticalPoint& point : points_.places()) {
         if (!shown.include(point.P)) {
-            sentence += "; that at " + sentenceText(point.P) + " MPa lies outside of the plot";
+            sentence += "; for that at " + sentenceText(point.P) + " MPa press Home in the plot";
         }
     }
     Count.setText(sentence);
@@ -167,14 +160,12 @@ void CriticalPointWindow::showPseudoCriticalPoint() {
     ResultV.setText(resultText(pseudo.V));
 }
 
-ShownPressures CriticalPointWindow::shownPressures() const {
-    ShownPressures shown(points_.places());
+ShownPressures CriticalPointWindow::allPressures() const {
+    ShownPressures all(points_.places());
     for (const fluid::CriticalPoint& point : points_.places()) {
-        if (PlotAll.isOn()) {
-            shown.extendTo(point.P);
-        }
+        all.extendTo(point.P);
     }
-    return shown;
+    return all;
 }
 
 double CriticalPointWindow::coldestOf(const ShownPressures& shown) const {
@@ -204,52 +195,71 @@ toolkit::PlotPoint CriticalPointWindow::placeOf(const StatePoint& state) const {
                          : toolkit::PlotPoint{T, state.P};
 }
 
-void CriticalPointWindow::addShown(PlotSeries& series, const std::vector<StatePoint>& curve,
-                                   double coldest) const {
-    const ShownPressures shown = shownPressures();
-    bool isGap = true;
-    for (const StatePoint& point : curve) {
-        const bool isShown = point.T >= coldest && shown.include(point.P);
-        if (isShown && isGap && series.size() > 0) {
-            series.addGap();
-        }
-        isGap = !isShown;
-        if (isShown) {
+toolkit::FirstView CriticalPointWindow::firstView() const {
+    const ShownPressures matter(points_.places());
+    const double coldest = coldestOf(matter);
+    toolkit::AxisExtent x;
+    toolkit::AxisExtent y;
+    const auto take = [&](const StatePoint& point) {
+        if (matter.include(point.P) && point.T >= coldest) {
             const toolkit::PlotPoint place = placeOf(point);
-            series.add(place.x, place.y);
+            x.take(place.x);
+            y.take(place.y);
         }
+    };
+    for (const fluid::BoundaryPiece& piece : boundary_) {
+        std::for_each(piece.points.begin(), piece.points.end(), take);
     }
+    for (const fluid::CriticalPoint& point : points_.places()) {
+        take({point.T, point.P, point.V});
+    }
+    const auto range = [](const toolkit::AxisExtent& extent, bool isLogarithmic) {
+        const toolkit::AxisLimits limits = extent.limits(isLogarithmic);
+        return extent.low <= extent.high
+                   ? std::optional(toolkit::PlotRange{limits.low, limits.high})
+                   : std::nullopt;
+    };
+    return {range(x, AxesVP.isOn()), range(y, false), AxesVP.isOn()};
 }
 
 void CriticalPointWindow::plot() {
-    const ShownPressures shown = shownPressures();
+    ShownPressures shown = allPressures();
     const double coldest = coldestOf(shown);
-    PlotSeries bubble("bubble points", PlotSeries::Style::line, 0);
-    PlotSeries dew("dew points", PlotSeries::Style::line, 1);
+    if (AxesDT.isOn()) {  // the pressure is on neither axis
+        shown.extendTo(std::numeric_limits<double>::infinity());
+        shown.extendTo(-std::numeric_limits<double>::infinity());
+    }
+    const auto place = [this](const StatePoint& state) { return placeOf(state); };
+    const auto through = [&](PlotSeries series, const std::vector<std::vector<StatePoint>>& pieces,
+                             const std::function<std::optional<StatePoint>(double V)>& stateAt) {
+        return throughStates(std::move(series), pieces, shown, place, stateAt);
+    };
+    std::array<std::vector<std::vector<StatePoint>>, 2> pieces;
     for (const fluid::BoundaryPiece& piece : boundary_) {
-        addShown(piece.kind == fluid::Homogenisation::IntoLiquid ? bubble : dew, piece.points,
-                 coldest);
+        auto& those = pieces[piece.kind == fluid::Homogenisation::IntoLiquid ? 0 : 1];
+        those.emplace_back();
+        std::copy_if(piece.points.begin(), piece.points.end(), std::back_inserter(those.back()),
+                     [coldest](const StatePoint& point) { return point.T >= coldest; });
     }
-    PlotSeries spinodal("spinodal", PlotSeries::Style::dashed, 2);
-    for (const auto& piece : spinodal_) {
-        addShown(spinodal, piece, coldest);
-    }
+    PlotSeries bubble = through(PlotSeries("bubble points"), pieces[0], boundaryStates(mixture_));
+    PlotSeries dew = through(PlotSeries("dew points", PlotSeries::Style::line, 1), pieces[1],
+                             boundaryStates(mixture_));
+    PlotSeries spinodal = through(PlotSeries("spinodal", PlotSeries::Style::dashed, 2), spinodal_,
+                                  spinodalStates(mixture_, fluid::SpinodalKind::Diffusional));
     PlotSeries critical("critical point", PlotSeries::Style::markers, 3);
     PlotSeries metastable("meta-stable critical point", PlotSeries::Style::markers, 1);
     PlotSeries unstable("unstable critical point", PlotSeries::Style::markers, 4);
-    for (const auto& [place, stability] : points_.points()) {
+    for (const auto& [point, stability] : points_.points()) {
         PlotSeries& series = stability == Stability::Unstable     ? unstable
                              : stability == Stability::Metastable ? metastable
                                                                   : critical;
-        if (shown.include(place.P)) {
-            const toolkit::PlotPoint at = placeOf({place.T, place.P, place.V});
-            series.add(at.x, at.y);
-        }
+        const toolkit::PlotPoint at = placeOf({point.T, point.P, point.V});
+        series.add(at.x, at.y);
     }
     const auto pseudo = fluid::FindPseudoCriticalPoint(mixture_);
     PlotSeries pseudoPoint("pseudo-critical point", PlotSeries::Style::markers, 5);
-    const toolkit::PlotPoint place = placeOf({pseudo.T, pseudo.P, pseudo.V});
-    pseudoPoint.add(place.x, place.y);
+    const toolkit::PlotPoint at = placeOf({pseudo.T, pseudo.P, pseudo.V});
+    pseudoPoint.add(at.x, at.y);
     if (AxesDT.isOn()) {
         plotPanel.setAxes("Density", densityUnit, "Temperature", temperature.scale().symbol());
     } else if (AxesVP.isOn()) {
@@ -259,7 +269,7 @@ void CriticalPointWindow::plot() {
     }
     plotPanel.show({std::move(bubble), std::move(dew), std::move(spinodal), std::move(critical),
                     std::move(metastable), std::move(unstable), std::move(pseudoPoint)},
-                   {.isLogarithmicX = AxesVP.isOn()});
+                   firstView());
 }
 
 }  // namespace procedures

@@ -26,8 +26,7 @@ class CriticalPointWindow : public toolkit::Screen {
   private:
     void calculate_Action();
     void Explanations_Action();
-    void PlotAll_Action();
-    void PlotLow_Action();
+    void CopyCurves_Action();
     void Axes_Action();
     void Export_Action();
 
@@ -36,14 +35,16 @@ class CriticalPointWindow : public toolkit::Screen {
     void showResults();
     void showPoints();
     void showPseudoCriticalPoint();
-    ShownPressures shownPressures() const;
+    /// The pressures of all critical points.
+    ShownPressures allPressures() const;
     /// The coldest temperature in K of a plot of these pressures.
     double coldestOf(const ShownPressures& shown) const;
+    /// Around the stable points and the curves between them.
+    toolkit::FirstView firstView() const;
+    CurveTable curves() const { return {mixture_, boundary_, spinodal_}; }
     void plot();
     /// Where a state lies between the axes that are chosen.
     toolkit::PlotPoint placeOf(const fluid::StatePoint& state) const;
-    void addShown(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>& curve,
-                  double coldest) const;
     /// A temperature in K as the screen has it.
     std::string temperatureText(double T) const;
 
@@ -65,17 +66,14 @@ class CriticalPointWindow : public toolkit::Screen {
     toolkit::Caption MolarVolume{"MolarVolume", "Molar Volume"};
     toolkit::ResultLabel ResultV{"ResultV"};
     toolkit::Label Label3;
-    toolkit::RadioGroup plotGroup;
-    toolkit::GroupBox GroupBox3{"GroupBox3", "Plot"};
-    toolkit::RadioButton PlotAll{plotGroup, "PlotAll", " all critical points"};
-    toolkit::RadioButton PlotLow{plotGroup, "PlotLow", " low pressures"};
     toolkit::RadioGroup axesGroup;
     toolkit::GroupBox GroupBox4{"GroupBox4", "Axes"};
-    toolkit::RadioButton AxesTP{axesGroup, "AxesTP", " pressure over temperature"};
-    toolkit::RadioButton AxesVP{axesGroup, "AxesVP", " pressure over molar volume"};
-    toolkit::RadioButton AxesDT{axesGroup, "AxesDT", " temperature over density"};
+    toolkit::RadioButton AxesTP{axesGroup, "AxesTP", " P over T"};
+    toolkit::RadioButton AxesVP{axesGroup, "AxesVP", " P over V"};
+    toolkit::RadioButton AxesDT{axesGroup, "AxesDT", " T over density"};
     toolkit::Button Explanations{"Explanations", "explanation"};
     toolkit::Button Export{"Export", "export"};
+    toolkit::Button CopyCurves{"CopyCurves", "copy curves"};
     toolkit::Button calculate{"calculate", "calculate"};
     toolkit::Message warning{"warning"};
     PlotPanel plotPanel;

@@ -13,10 +13,10 @@ CriticalTable::CriticalTable(const fluid::Mixture& mixture)
 }
 
 SeriesTable::Row CriticalTable::heads(const TemperatureScale& scale) {
-    return {std::string("Temperature (") + scale.name + ")",
-            "Pressure (MPa)",
-            std::string("Molar Volume (") + volumeUnit + ")",
-            std::string("Density (") + densityUnit + ")",
+    return {std::string("Temperature\n(") + scale.name + ")",
+            "Pressure\n(MPa)",
+            std::string("Molar Volume\n(") + volumeUnit + ")",
+            std::string("Density\n(") + densityUnit + ")",
             "Z",
             "State"};
 }
@@ -75,6 +75,20 @@ SeriesTable::Row CurveTable::row(std::size_t number, const TemperatureScale& sca
 std::string CurveTable::fileHeading() const {
     return "Curves\nKind, Temperature, Pressure, Molar Volume, Density\n"
            ", (Celsius), (MPa), (cm3/mol), (g/cm3)\n";
+}
+
+std::string CurveTable::copiedText(const TemperatureScale& scale) const {
+    std::string text = std::string("Kind\tTemperature (") + scale.name +
+                       ")\tPressure (MPa)\tMolar Volume (" + volumeUnit + ")\tDensity (" +
+                       densityUnit + ")\n";
+    for (std::size_t i = 0; i < count(); ++i) {
+        std::string cells;
+        for (const std::string& cell : row(i, scale, Digits::Full)) {
+            cells += (cells.empty() ? "" : "\t") + cell;
+        }
+        text += cells + '\n';
+    }
+    return text;
 }
 
 }  // namespace procedures

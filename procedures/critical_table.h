@@ -47,6 +47,8 @@ class CurveTable : public SeriesTable {
     Row row(std::size_t number, const TemperatureScale& scale, Digits digits) const override;
     std::string fileHeading() const override;
     std::size_t fileColumns() const override { return 5; }
+    /// As it is put on the clipboard: heads and rows, their cells parted by tabs.
+    std::string copiedText(const TemperatureScale& scale) const;
 
   private:
     struct Point {

@@ -9,6 +9,11 @@
 
 namespace procedures {
 
+using fluid::StatePoint;
+using toolkit::PlotPoint;
+using PlaceOf = std::function<PlotPoint(const StatePoint&)>;
+using StateAt = std::function<std::optional<StatePoint>(double V)>;
+
 ShownPressures::ShownPressures(const fluid::CriticalPoints& critical) {
     const double pseudo = fluid::FindPseudoCriticalPoint(fluid::AcceptedMixture()).P;
     constexpr double low = 10.0;
@@ -51,23 +56,61 @@ void addCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>&
     }
 }
 
-toolkit::PlotSeries throughStates(
-    toolkit::PlotSeries series, const std::vector<std::vector<fluid::StatePoint>>& pieces,
-    const ShownPressures& shown, const std::function<double(const fluid::StatePoint&)>& x,
-    const std::function<std::optional<fluid::StatePoint>(double V)>& stateAt) {
-    toolkit::PlotSeries volumes;  // at the same points
+toolkit::PlotSeries throughStates(toolkit::PlotSeries series,
+                                  const std::vector<std::vector<StatePoint>>& pieces,
+                                  const ShownPressures& shown, const PlaceOf& place,
+                                  const StateAt& stateAt) {
+    std::vector<double> volumes;  // at the same points
     for (const auto& piece : pieces) {
-        addCurve(series, piece, shown, x);
-        addCurve(volumes, piece, shown, [](const fluid::StatePoint& point) { return point.V; });
+        bool isGap = true;
+        for (const StatePoint& point : piece) {
+            if (!shown.include(point.P)) {
+                isGap = true;
+                continue;
+            }
+            if (isGap && series.size() > 0) {
+                series.addGap();
+                volumes.push_back(point.V);
+            }
+            isGap = false;
+            const PlotPoint there = place(point);
+            series.add(there.x, there.y);
+            volumes.push_back(point.V);
+        }
     }
-    series.between = [V = std::move(volumes.x), xs = series.x, ys = series.y, x, stateAt](
-                         std::size_t i, double share) -> toolkit::PlotPoint {
+    series.between = [V = std::move(volumes), xs = series.x, ys = series.y, place, stateAt](
+                         std::size_t i, double share) -> PlotPoint {
         const auto state = stateAt(std::lerp(V[i], V[i + 1], share));
-        return state ? toolkit::PlotPoint{x(*state), state->P}
-                     : toolkit::PlotPoint{std::lerp(xs[i], xs[i + 1], share),
-                                          std::lerp(ys[i], ys[i + 1], share)};
+        return state ? place(*state)
+                     : PlotPoint{std::lerp(xs[i], xs[i + 1], share),
+                                 std::lerp(ys[i], ys[i + 1], share)};
     };
     return series;
+}
+
+toolkit::PlotSeries throughStates(toolkit::PlotSeries series,
+                                  const std::vector<std::vector<StatePoint>>& pieces,
+                                  const ShownPressures& shown,
+                                  const std::function<double(const StatePoint&)>& x,
+                                  const StateAt& stateAt) {
+    const PlaceOf place = [x](const StatePoint& point) { return PlotPoint{x(point), point.P}; };
+    return throughStates(std::move(series), pieces, shown, place, stateAt);
+}
+
+StateAt boundaryStates(const fluid::Mixture& mixture) {
+    return [mixture](double V) {
+        const auto point = fluid::FindBoundary(mixture, V);
+        return point ? std::optional(StatePoint{point->T, point->P, point->V}) : std::nullopt;
+    };
+}
+
+StateAt spinodalStates(const fluid::Mixture& mixture, fluid::SpinodalKind kind) {
+    const fluid::Spinodal limit = fluid::SpinodalOf(mixture, kind);
+    return [mixture, limit](double V) {
+        const double T = limit.temperature(V);
+        return std::optional(
+            StatePoint{T, fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V), V});
+    };
 }
 
 }  // namespace procedures

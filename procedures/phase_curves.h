@@ -36,5 +36,17 @@ toolkit::PlotSeries throughStates(
     toolkit::PlotSeries series, const std::vector<std::vector<fluid::StatePoint>>& pieces,
     const ShownPressures& shown, const std::function<double(const fluid::StatePoint&)>& x,
     const std::function<std::optional<fluid::StatePoint>(double V)>& stateAt);
+/// The same where `place` gives both numbers of a state.
+toolkit::PlotSeries throughStates(
+    toolkit::PlotSeries series, const std::vector<std::vector<fluid::StatePoint>>& pieces,
+    const ShownPressures& shown,
+    const std::function<toolkit::PlotPoint(const fluid::StatePoint&)>& place,
+    const std::function<std::optional<fluid::StatePoint>(double V)>& stateAt);
+
+/// What gives the states of the phase boundary and of a spinodal of the mixture at a molar volume.
+std::function<std::optional<fluid::StatePoint>(double V)> boundaryStates(
+    const fluid::Mixture& mixture);
+std::function<std::optional<fluid::StatePoint>(double V)> spinodalStates(
+    const fluid::Mixture& mixture, fluid::SpinodalKind kind);
 
 }  // namespace procedures

@@ -17,8 +17,6 @@ namespace procedures {
 
 namespace {
 
-constexpr std::size_t pageSize = 1;  // the picture size proposed
-
 /// What was written under the names of this session's files, without their extensions.
 std::map<std::string, std::string>& writtenNames() {
     static std::map<std::string, std::string> names;
@@ -64,7 +62,7 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
         limits_.update();
     });
     SavePicture.setTooltip("Saves the plot as an SVG, PDF or PNG file");
-    CopyPicture.setTooltip("Puts the plot on the clipboard");
+    CopyPicture.setTooltip("Puts the plot on the clipboard, as Ctrl+C in the plot does");
     ExportCurves.setTooltip("Writes the points of the curves to a text file");
     Enlarge.setTooltip("Shows the plot in a window of its own (F11)");
     Copy.setTooltip("Copies the table, to be pasted into a spreadsheet");
@@ -131,8 +129,8 @@ void PlotPanel::SavePicture_Action() {
         sizes.emplace_back(size.name);
     }
     toolkit::chooseFileToSave(
-        screen_, "Save picture", proposedName() + ".svg", {".svg", ".pdf", ".png"}, sizes, pageSize,
-        [this](const std::string& path, std::size_t size) {
+        screen_, "Save picture", proposedName() + ".svg", {".svg", ".pdf", ".png"}, sizes,
+        toolkit::pageSize, [this](const std::string& path, std::size_t size) {
             tellWritten(path, toolkit::savePlot(path, toolkit::pictureSizes[size], plot.content(),
                                                 plot.view()));
         });
@@ -142,8 +140,7 @@ void PlotPanel::CopyPicture_Action() {
     if (!hasPlot()) {
         return;
     }
-    const auto failure =
-        toolkit::copyPlot(toolkit::pictureSizes[pageSize], plot.content(), plot.view());
+    const auto failure = plot.copyPicture();
     failure ? message_.setText(*failure) : message_.inform("the picture is on the clipboard");
 }
 

@@ -218,13 +218,7 @@ void SpinodalWindow::plot() {
     };
     const auto through = [&](PlotSeries series, const SpinodalTable::Curves& pieces,
                              fluid::SpinodalKind kind) {
-        const fluid::Spinodal limit = fluid::SpinodalOf(mixture_, kind);
-        const auto stateAt = [mixture = mixture_, limit](double V) {
-            const double T = limit.temperature(V);
-            return std::optional(
-                StatePoint{T, fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V), V});
-        };
-        return throughStates(std::move(series), pieces, all, x, stateAt);
+        return throughStates(std::move(series), pieces, all, x, spinodalStates(mixture_, kind));
     };
     PlotSeries marks("in the table", PlotSeries::Style::markers, 2);
     constexpr std::size_t mostMarks = 12;

@@ -12,6 +12,7 @@
 #include "toolkit/announcement.h"
 #include "toolkit/event.h"
 #include "toolkit/exposure.h"
+#include "toolkit/plot_picture.h"
 #include "toolkit/plot_reading.h"
 #include "toolkit/text_size.h"
 
@@ -248,6 +249,20 @@ bool Plot::setLimits(const PlotLimits& limits) {
 std::string Plot::reading() const {
     return sheet_->pointed ? readingOf(content(), view().limits(), *sheet_->pointed).sentence()
                            : "";
+}
+
+std::optional<std::string> Plot::copyPicture() const {
+    return copyPlot(pictureSizes[pageSize], content(), view());
+}
+
+bool Plot::canPerform(EditCommand command) const {
+    return command == EditCommand::copy && !isEmpty();
+}
+
+void Plot::perform(EditCommand command) {
+    if (canPerform(command)) {
+        copyPicture();
+    }
 }
 
 const Plot* Plot::twin() const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "toolkit/control.h"
+#include "toolkit/edit_commands.h"
 #include "toolkit/layout.h"
 #include "toolkit/plot_drawing.h"
 #include "toolkit/plot_series.h"
@@ -19,8 +20,8 @@ namespace toolkit {
 /// view, a double click or Home shows everything, Backspace what was in view before. The curve near
 /// the pointer is read out; a click pins what is read, another removes it. With the focus, Left and
 /// Right walk along a curve, Up and Down go to another one, + and - zoom, Shift and an arrow move
-/// the view, and Space pins.
-class Plot : public Control {
+/// the view, Space pins, and the Edit menu copies the picture.
+class Plot : public Control, public Editable {
   public:
     /// `description` tells a screen reader what the plot shows.
     Plot(std::string name, const std::string& description);
@@ -47,6 +48,11 @@ class Plot : public Control {
     std::string reading() const;
     /// `changed` runs when what is in view or what is read has changed.
     void onChange(Handler changed) { changed_ = std::move(changed); }
+    /// Puts the picture on the clipboard; returns nothing, or the sentence that says what went
+    /// wrong.
+    std::optional<std::string> copyPicture() const;
+    bool canPerform(EditCommand command) const override;
+    void perform(EditCommand command) override;
     /// Another plot that shows the same; null where there is none.
     const Plot* twin() const;
     /// Where a point is drawn, relative to the plot's upper left corner; nothing before it was.

@@ -21,6 +21,7 @@ inline constexpr std::array<PictureSize, 3> pictureSizes = {{
     {"journal page, 175 mm", 175.0, 115.0, 9.0},
     {"slide, 254 mm", 254.0, 143.0, 16.0},
 }};
+inline constexpr std::size_t pageSize = 1;  // the one that is proposed
 inline constexpr double picturePixelsPerInch = 300.0;
 
 /// Writes a plot as black on white, in the format that the path ends with: .svg, .pdf or .png.

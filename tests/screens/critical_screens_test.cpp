@@ -81,6 +81,10 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
     }
     EXPECT_EQ(kinds,
               "Critical points|Temperature|(Celsius)|Curves|Kind|bubble point|dew point|spinodal|");
+    robot.click("CopyCurves");
+    const std::string copied = clipboard();
+    EXPECT_TRUE(copied.starts_with("Kind\tTemperature (Kelvin)\tPressure (MPa)\tMolar Volume "));
+    EXPECT_NE(copied.find("\nspinodal\t"), std::string::npos);
     robot.click("AxesTP");
     openCriticalPoint({{"H2O", "0.5"}, {"CO2", "0.5"}});
     robot.closeWindow();
@@ -91,10 +95,17 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
     EXPECT_TRUE(text("ListBox1").starts_with("Temperature (˚Celsius)")) << text("ListBox1");
     EXPECT_EQ(text("Label1"), "˚Celsius");
     EXPECT_TRUE(passes("meta-stable critical point", -12.8995239023532, -14.84603207632093));
-    robot.click("PlotLow");
-    EXPECT_EQ(series("critical point").x.size(), 1U);
-    EXPECT_EQ(text("Count"),
-              "This fluid has 2 critical points; that at -14.8460321 MPa lies outside of the plot");
+    EXPECT_EQ(
+        text("Count"),
+        "This fluid has 2 critical points; for that at -14.8460321 MPa press Home in the plot");
+    robot.control("Plot").takeFocus();
+    for (const bool isAll : {false, true}) {
+        const toolkit::PlotLimits limits =
+            dynamic_cast<toolkit::Plot&>(robot.control("Plot")).view().limits();
+        EXPECT_EQ(limits.x.includes(-12.9) && limits.y.includes(-14.8), isAll);
+        EXPECT_TRUE(limits.x.includes(190.4));
+        robot.press("Home");
+    }
     openCriticalPoint({{"H2O", "0.1"}, {"CH4", "0.9"}});
     EXPECT_EQ(column(5), "unstable|unstable|");
     EXPECT_EQ(series("unstable critical point").x.size(), 2U);

@@ -9,6 +9,7 @@
 
 #include "tests/screens/screen_test.h"
 #include "toolkit/check_button.h"
+#include "toolkit/clipboard.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -251,11 +252,21 @@ TEST_F(PlotTest, PicturesAreSavedAndCopiedInTheirKindsAndSizesUnderNamesOfTheirO
                      &g_object_unref);
     EXPECT_EQ(gdk_pixbuf_get_width(png.get()), 1004);  // 85 mm
     EXPECT_EQ(gdk_pixbuf_get_option(png.get(), "x-dpi"), std::string("300"));
-    robot.click("CopyPicture");
-    const Pixels copied(gtk_clipboard_wait_for_image(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD)),
-                        &g_object_unref);
-    EXPECT_EQ(gdk_pixbuf_get_width(copied.get()), 2067);  // 175 mm
-    calculate({{"dataEntryV1", "70"}});                   // another curve of the same temperature
+    for (const bool isByKeys : {false, true}) {
+        toolkit::setClipboardText("");
+        if (isByKeys) {
+            plot().takeFocus();
+            robot.press("Control_L+c");
+        } else {
+            robot.click("CopyPicture");
+        }
+        const Pixels copied(
+            gtk_clipboard_wait_for_image(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD)),
+            &g_object_unref);
+        ASSERT_TRUE(copied);
+        EXPECT_EQ(gdk_pixbuf_get_width(copied.get()), 2067);  // 175 mm
+    }
+    calculate({{"dataEntryV1", "70"}});  // another curve of the same temperature
     robot.click("ExportCurves");
     waitForDialog();
     robot.press("Alt_L+s");
