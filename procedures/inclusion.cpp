@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "model/phase_boundary.h"
+#include "model/van_der_waals.h"
 #include "procedures/phase_sentences.h"
 #include "procedures/series_table.h"
 #include "toolkit/number_text.h"
@@ -239,8 +240,25 @@ std::string interpret(const PastedRow& row, const Value& value, const PastePatte
     return "";
 }
 
-Inclusion inclusionOf(std::string_view line, const PastePattern& pattern) {
-    const PastedRow row = partsOf(line);
+/// The unit that the heads of a table name, if they name one: "Th (°C)", "Th/K".
+std::string_view unitIn(std::string_view heads) {
+    for (std::string_view word : split(heads, "\t;,()[]\" ")) {
+        if (!unitOf(word)) {
+            word.remove_prefix(std::min(word.find('/'), word.size() - 1) + 1);
+        }
+        if (unitOf(word)) {
+            return word;
+        }
+    }
+    return {};
+}
+
+Inclusion inclusionOf(std::string_view line, const PastePattern& pattern,
+                      std::string_view usualUnit) {
+    PastedRow row = partsOf(line);
+    if (!row.unit) {
+        row.unit = unitOf(usualUnit);
+    }
     Inclusion inclusion;
     const auto value = valueOf(row.value);
     const std::string cell = "\u201C" + std::string(row.value) + "\u201D";
@@ -284,15 +302,44 @@ InclusionState StateOf(const fluid::Mixture& mixture, const Inclusion& inclusion
     return state;
 }
 
+Trapped TrappedAt(const fluid::Mixture& mixture, const InclusionState& state,
+                  const Trapping& trapping) {
+    if (!(state.V > 0.0) || !trapping.isKnown()) {
+        return {};
+    }
+    const double a = mixture.attraction;
+    const double b = mixture.covolume;
+    TrappingPoint point;
+    if (trapping.T) {
+        point = {*trapping.T, fluid::PressureVdW(a, b, trapping.T->kelvin, state.V)};
+    } else {
+        const double T = fluid::TemperatureVdW(a, b, *trapping.P, state.V);
+        point = {WrittenTemperature::calculated(T), *trapping.P};
+    }
+    if (!std::isfinite(point.P) || !std::isfinite(point.T.kelvin)) {
+        return {{}, "with numbers of this size no trapping conditions can be calculated"};
+    }
+    if (state.point && point.T.kelvin < state.point->T.kelvin) {
+        return {{},
+                std::string("it homogenizes above this trapping ") +
+                    (trapping.T ? "temperature" : "pressure")};
+    }
+    if (!state.point && point.T.kelvin < fluid::ColdestT(mixture)) {
+        return {{}, "so cold that it is not known whether it is one phase there"};
+    }
+    return {point, ""};
+}
+
 PastedInclusions ReadPasted(std::string_view text, const PastePattern& pattern) {
     PastedInclusions pasted;
     bool isFirst = true;
     for (const std::string_view line : split(text, "\n\r")) {
-        Inclusion inclusion = inclusionOf(line, pattern);
+        Inclusion inclusion = inclusionOf(line, pattern, pasted.unit);
         const bool isHeads = isFirst && inclusion.problem.starts_with(noNumber);
         isFirst = false;
         if (isHeads) {
             pasted.heads = line;
+            pasted.unit = unitIn(line);
             continue;
         }
         pasted.problems += inclusion.problem.empty() ? 0 : 1;

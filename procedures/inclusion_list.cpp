@@ -166,25 +166,18 @@ void InclusionList::chooseNextPoint(const Rows& rows) {
     }
 }
 
-std::optional<InclusionList::Trapped> InclusionList::trapped(std::size_t row) const {
-    const InclusionState& state = entries_[row].state;
-    if (!(state.V > 0.0)) {
-        return std::nullopt;
+void InclusionList::setTrapping(const Rows& rows, const Trapping& trapping) {
+    for (const std::size_t row : rows) {
+        entries_[row].inclusion.trapping = trapping;
     }
-    const fluid::Mixture& mixture = fluidOf(row)->mixture;
-    const double a = mixture.attraction;
-    const double b = mixture.covolume;
-    Trapped result;
-    if (trapping_.T) {
-        result = {*trapping_.T, fluid::PressureVdW(a, b, trapping_.T->kelvin, state.V)};
-    } else if (trapping_.P) {
-        const double T = fluid::TemperatureVdW(a, b, *trapping_.P, state.V);
-        result = {WrittenTemperature::calculated(T), *trapping_.P};
-    } else {
-        return std::nullopt;
-    }
-    const bool isOnePhase = !state.point || result.T.kelvin >= state.point->T.kelvin;
-    return isOnePhase && std::isfinite(result.P) ? std::optional(result) : std::nullopt;
+}
+
+Trapped InclusionList::trapped(std::size_t row) const {
+    const Entry& entry = entries_[row];
+    const Trapping& own = entry.inclusion.trapping;
+    const auto& fluid = fluidOf(row);
+    return fluid ? TrappedAt(fluid->mixture, entry.state, own.isKnown() ? own : trapping_)
+                 : Trapped();
 }
 
 SeriesTable::Row InclusionList::row(std::size_t number, const TemperatureScale& scale,
@@ -212,14 +205,17 @@ SeriesTable::Row InclusionList::row(std::size_t number, const TemperatureScale& 
     if (state.V > 0.0) {
         cells[7] = text(state.slope);
     }
-    std::string remark = state.remark;
-    if (const auto trapping = trapped(number)) {
-        cells[8] = text(trapping->T.in(scale));
-        cells[9] = text(trapping->P);
-    } else if (state.V > 0.0 && (trapping_.T || trapping_.P)) {
-        remark += std::string(remark.empty() ? "" : "; ") +
-                  "it homogenizes above these trapping conditions";
+    const Trapped trapping = trapped(number);
+    if (trapping.point) {
+        cells[8] = text(trapping.point->T.in(scale));
+        cells[9] = text(trapping.point->P);
+    } else if (inclusion.trapping.T) {
+        cells[8] = text(inclusion.trapping.T->in(scale));
+    } else if (inclusion.trapping.P) {
+        cells[9] = text(*inclusion.trapping.P);
     }
+    const bool areTwo = !state.remark.empty() && !trapping.remark.empty();
+    const std::string remark = state.remark + (areTwo ? "; " : "") + trapping.remark;
     cells[10] = remark;
     cells[11] = kept ? kept->composition : "";
     return cells;

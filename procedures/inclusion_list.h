@@ -11,12 +11,6 @@
 
 namespace procedures {
 
-/// The temperature or the pressure at which the inclusions were trapped, if one is known.
-struct Trapping {
-    std::optional<WrittenTemperature> T;
-    std::optional<double> P;  // MPa
-};
-
 /// A fluid and its composition as a text.
 struct Fluid {
     fluid::Mixture mixture;
@@ -49,11 +43,15 @@ class InclusionList : public SeriesTable {
     Rows move(const Rows& rows, bool towardsEnd);
     /// Takes the next of several points of homogenization.
     void chooseNextPoint(const Rows& rows);
+    /// Of all that have no condition of their own.
     void setTrapping(const Trapping& trapping) { trapping_ = trapping; }
+    /// The own one of these rows; an unknown one leaves them with that of all.
+    void setTrapping(const Rows& rows, const Trapping& trapping);
 
     const Inclusion& inclusion(std::size_t row) const { return entries_[row].inclusion; }
     /// Nothing but a remark until it is calculated.
     const InclusionState& state(std::size_t row) const { return entries_[row].state; }
+    Trapped trapped(std::size_t row) const;
     /// The fluid of a row; null until it is calculated.
     const std::shared_ptr<const Fluid>& fluidOf(std::size_t row) const;
     /// The fluid that it was kept with; null for one of the present fluid.
@@ -72,14 +70,8 @@ class InclusionList : public SeriesTable {
         InclusionState state;
         std::shared_ptr<const Fluid> kept;  // null for an inclusion of the present fluid
     };
-    /// Where the isochore of an inclusion meets the trapping condition; nothing where it does not.
-    struct Trapped {
-        WrittenTemperature T;
-        double P = 0.0;
-    };
 
     void calculate(Entry& entry) const;
-    std::optional<Trapped> trapped(std::size_t row) const;
 
     std::shared_ptr<const Fluid> fluid_;  // the present one; null until something is calculated
     Trapping trapping_;

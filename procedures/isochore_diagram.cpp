@@ -5,12 +5,14 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <utility>
 
 #include "model/critical_point.h"
 #include "model/phase_split.h"
 #include "model/van_der_waals.h"
 #include "procedures/phase_curves.h"
+#include "procedures/phase_sentences.h"
 
 namespace procedures {
 
@@ -53,40 +55,117 @@ const char* stateText(InclusionLine::State state) {
     return texts[static_cast<std::size_t>(state)];
 }
 
-/// The pressure of two phases from their end at the homogenization down to `lowestT`, hot to cold.
-void addPath(const fluid::Mixture& mixture, const StatePoint& end, double lowestT,
-             std::size_t steps, InclusionLine& line) {
-    using Piece = InclusionLine::Piece;
-    StatePoint last = end;
-    for (std::size_t i = 1; i <= steps; ++i) {
-        const double share = static_cast<double>(i) / static_cast<double>(steps);
-        const double T = end.T + share * (lowestT - end.T);
-        const auto split = fluid::SplitAtVolume(mixture, T, end.V);
-        if (!split) {  // one phase, but for rounding
-            continue;
+/// The pressures of a curve at its points and wherever it was asked for between them: a plot asks
+/// for the same places again and again.
+class PathPressures {
+  public:
+    PathPressures(const fluid::Mixture& mixture, double V) : mixture_(mixture), V_(V) {}
+
+    std::optional<double> operator()(double T) {
+        constexpr std::size_t most = 20000;
+        if (known_.size() > most) {
+            known_.clear();
         }
-        if (!split->found) {
-            line.isColdEndReached = true;
+        const auto [at, isNew] = known_.try_emplace(T);
+        if (isNew) {
+            const auto split = fluid::SplitAtVolume(mixture_, T, V_);
+            at->second = split && split->found ? std::optional(split->phases.P) : std::nullopt;
+        }
+        return at->second;
+    }
+
+  private:
+    fluid::Mixture mixture_;
+    double V_;
+    std::map<double, std::optional<double>> known_;
+};
+
+/// The pressure of two phases from their end at the homogenization down to `lowestT`.
+class Path {
+  public:
+    Path(const fluid::Mixture& mixture, const StatePoint& end, InclusionLine& line)
+        : mixture_(mixture), line_(line), last_(end) {}
+
+    void follow(double lowestT, std::size_t steps);
+
+  private:
+    struct Place {
+        StatePoint point;
+        InclusionLine::State state = InclusionLine::State::TwoPhases;
+    };
+    /// Nothing where it is one phase, but for rounding.
+    std::optional<Place> at(double T);
+    /// Goes on to a place of another kind by way of where the kind changes.
+    void change(Place next);
+    void add(const Place& place);
+
+    const fluid::Mixture& mixture_;
+    InclusionLine& line_;
+    StatePoint last_;
+};
+
+std::optional<Path::Place> Path::at(double T) {
+    const auto split = fluid::SplitAtVolume(mixture_, T, last_.V);
+    if (split && !split->found) {
+        line_.isColdEndReached = true;
+    }
+    return split && split->found
+               ? std::optional(Place{{T, split->phases.P, last_.V}, stateOf(*split)})
+               : std::nullopt;
+}
+
+void Path::add(const Place& place) {
+    if (line_.pieces.back().state != place.state) {
+        line_.pieces.push_back({place.state, {last_}});
+    }
+    last_ = place.point;
+    line_.pieces.back().points.push_back(last_);
+}
+
+void Path::change(Place next) {
+    constexpr int halvings = 20;
+    const InclusionLine::State state = line_.pieces.back().state;
+    for (int i = 0; i < halvings; ++i) {
+        const auto middle = at(0.5 * (last_.T + next.point.T));
+        if (!middle) {
             break;
         }
-        const InclusionLine::State state = stateOf(*split);
-        if (line.pieces.empty() || line.pieces.back().state != state) {
-            line.pieces.push_back(Piece{state, {last}});
-        }
-        last = {T, split->phases.P, end.V};
-        line.pieces.back().points.push_back(last);
+        middle->state == state ? add(*middle) : void(next = *middle);
     }
-    for (Piece& piece : line.pieces) {
+    add(next);
+}
+
+void Path::follow(double lowestT, std::size_t steps) {
+    const double highestT = last_.T;
+    line_.pieces.push_back({InclusionLine::State::TwoPhases, {last_}});
+    for (std::size_t i = 1; i <= steps && !line_.isColdEndReached; ++i) {
+        const double share = static_cast<double>(i) / static_cast<double>(steps);
+        const auto place = at(std::lerp(highestT, lowestT, share));
+        if (!place) {
+            continue;
+        }
+        if (line_.pieces.back().state != place->state) {
+            change(*place);
+        }
+        if (last_.T > place->point.T) {
+            add(*place);
+        }
+    }
+    if (line_.pieces.front().points.size() == 1) {
+        line_.pieces.erase(line_.pieces.begin());
+    }
+    // From cold to hot.
+    for (InclusionLine::Piece& piece : line_.pieces) {
         std::reverse(piece.points.begin(), piece.points.end());
     }
-    std::reverse(line.pieces.begin(), line.pieces.end());
+    std::reverse(line_.pieces.begin(), line_.pieces.end());
 }
 
 }  // namespace
 
 TemperatureRange proposedTemperatures(const fluid::Mixture& mixture,
                                       const std::vector<InclusionState>& inclusions,
-                                      const TemperatureScale& scale) {
+                                      const TemperatureScale& scale, double hottestTrapping) {
     double hottest = hottestStable(fluid::FindCriticalPoints(mixture));
     double coldest = std::numeric_limits<double>::infinity();
     for (const InclusionState& inclusion : inclusions) {
@@ -103,7 +182,7 @@ TemperatureRange proposedTemperatures(const fluid::Mixture& mixture,
     constexpr double above = 1.5;
     constexpr double steps = 50.0;
     const double first = inUnit(std::max(below * coldest, fluid::ColdestT(mixture)), scale);
-    const double last = inUnit(above * hottest, scale);
+    const double last = inUnit(std::max(above * hottest, hottestTrapping), scale);
     const double step = roundStep((last - first) / steps);
     const double start = std::max(step * std::ceil(first / step), step - zeroCelsius);
     return {*ValueRange::of(start, step * std::ceil(last / step), step), scale};
@@ -119,9 +198,12 @@ InclusionLine LineOf(const fluid::Mixture& mixture, const InclusionState& inclus
     if (inclusion.point) {
         start = {inclusion.point->T.kelvin, inclusion.point->P, inclusion.V};
         line.homogenization = start;
-        if (start.T > lowestT) {
-            addPath(mixture, start, lowestT, steps, line);
-        } else {
+        if (start.T > lowestT && steps > 0) {
+            const double coldest = fluid::ColdestT(mixture);
+            Path(mixture, start, line).follow(std::max(lowestT, coldest), steps);
+            line.isColdEndReached = line.isColdEndReached || lowestT < coldest;
+            line.pathPressure = PathPressures(mixture, start.V);
+        } else if (start.T <= lowestT) {
             start = at(lowestT);
         }
     }
@@ -131,21 +213,70 @@ InclusionLine LineOf(const fluid::Mixture& mixture, const InclusionState& inclus
     return line;
 }
 
+toolkit::FirstView DiagramView(const fluid::Mixture& mixture, const TemperatureRange& temperatures,
+                               const TemperatureScale& scale, double highestHomogenization,
+                               double highestTrapping) {
+    constexpr double room = 4.0;
+    constexpr double edge = 1.1;
+    const double curves = ShownPressures(fluid::FindCriticalPoints(mixture)).highest;
+    const double highest = std::max({room * highestHomogenization, curves, edge * highestTrapping});
+    return {
+        .x = toolkit::PlotRange{temperatures.lowest().in(scale), temperatures.highest().in(scale)},
+        .y = toolkit::PlotRange{0.0, highest}};
+}
+
+std::string LineSentences(const fluid::Mixture& mixture, const std::vector<InclusionLine>& lines,
+                          double lowestT, const TemperatureScale& scale) {
+    const auto hasState = [&lines](InclusionLine::State state) {
+        return std::any_of(lines.begin(), lines.end(), [state](const InclusionLine& line) {
+            return std::any_of(line.pieces.begin(), line.pieces.end(),
+                               [state](const auto& piece) { return piece.state == state; });
+        });
+    };
+    const bool endsCold = std::any_of(lines.begin(), lines.end(), [](const InclusionLine& line) {
+        return line.isColdEndReached;
+    });
+    std::vector<std::string> sentences;
+    if (hasState(InclusionLine::State::TwoOfThree)) {
+        sentences.emplace_back(
+            "Dotted: two phases where three are more stable; their pressure is not that of three.");
+    }
+    if (endsCold || lowestT < fluid::ColdestT(mixture)) {
+        sentences.push_back(
+            "Below " + sentenceText(inUnit(fluid::ColdestT(mixture), scale)) + " " + scale.name +
+            " nothing is searched: bubble points, dew points and two phases end there.");
+    }
+    std::string text;
+    for (const std::string& sentence : sentences) {
+        text += (text.empty() ? "" : " ") + sentence;
+    }
+    return text;
+}
+
 std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double highestP,
                                        const DiagramStyle& style) {
     const fluid::CriticalPoints critical = fluid::FindCriticalPoints(mixture);
     ShownPressures shown(critical);
     shown.extendTo(highestP);
     shown.lowest = 0.0;
-    const auto x = [&style](const StatePoint& point) { return inUnit(point.T, style.scale); };
-    const auto isWarm = [&style](const StatePoint& point) { return point.T >= style.lowestT; };
-    PlotSeries bubble("bubble points", PlotSeries::Style::line, 0);
-    PlotSeries dew("dew points", PlotSeries::Style::line, 1);
-    for (const fluid::BoundaryPiece& piece : fluid::TraceBoundary(mixture, critical)) {
-        std::vector<StatePoint> warm;
-        std::copy_if(piece.points.begin(), piece.points.end(), std::back_inserter(warm), isWarm);
-        addCurve(piece.kind == fluid::Homogenisation::IntoLiquid ? bubble : dew, warm, shown, x);
+    const auto x = [scale = style.scale](const StatePoint& point) {
+        return inUnit(point.T, scale);
+    };
+    using Pieces = std::vector<std::vector<StatePoint>>;
+    Pieces bubble;
+    Pieces dew;
+    for (fluid::BoundaryPiece& piece : fluid::TraceBoundary(mixture, critical)) {
+        const bool isBubble = piece.kind == fluid::Homogenisation::IntoLiquid;
+        (isBubble ? bubble : dew).push_back(std::move(piece.points));
     }
+    const auto through = [&](const char* name, std::size_t colour, const Pieces& pieces) {
+        const auto stateAt = [mixture](double V) -> std::optional<StatePoint> {
+            const auto point = fluid::FindBoundary(mixture, V);
+            return point ? std::optional(StatePoint{point->T, point->P, V}) : std::nullopt;
+        };
+        return throughStates(PlotSeries(name, PlotSeries::Style::line, colour), pieces, shown, x,
+                             stateAt);
+    };
     PlotSeries points("critical point", PlotSeries::Style::markers, 3);
     for (const fluid::CriticalPoint& point : critical) {
         const bool isStable = fluid::CriticalStability(mixture, point) == fluid::Stability::Stable;
@@ -153,15 +284,20 @@ std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double hig
             points.add(inUnit(point.T, style.scale), point.P);
         }
     }
-    std::vector<PlotSeries> series = {std::move(bubble), std::move(dew), std::move(points)};
+    std::vector<PlotSeries> series = {through("bubble points", 0, bubble),
+                                      through("dew points", 1, dew), std::move(points)};
     if (style.hasSpinodal) {
-        PlotSeries spinodal("spinodal", PlotSeries::Style::dotted, 2);
-        for (const auto& piece :
-             fluid::TraceSpinodal(mixture, fluid::SpinodalKind::Diffusional, style.lowestT,
-                                  std::numeric_limits<double>::infinity())) {
-            addCurve(spinodal, piece, shown, x);
-        }
-        series.push_back(std::move(spinodal));
+        const auto stateAt = [mixture, limit = fluid::SpinodalOf(
+                                           mixture, fluid::SpinodalKind::Diffusional)](double V) {
+            const double T = limit.temperature(V);
+            return std::optional(
+                StatePoint{T, fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V), V});
+        };
+        series.push_back(throughStates(
+            PlotSeries("spinodal", PlotSeries::Style::dotted, 2),
+            fluid::TraceSpinodal(mixture, fluid::SpinodalKind::Diffusional, style.lowestT,
+                                 std::numeric_limits<double>::infinity()),
+            shown, x, stateAt));
     }
     return series;
 }
@@ -173,13 +309,25 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
     constexpr std::array<Style, 3> styles = {Style::line, Style::dashed, Style::dotted};
     PlotSeries curves(name, Style::line, colour);
     PlotSeries marks("homogenization", Style::markers, colour);
+    // The paths that parts of the curve follow from a point on; straight ones have none.
+    struct Stretch {
+        std::size_t first;
+        std::function<std::optional<double>(double T)> pressure;
+    };
+    std::vector<Stretch> stretches;
     for (const InclusionLine& line : lines) {
         bool isFirst = true;
         for (const InclusionLine::Piece& piece : line.pieces) {
-            if (isFirst && curves.size() > 0) {
-                curves.addGap();
+            if (isFirst) {
+                if (curves.size() > 0) {
+                    curves.addGap();
+                }
+                curves.call(line.name);
             }
             curves.change(stateText(piece.state), styles[static_cast<std::size_t>(piece.state)]);
+            const bool isStraight = piece.state == InclusionLine::State::OnePhase;
+            stretches.push_back(
+                {curves.size() - (isFirst ? 0 : 1), isStraight ? nullptr : line.pathPressure});
             // Further pieces begin where the one before them ends.
             for (std::size_t i = isFirst ? 0 : 1; i < piece.points.size(); ++i) {
                 curves.add(inUnit(piece.points[i].T, scale), piece.points[i].P);
@@ -187,9 +335,21 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
             isFirst = false;
         }
         if (line.homogenization) {
+            marks.call(line.name);
             marks.add(inUnit(line.homogenization->T, scale), line.homogenization->P);
         }
     }
+    curves.between = [stretches = std::move(stretches), x = curves.x, y = curves.y, scale](
+                         std::size_t i, double share) -> toolkit::PlotPoint {
+        const toolkit::PlotPoint straight = {std::lerp(x[i], x[i + 1], share),
+                                             std::lerp(y[i], y[i + 1], share)};
+        const auto next =
+            std::upper_bound(stretches.begin(), stretches.end(), i,
+                             [](std::size_t at, const Stretch& each) { return at < each.first; });
+        const auto& pressure = std::prev(next)->pressure;
+        const auto P = pressure ? pressure(scale.toKelvin(straight.x)) : std::nullopt;
+        return {straight.x, P.value_or(straight.y)};
+    };
     return {std::move(curves), std::move(marks)};
 }
 

@@ -11,7 +11,7 @@ namespace procedures {
 
 namespace {
 
-constexpr int fractionDecimals = 6;
+constexpr int fractionDecimals = 8;  // as those of the phases elsewhere
 
 const char* splitName(const fluid::PhaseSplit& split) {
     if (!split.found) {

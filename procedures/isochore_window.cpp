@@ -47,7 +47,7 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
     : Screen(host, "IsochoreWindow", "Isochores - Drovan W"),
       table(*this, warning, "isochore",
             {.heads = IsochoreTable::heads(longestScale),
-             .characters = {10, 11, 11, 9, 17},
+             .characters = {10, 11, 11, 10, 17},
              .words = {4}}),
       list(*this, warning, "inclusions",
            {.heads = InclusionList::heads(longestScale),
@@ -68,6 +68,7 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
         "The pressure at each temperature of the range appears here when it is calculated.");
     list.ListBox1.setEmptyText("Inclusions that are added or pasted appear here.");
     Homogenisation.reserve(0, 2);
+    DiagramNote.reserve(0, 2);
     showUnits();
     connectHandlers();
     layOut();
@@ -102,6 +103,7 @@ void IsochoreWindow::connectHandlers() {
     Up.onClick(this, &IsochoreWindow::Up_Action);
     Down.onClick(this, &IsochoreWindow::Down_Action);
     Keep.onClick(this, &IsochoreWindow::Keep_Action);
+    SetTrapping.onClick(this, &IsochoreWindow::SetTrapping_Action);
     ExportIsochores.onClick(this, &IsochoreWindow::ExportIsochores_Action);
     NextPoint.setTooltip("Takes the next of several points of homogenization");
     Add.setTooltip("Puts this inclusion into the list");
@@ -109,6 +111,8 @@ void IsochoreWindow::connectHandlers() {
         "Adds inclusions from a spreadsheet: values; or names and values; or names, values and L "
         "or V");
     Rename.setTooltip("Gives the selected inclusion the name in the entry");
+    SetTrapping.setTooltip(
+        "Gives this trapping temperature or pressure to the selected inclusions only");
     Keep.setTooltip("Leaves these inclusions as they are when the composition changes");
     ExportIsochores.setTooltip("Writes the isochores of the selected inclusions, or of all");
 }
@@ -130,7 +134,7 @@ toolkit::Block IsochoreWindow::pageBlock() {
     using toolkit::Block;
     const Block trapping =
         toolkit::grid({{TrappingT, Block(dataEntryTt).expanding(), StaticText3},
-                       {TrappingP, Block(dataEntryPt).expanding(), StaticText4}});
+                       {TrappingP, Block(dataEntryPt).expanding(), StaticText4, SetTrapping}});
     const Block buttons =
         toolkit::grid({{Paste, Rename, Remove, Keep}, {Up, Down, list.Export, ExportIsochores}});
     return Pages.of(
@@ -143,8 +147,8 @@ void IsochoreWindow::layOut() {
     const Block left = toolkit::column(
         {inputBlock(), toolkit::buttonRow({Clear, NextPoint, Add, table.Export, calculate}),
          warning, Homogenisation});
-    const Block plot = toolkit::column(
-        {plotPanel.block().expanding(), toolkit::row({WithoutSpinodal, WithSpinodal})});
+    const Block plot = toolkit::column({plotPanel.block().expanding(), DiagramNote,
+                                        toolkit::row({WithoutSpinodal, WithSpinodal})});
     const Block tables =
         toolkit::column({toolkit::row({ShowTable, ShowList}), pageBlock().expanding()});
     setContent(toolkit::columns({"inclusion", left}, {{"plot", plot}, {"tables", tables}}));
@@ -210,8 +214,8 @@ void IsochoreWindow::dataEntryTt_TextChange() {
         dataEntryPt.setText("");
     }
     emptyResults();
-    if (readTrapping()) {
-        list.show(inclusions_, temperature.scale());
+    if (takeTrapping()) {
+        showList(list.ListBox1.selected());
     }
 }
 
@@ -220,8 +224,8 @@ void IsochoreWindow::dataEntryPt_TextChange() {
         dataEntryTt.setText("");
     }
     emptyResults();
-    if (readTrapping()) {
-        list.show(inclusions_, temperature.scale());
+    if (takeTrapping()) {
+        showList(list.ListBox1.selected());
     }
 }
 
@@ -275,36 +279,61 @@ std::optional<Inclusion> IsochoreWindow::readInclusion() {
 }
 
 std::optional<TemperatureRange> IsochoreWindow::readRange(
-    const std::vector<InclusionState>& inclusions) const {
+    const std::vector<InclusionState>& inclusions, double hottestTrapping) const {
     const TemperatureRange proposed =
-        proposedTemperatures(fluid_.mixture, inclusions, temperature.scale());
+        proposedTemperatures(fluid_.mixture, inclusions, temperature.scale(), hottestTrapping);
     const auto values = range.read(proposed.values);
     return values ? std::optional(TemperatureRange{*values, temperature.scale()}) : std::nullopt;
 }
 
-bool IsochoreWindow::readTrapping() {
+std::optional<Trapping> IsochoreWindow::readTrapping() {
     Trapping trapping;
     const auto T = toolkit::parseNumber(dataEntryTt.text());
     const auto P = toolkit::parseNumber(dataEntryPt.text());
     if (T && temperature.toKelvin(*T) > 0.0) {
         trapping.T = WrittenTemperature::typed(*T, temperature.scale());
-    } else if (!T && P) {
+    } else if (!T && P && *P > 0.0) {
         trapping.P = *P;
+    } else if (!dataEntryTt.text().empty()) {
+        warning.setText("warning: put a trapping temperature above absolute zero");
+        return std::nullopt;
+    } else if (!dataEntryPt.text().empty()) {
+        warning.setText("warning: put a trapping pressure above 0");
+        return std::nullopt;
     }
-    inclusions_->setTrapping(trapping);
-    const bool isUsable =
-        trapping.T || trapping.P || (dataEntryTt.text().empty() && dataEntryPt.text().empty());
-    if (!isUsable) {
-        warning.setText("warning: put a number for the trapping temperature or pressure");
+    return trapping;
+}
+
+bool IsochoreWindow::takeTrapping() {
+    const std::optional<Trapping> trapping = readTrapping();
+    inclusions_->setTrapping(trapping.value_or(Trapping()));
+    return trapping.has_value();
+}
+
+void IsochoreWindow::SetTrapping_Action() {
+    const InclusionList::Rows rows = list.ListBox1.selected();
+    const std::optional<Trapping> trapping = readTrapping();
+    if (!trapping) {
+        return;
     }
-    return isUsable;
+    if (rows.empty()) {
+        warning.setText("warning: select the inclusions in the list that it is for");
+        return;
+    }
+    inclusions_->setTrapping(rows, *trapping);
+    dataEntryTt.setText("");
+    dataEntryPt.setText("");
+    showList(rows);
+    warning.inform(trapping->isKnown()
+                       ? "the selected inclusions have this trapping condition, others another"
+                       : "the selected inclusions are trapped as all others are");
 }
 
 void IsochoreWindow::calculate_Action() {
     emptyResults();
     const bool isListOnly =
         volume.dataEntryV.text().empty() && dataEntryTh.text().empty() && inclusions_->count() > 0;
-    if (!readTrapping()) {
+    if (!takeTrapping()) {
         return;
     }
     if (isListOnly) {
@@ -378,7 +407,7 @@ void IsochoreWindow::showList(const InclusionList::Rows& selected) {
 
 void IsochoreWindow::Add_Action() {
     const std::optional<Inclusion> inclusion = readInclusion();
-    if (!inclusion || !readTrapping()) {
+    if (!inclusion || !takeTrapping()) {
         return;
     }
     inclusions_->calculate(fluid_);
@@ -410,7 +439,7 @@ void IsochoreWindow::pasted(const std::string& text) {
         return;
     }
     const std::size_t understood = rows.inclusions.size() - rows.problems;
-    readTrapping();
+    takeTrapping();
     inclusions_->calculate(fluid_);
     inclusions_->add(std::move(rows.inclusions));
     ShowList.turnOn();
@@ -418,7 +447,8 @@ void IsochoreWindow::pasted(const std::string& text) {
     std::string sentence = std::to_string(understood) +
                            (understood == 1 ? " inclusion was added" : " inclusions were added");
     if (!rows.heads.empty()) {
-        sentence += "; the first row was taken for heads";
+        sentence += "; the first row was taken for heads" +
+                    (rows.unit.empty() ? "" : ", with the unit " + rows.unit);
     }
     if (rows.problems > 0) {
         warning.setText(sentence + "; " + std::to_string(rows.problems) +
@@ -523,61 +553,86 @@ void IsochoreWindow::Diagram_Action() {
     showDiagram();
 }
 
-std::vector<InclusionState> IsochoreWindow::shownStates() const {
-    std::vector<InclusionState> states;
+struct IsochoreWindow::Shown {
+    std::string name;
+    InclusionState state;
+    std::shared_ptr<const Fluid> kept;  // null for an inclusion of the present fluid
+    std::optional<TrappingPoint> trapping;
+    bool isSelected = false;
+};
+
+std::vector<IsochoreWindow::Shown> IsochoreWindow::shownInclusions() const {
+    const InclusionList::Rows selected = list.ListBox1.selected();
+    std::vector<Shown> shown;
     for (std::size_t row = 0; row < inclusions_->count(); ++row) {
-        states.push_back(inclusions_->state(row));
+        if (inclusions_->state(row).V > 0.0) {
+            shown.push_back({"isochore " + inclusions_->inclusion(row).name,
+                             inclusions_->state(row), inclusions_->keptFluid(row),
+                             inclusions_->trapped(row).point,
+                             std::binary_search(selected.begin(), selected.end(), row)});
+        }
     }
-    if (typed_) {
-        states.push_back(*typed_);
+    if (typed_ && typed_->V > 0.0) {
+        const std::string name = dataEntryName.text();
+        shown.push_back({name.empty() ? "isochore" : "isochore " + name, *typed_, {}, {}, true});
     }
-    return states;
+    return shown;
 }
 
 void IsochoreWindow::showDiagram() {
-    const std::vector<InclusionState> states = shownStates();
-    const bool isEmpty = std::none_of(states.begin(), states.end(),
-                                      [](const InclusionState& state) { return state.V > 0.0; });
-    if (isEmpty) {
+    const std::vector<Shown> inclusions = shownInclusions();
+    DiagramNote.setText("");
+    if (inclusions.empty()) {
         plotPanel.clear();
         return;
     }
-    std::optional<TemperatureRange> temperatures = readRange(states);
+    const TemperatureScale scale = temperature.scale();
+    std::vector<InclusionState> states;
+    toolkit::PlotSeries trapping("trapping", toolkit::PlotSeries::Style::markers, 2);
+    double hottestTrapping = 0.0;
+    double highestTrapping = 0.0;
+    std::size_t selected = 0;
+    for (const Shown& each : inclusions) {
+        states.push_back(each.state);
+        selected += each.isSelected ? 1 : 0;
+        if (each.trapping) {
+            trapping.call(each.name);
+            trapping.add(each.trapping->T.in(scale), each.trapping->P);
+            hottestTrapping = std::max(hottestTrapping, each.trapping->T.kelvin);
+            highestTrapping = std::max(highestTrapping, each.trapping->P);
+        }
+    }
+    std::optional<TemperatureRange> temperatures = readRange(states, hottestTrapping);
     if (!temperatures || !temperatures->refusal().empty()) {
-        temperatures = proposedTemperatures(fluid_.mixture, states, temperature.scale());
+        temperatures = proposedTemperatures(fluid_.mixture, states, scale, hottestTrapping);
     }
     const double lowestT = temperatures->lowest().kelvin;
     const double highestT = temperatures->highest().kelvin;
-    const InclusionList::Rows selected = list.ListBox1.selected();
-    constexpr std::size_t allSteps = 1500;
-    constexpr std::size_t mostSteps = 40;
-    const std::size_t paths =
-        states.size() <= mostPaths ? states.size() : std::min(selected.size(), mostPaths);
+    constexpr std::size_t allSteps = 600;
+    constexpr std::size_t mostSteps = 24;
+    const bool areMany = inclusions.size() > mostPaths;
+    const std::size_t paths = areMany ? selected : inclusions.size();
     const std::size_t steps = std::min(mostSteps, allSteps / std::max<std::size_t>(paths, 1));
     using Group = std::pair<std::shared_ptr<const Fluid>, std::vector<InclusionLine>>;
     std::vector<Group> groups = {{nullptr, {}}};  // first that of the present fluid
     double highestP = 0.0;
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        if (!(states[i].V > 0.0)) {
-            continue;
-        }
-        const bool isListed = i < inclusions_->count();
-        const std::shared_ptr<const Fluid> fluid = isListed ? inclusions_->keptFluid(i) : nullptr;
-        const bool hasPath =
-            states.size() <= mostPaths || std::binary_search(selected.begin(), selected.end(), i);
-        InclusionLine line = LineOf(fluid ? fluid->mixture : fluid_.mixture, states[i], lowestT,
-                                    highestT, hasPath ? steps : 0);
+    double highestPh = 0.0;
+    for (const Shown& each : inclusions) {
+        const bool hasPath = paths <= mostPaths && (!areMany || each.isSelected);
+        InclusionLine line = LineOf(each.kept ? each.kept->mixture : fluid_.mixture, each.state,
+                                    lowestT, highestT, hasPath ? steps : 0);
+        line.name = each.name;
         if (!line.pieces.empty()) {
             highestP = std::max(highestP, line.pieces.back().points.back().P);
         }
+        highestPh = std::max(highestPh, line.homogenization ? line.homogenization->P : 0.0);
         auto group = std::find_if(groups.begin(), groups.end(),
-                                  [&fluid](const Group& each) { return each.first == fluid; });
+                                  [&each](const Group& one) { return one.first == each.kept; });
         if (group == groups.end()) {
-            group = groups.insert(groups.end(), {fluid, {}});
+            group = groups.insert(groups.end(), {each.kept, {}});
         }
         group->second.push_back(std::move(line));
     }
-    const TemperatureScale scale = temperature.scale();
     std::vector<toolkit::PlotSeries> series =
         EnvelopeSeries(fluid_.mixture, highestP, {scale, lowestT, WithSpinodal.isOn()});
     std::size_t colour = 4;  // behind those of the curves
@@ -589,8 +644,20 @@ void IsochoreWindow::showDiagram() {
             series.push_back(std::move(each));
         }
         ++colour;
+        const std::string said =
+            LineSentences(fluid ? fluid->mixture : fluid_.mixture, lines, lowestT, scale);
+        if (DiagramNote.text().empty()) {
+            DiagramNote.setText(said);
+        }
     }
-    plotPanel.show(std::move(series));
+    if (areMany) {
+        DiagramNote.setText("Of more than " + std::to_string(mostPaths) +
+                            " inclusions the two phases are drawn for so many selected ones. " +
+                            DiagramNote.text());
+    }
+    series.push_back(std::move(trapping));
+    plotPanel.show(std::move(series),
+                   DiagramView(fluid_.mixture, *temperatures, scale, highestPh, highestTrapping));
 }
 
 }  // namespace procedures

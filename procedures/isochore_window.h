@@ -37,6 +37,7 @@ class IsochoreWindow : public toolkit::Screen {
     void Remove_Action();
     void Up_Action();
     void Down_Action();
+    void SetTrapping_Action();
     void Keep_Action();
     void ExportIsochores_Action();
     void ShowList_Action();
@@ -61,8 +62,12 @@ class IsochoreWindow : public toolkit::Screen {
     /// The inclusion that is typed; nothing where it is refused, by a sentence.
     std::optional<Inclusion> readInclusion();
     /// The temperatures for these inclusions: as typed, and as proposed where nothing is.
-    std::optional<TemperatureRange> readRange(const std::vector<InclusionState>& inclusions) const;
-    bool readTrapping();
+    std::optional<TemperatureRange> readRange(const std::vector<InclusionState>& inclusions,
+                                              double hottestTrapping = 0.0) const;
+    /// The trapping condition that is typed; nothing where it is refused, by a sentence.
+    std::optional<Trapping> readTrapping();
+    /// Gives it to all inclusions; returns whether that could be done.
+    bool takeTrapping();
     /// Shows the isochore of an inclusion, or says why there is none.
     void showIsochore(const std::string& name, const InclusionState& state);
     /// Shows the table of the inclusion that is selected in the list, if it is one.
@@ -70,7 +75,8 @@ class IsochoreWindow : public toolkit::Screen {
     /// Shows the list with these rows selected, and the diagram.
     void showList(const InclusionList::Rows& selected);
     void showDiagram();
-    std::vector<InclusionState> shownStates() const;
+    struct Shown;
+    std::vector<Shown> shownInclusions() const;
     void calculateList();
 
     Fluid fluid_;  // of what is shown
@@ -95,6 +101,7 @@ class IsochoreWindow : public toolkit::Screen {
     toolkit::Caption TrappingP{"TrappingP", "Trapping Pressure"};
     toolkit::Entry dataEntryPt{"dataEntryPt"};
     toolkit::Label StaticText4{"StaticText4", "MPa"};
+    toolkit::Button SetTrapping{"SetTrapping", "for selected"};
     TemperatureUnit temperature{"GroupBox2"};
     toolkit::Button Clear{"Clear", "clear"};
     toolkit::Button NextPoint{"NextPoint", "next point"};
@@ -119,6 +126,7 @@ class IsochoreWindow : public toolkit::Screen {
     toolkit::Button Keep{"Keep", "keep"};
     toolkit::Button ExportIsochores{"ExportIsochores", "export isochores"};
     PlotPanel plotPanel;
+    toolkit::Label DiagramNote{"DiagramNote"};
 };
 
 }  // namespace procedures

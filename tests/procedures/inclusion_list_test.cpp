@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
+#include <span>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "model/composition.h"
@@ -10,8 +13,11 @@
 #include "model/phase_equilibrium.h"
 #include "model/phase_split.h"
 #include "model/van_der_waals.h"
+#include "procedures/homogenisation_conditions.h"
 #include "procedures/inclusion_list.h"
 #include "procedures/isochore_diagram.h"
+#include "procedures/isochore_table.h"
+#include "procedures/two_phases.h"
 #include "tests/model/golden.h"
 #include "toolkit/number_text.h"
 
@@ -105,31 +111,51 @@ TEST(InclusionListTest, RowsOfASpreadsheetAreUnderstoodOrKeptWithASentence) {
     EXPECT_EQ(table.heads, "Name\tTh (K)");
     ASSERT_EQ(table.inclusions.size(), 2U);
     EXPECT_EQ(table.inclusions[0].problem, into);
+    EXPECT_TRUE(table.inclusions[0].scale.isKelvin());  // by the heads
+    for (const auto& [heads, unit] :
+         {std::pair("Name;Th (\u00B0C);Into", "\u00B0C"), {"Name\tTh/K", "K"}, {"Name Th", ""}}) {
+        const std::string rows = std::string(heads) + "\nA 22 L\nB 22 K L\n";
+        const auto pasted = procedures::ReadPasted(rows, PastePattern{{}, kelvin});
+        EXPECT_EQ(pasted.unit, unit);
+        ASSERT_EQ(pasted.inclusions.size(), 2U);
+        EXPECT_EQ(pasted.inclusions[0].scale.isKelvin(), pasted.unit != "\u00B0C");
+        EXPECT_TRUE(pasted.inclusions[1].scale.isKelvin());
+    }
     EXPECT_EQ(procedures::ReadPasted("A 80", {GivenBy::Density, kelvin}).inclusions[0].by,
               GivenBy::Density);
     EXPECT_TRUE(procedures::ReadPasted(" \n\t;\n", {}).inclusions.size() < 2U);
 }
 
-// The same numbers as of the screens Homogenization conditions and Liquid-Vapour equilibria.
+// To all digits that the screens Homogenization conditions and Liquid-Vapour equilibria show.
 TEST(InclusionListTest, InclusionsHomogenizeAndFollowTheirTwoPhasesAsOneByOne) {
+    using fluid::Homogenisation;
     const fluid::Mixture mixture = carbonic();
-    const InclusionList list = listOf(
-        mixture, "A 220 L\nB 220 V\nC 67.95817259849628 cm3/mol\nD -53.15 C V\nE 0.5 g/cm3\n");
-    EXPECT_EQ(column(list, 0), "A|B|C|D|E|");
-    EXPECT_EQ(column(list, 1), "Th|Th|molar volume|Th|density|");
-    EXPECT_EQ(column(list, 3), "liquid|vapour|liquid|vapour|liquid|");
-    EXPECT_EQ(column(list, 4).substr(0, 36), "3.386661|2.422317|3.386661|2.422317|");
-    EXPECT_EQ(column(list, 5).substr(0, 44), "67.958173|588.850081|67.958173|588.850081|71");
-    EXPECT_EQ(column(list, 10), "|||||");
-    EXPECT_EQ(list.row(3, celsius, Digits::Full)[2], "-53.15");
+    std::string text = "C 67.95817259849628 cm3/mol\nD -53.15 C V\nE 0.5 g/cm3\n";
+    for (const char* const T : {"150", "187.5", "200.1", "220", "245.75", "260"}) {
+        text += std::string("L ") + T + " L\nV " + T + " V\n";
+    }
+    const InclusionList list = listOf(mixture, text);
+    ASSERT_EQ(list.count(), 15U);
+    EXPECT_EQ(column(list, 1).substr(0, 24), "molar volume|Th|density|");
+    EXPECT_EQ(list.row(1, celsius, Digits::Full)[2], "-53.15");
     for (std::size_t i = 0; i < list.count(); ++i) {
         const InclusionState& state = list.state(i);
+        const auto row = list.row(i, kelvin, Digits::Shown);
+        SCOPED_TRACE(row[0] + row[2] + row[3]);
         ASSERT_TRUE(state.point);
-        EXPECT_LT(RelativeError(fluid::FindBoundary(mixture, state.V)->T, state.point->T.kelvin),
-                  1e-12);
-        EXPECT_NEAR(state.density * state.V, 35.619688, 1e-9);
+        const double T = state.point->T.kelvin;
+        const procedures::HomogenisationInput given = {fluid::Given::Temperature, T,
+                                                       state.point->into, kelvin};
+        const auto start = homogenisationStart(mixture, given, 0);
+        const auto alone = homogenisationFrom(mixture, given, start.guess).results;
+        const auto& bulk = row[3] == "liquid" ? alone.x : alone.y;
+        EXPECT_EQ(row[4] + " " + row[5] + " " + row[6],
+                  alone.answer + " " + bulk->volume + " " + bulk->density);
+        EXPECT_LT(RelativeError(fluid::FindBoundary(mixture, state.V)->T, T), 1e-12);
         EXPECT_EQ(state.slope, fluid::R / (state.V - mixture.covolume));
-        const auto line = procedures::LineOf(mixture, state, 180.0, 400.0, 7);
+        const auto range = *procedures::ValueRange::of(0.9 * T, 1.1 * T, 0.03 * T);
+        const procedures::IsochoreTable isochore(mixture, {state.V, {{range, kelvin}}});
+        const auto line = procedures::LineOf(mixture, state, 0.9 * T, 400.0, 7);
         ASSERT_EQ(line.pieces.size(), 2U);
         const auto& [two, one] = std::tie(line.pieces[0].points, line.pieces[1].points);
         EXPECT_EQ(one.back().P,
@@ -137,10 +163,38 @@ TEST(InclusionListTest, InclusionsHomogenizeAndFollowTheirTwoPhasesAsOneByOne) {
         EXPECT_EQ(one.front().P, state.point->P);
         EXPECT_EQ(two.back().P, state.point->P);
         EXPECT_EQ(two.size(), 8U);
-        for (std::size_t k = 0; k + 1 < two.size(); ++k) {
-            EXPECT_EQ(two[k].P, fluid::SplitAtVolume(mixture, two[k].T, state.V)->phases.P);
+        for (std::size_t k = 0; isochore.splitsAt(range.value(k)); ++k) {
+            const procedures::EquilibriumInput input = {range.value(k), state.V};
+            const auto first = equilibriumStart(mixture, input);
+            const auto phases = equilibriumFrom(mixture, input, first.volumeFraction, first.guess);
+            const auto cells = isochore.row(k, kelvin, Digits::Shown);
+            EXPECT_EQ(cells[2] + " " + cells[3], phases.answer + " " + phases.y->volumeFraction);
+            EXPECT_EQ(toolkit::fixedText(*line.pathPressure(range.value(k)), 6), phases.answer);
         }
-        EXPECT_EQ(two.front().T, 180.0);
+    }
+}
+
+// A bulk mixed of two phases of known state, in 60 digits, has their pressure on its way.
+TEST(InclusionListTest, PathsHaveTheGoldenPressures) {
+    const auto points = ReadGolden("phase_equilibria.csv", 27);
+    for (const auto& row : ReadGolden("two_phases.csv", 20)) {
+        const auto& point = points.at(static_cast<std::size_t>(row[0]));
+        Accept(std::span(point).first(fluid::ComponentCount));
+        const fluid::Mixture& mixture = fluid::AcceptedMixture();
+        const double shareOfBulk = point[11] == 0.0 ? 1.0 - row[1] : row[1];
+        fluid::ComponentValues z{};
+        for (std::size_t k = 0; k < mixture.count; ++k) {
+            const double other = point[16 + mixture.index[k]];
+            z[k] = shareOfBulk * mixture.z[k] + (1.0 - shareOfBulk) * other;
+        }
+        const auto bulk = fluid::WithFractions(mixture, z);
+        const InclusionState state =
+            procedures::StateOf(bulk, {"", GivenBy::MolarVolume, row[14], kelvin});
+        const double T = point[12];
+        const auto line = procedures::LineOf(bulk, state, T, 2.0 * T, 5);
+        ASSERT_GE(line.pieces.size(), 2U);
+        EXPECT_LT(RelativeError(line.pieces.front().points.front().P, point[13]), 1e-11) << row[0];
+        EXPECT_EQ(line.pathPressure(T), line.pieces.front().points.front().P);
     }
 }
 
@@ -185,7 +239,7 @@ TEST(InclusionListTest, RowsAreMovedRemovedRenamedAndForgotten) {
     EXPECT_EQ(column(list, 0), "B|A|C|E;x|D|");
     list.remove({1, 2});
     list.rename(0, "B, \"the\" second");
-    list.add({{"", GivenBy::Density, 0.4, kelvin, {}, {}}});
+    list.add({{"", GivenBy::Density, 0.4, kelvin}});
     EXPECT_EQ(column(list, 0), "B, \"the\" second|E;x|D|4|");
     const std::string pressures = column(list, 4);
     EXPECT_TRUE(list.fileText().starts_with(
@@ -204,13 +258,65 @@ TEST(InclusionListTest, RowsAreMovedRemovedRenamedAndForgotten) {
 
 TEST(InclusionListTest, TrappingConditionsLieOnTheIsochores) {
     const fluid::Mixture mixture = carbonic();
-    InclusionList list = listOf(mixture, "220 L\n250 L\n");
+    InclusionList list = listOf(mixture, "220 L\n250 L\n273.5 V\n1e120 cm3/mol\n5 g/cm3\n");
+    const std::string cold = "it homogenizes above this trapping ";
+    const std::string several = "|2 points: choose one|";
     list.setTrapping({WrittenTemperature::typed(-33.15, celsius), {}});
-    EXPECT_EQ(column(list, 8), "240.000000||");
-    EXPECT_EQ(column(list, 10), "|it homogenizes above these trapping conditions|");
+    EXPECT_EQ(column(list, 8), "240.000000|||240.000000||");
+    EXPECT_TRUE(column(list, 10).starts_with("|" + cold + "temperature" + several));
+    EXPECT_NE(column(list, 10).find("|the molar volume must be larger"), std::string::npos);
     const std::string P = list.row(0, kelvin, Digits::Full)[9];
     list.setTrapping({{}, toolkit::numberOrZero(P)});
     EXPECT_NEAR(toolkit::numberOrZero(list.row(0, kelvin, Digits::Full)[8]), 240.0, 1e-10);
+    list.setTrapping({{}, 1e-121});
+    EXPECT_TRUE(column(list, 10).starts_with(cold + "pressure|" + cold + "pressure" + several))
+        << column(list, 10);
+    EXPECT_NE(column(list, 10).find("so cold that it is not known"), std::string::npos);
+    // An own condition comes before that of all, and stays without a result.
+    list.setTrapping({0, 1}, {WrittenTemperature::typed(300.0, kelvin), {}});
+    EXPECT_EQ(column(list, 8).substr(0, 24), "300.000000|300.000000|||");
+    list.setTrapping({1}, {});
+    list.setTrapping({{}, 20.0});
+    EXPECT_EQ(column(list, 9).substr(0, 23),
+              list.row(0, kelvin, Digits::Shown)[9] + "|20.000000||20");
+    list.forgetResults();
+    EXPECT_EQ(column(list, 8) + column(list, 9), "300.000000||||||||||");
+}
+
+TEST(InclusionListTest, LinesSayWhereThreePhasesAreAndWhereNothingIsSearched) {
+    const fluid::Mixture mixture = of({5e11, 3e11, 0, 0, 0, 0, 0, 0, 0, 2e11, 0});
+    const InclusionState state =
+        procedures::StateOf(mixture, {"", GivenBy::MolarVolume, 70.0, kelvin});
+    using State = procedures::InclusionLine::State;
+    const auto sentences = [&](const auto& line, double lowestT) {
+        return procedures::LineSentences(mixture, {line}, lowestT, kelvin);
+    };
+    const auto line = procedures::LineOf(mixture, state, 180.0, 700.0, 10);
+    std::vector<State> states;
+    for (const auto& piece : line.pieces) {
+        states.push_back(piece.state);
+        for (const double share : {0.25, 0.75}) {
+            const double T = std::lerp(piece.points.front().T, piece.points.back().T, share);
+            const auto split = fluid::SplitAtVolume(mixture, T, 70.0);
+            EXPECT_EQ(!split              ? State::OnePhase
+                      : split->metastable ? State::TwoOfThree
+                                          : State::TwoPhases,
+                      piece.state)
+                << T;
+        }
+    }
+    EXPECT_EQ(states, (std::vector{State::TwoOfThree, State::TwoPhases, State::OnePhase}));
+    EXPECT_TRUE(sentences(line, 180.0).starts_with("Dotted: two phases where three are more"));
+    EXPECT_FALSE(line.isColdEndReached);
+    const auto cold = procedures::LineOf(mixture, state, 1.0, 700.0, 10);
+    EXPECT_TRUE(cold.isColdEndReached);
+    EXPECT_EQ(cold.pieces.front().points.front().T, fluid::ColdestT(mixture));
+    EXPECT_NE(sentences(cold, 1.0).find("Kelvin nothing is searched"), std::string::npos);
+    const auto series = procedures::LineSeries({line, cold}, celsius, "isochores", 4);
+    EXPECT_EQ(series[0].parts.size(), states.size() + cold.pieces.size());
+    const std::size_t before = 2 * series[0].parts[1].first / 2;
+    const auto between = series[0].between(before - 1, 0.5);
+    EXPECT_EQ(between.y, *line.pathPressure(between.x + procedures::zeroCelsius));
 }
 
 TEST(InclusionListTest, ProposedTemperaturesAreRoundAndHoldWhatHappens) {

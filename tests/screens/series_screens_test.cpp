@@ -167,8 +167,15 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
     robot.click("Rename");
     EXPECT_EQ(names(), "B, C|new|D 22,5-|E|");
     robot.click("Remove");
+    robot.enter("dataEntryPt", "20,5");
+    EXPECT_EQ(text("warning"), "warning: put a trapping pressure above 0");
+    robot.enter("dataEntryPt", "20.5");
+    robot.control("ListBox2").takeFocus();
+    robot.press("End");
+    robot.click("SetTrapping");
     robot.enter("dataEntryTt", "300");
-    EXPECT_EQ(rows("ListBox2")[0][8], "300.000000");
+    EXPECT_EQ(rows("ListBox2")[0][8] + rows("ListBox2")[2][9], "300.00000020.500000");
+    EXPECT_EQ(plot().series().back().size(), 2U);  // where they were trapped
     EXPECT_EQ(rows("ListBox2")[0][9].substr(0, 4), "3.64") << rows("ListBox2")[0][9];
     robot.click("Keep");
     robot.use("Start2Window");
@@ -312,19 +319,21 @@ TEST_F(SeriesScreensTest, SaveToAPoorDiskKeepsTheTableAndTheWordOnIt) {
 
 TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
     open("Isochore");
-    calculate({{"dataEntryV", "80"},
-               {"dataEntryT1", "200"},
+    calculate({{"dataEntryName", "A3"},
+               {"dataEntryV", "80"},
+               {"dataEntryT1", "5"},
                {"dataEntryT2", "400"},
                {"dataEntryStep", "25"}});
     robot.settle();
-    ASSERT_EQ(plot().series().size(), 5U);
+    EXPECT_TRUE(text("DiagramNote").starts_with("Dotted: two phases")) << text("DiagramNote");
+    ASSERT_EQ(plot().series().size(), 6U);
     const toolkit::PlotSeries& isochore = plot().series()[3];
-    ASSERT_EQ(isochore.parts.size(), 2U);
-    EXPECT_EQ(isochore.x[isochore.parts[1].first], plot().series()[4].x[0]);
-    const auto place = plot().place({3, isochore.size() - 2, 0.5});
+    ASSERT_EQ(isochore.parts.size(), 3U);
+    EXPECT_EQ(isochore.x[isochore.parts[2].first], plot().series()[4].x[0]);
+    const auto place = plot().place({3, isochore.size() - 2, 0.1});
     ASSERT_TRUE(place);
     robot.moveTo(plot().area().x + place->x + 2, plot().area().y + place->y - 2);
-    EXPECT_TRUE(text("ReadOut").starts_with("isochores: 32")) << text("ReadOut");
+    EXPECT_TRUE(text("ReadOut").starts_with("isochore A3: 2")) << text("ReadOut");
     EXPECT_TRUE(text("ReadOut").ends_with("one phase")) << text("ReadOut");
     robot.moveTo(plot().area().x - 20, plot().area().y + 5);
     EXPECT_EQ(text("ReadOut"), "");
