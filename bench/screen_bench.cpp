@@ -34,7 +34,9 @@
 #include "procedures/thermodynamic_window.h"
 #include "procedures/volume_window.h"
 #include "toolkit/application.h"
+#include "toolkit/clipboard.h"
 #include "toolkit/entry.h"
+#include "toolkit/list.h"
 #include "toolkit/plot.h"
 
 namespace {
@@ -212,6 +214,42 @@ void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText
     toolkit::handlePendingEvents();
 }
 
+/// Pastes a thousand inclusions into the list of Isochores.
+void timePastedInclusions(app::WindowOwner& owner) {
+    constexpr std::size_t count = 1000;
+    constexpr int repetitions = 5;
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double T = 150.0 + 0.05 * static_cast<double>(i);
+        text += "Q" + std::to_string(i) + "\t" + std::to_string(T) + "\tL\n";
+    }
+    toolkit::setClipboardText(text);
+    std::vector<double> times;
+    for (int i = 0; i < repetitions; ++i) {
+        auto owned = std::make_unique<procedures::IsochoreWindow>(owner);
+        toolkit::Screen& screen = *owned;
+        owner.open(std::move(owned));
+        while (!screen.isPainted()) {
+            toolkit::handlePendingEvents();
+        }
+        const auto& list = dynamic_cast<toolkit::List&>(*screen.control("ListBox2"));
+        const auto start = std::chrono::steady_clock::now();
+        gtk_button_clicked(GTK_BUTTON(screen.control("Paste")->widget()));
+        while (toolkit::handlePendingEvents() || list.isEmpty()) {
+            gdk_display_sync(gdk_display_get_default());
+        }
+        const std::chrono::duration<double, std::milli> time =
+            std::chrono::steady_clock::now() - start;
+        times.push_back(time.count());
+        if (i + 1 == repetitions) {
+            timeRedraw(dynamic_cast<toolkit::Plot&>(*screen.control("Plot")), "inclusions", count);
+        }
+        owner.close(screen);
+        toolkit::handlePendingEvents();
+    }
+    std::printf("%zu inclusions pasted, calculated and drawn: %.1f ms\n", count, median(times));
+}
+
 }  // namespace
 
 int main() {
@@ -234,5 +272,6 @@ int main() {
         timeTable<procedures::IsochoreWindow>(owner, "dataEntryV", "80", 'T', count);
         timeTable<procedures::IsothermWindow>(owner, "dataEntryT", "220", 'V', count);
     }
+    timePastedInclusions(owner);
     return EXIT_SUCCESS;
 }

@@ -45,6 +45,7 @@ class InclusionList : public SeriesTable {
     void chooseNextPoint(const Rows& rows);
     /// Of all that have no condition of their own.
     void setTrapping(const Trapping& trapping) { trapping_ = trapping; }
+    const Trapping& trapping() const { return trapping_; }
     /// The own one of these rows; an unknown one leaves them with that of all.
     void setTrapping(const Rows& rows, const Trapping& trapping);
 

@@ -180,9 +180,10 @@ TemperatureRange proposedTemperatures(const fluid::Mixture& mixture,
     coldest = std::min(coldest, hottest);
     constexpr double below = 0.75;
     constexpr double above = 1.5;
+    constexpr double edge = 1.05;
     constexpr double steps = 50.0;
     const double first = inUnit(std::max(below * coldest, fluid::ColdestT(mixture)), scale);
-    const double last = inUnit(std::max(above * hottest, hottestTrapping), scale);
+    const double last = inUnit(std::max(above * hottest, edge * hottestTrapping), scale);
     const double step = roundStep((last - first) / steps);
     const double start = std::max(step * std::ceil(first / step), step - zeroCelsius);
     return {*ValueRange::of(start, step * std::ceil(last / step), step), scale};
@@ -303,54 +304,48 @@ std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double hig
 }
 
 std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
-                                   const TemperatureScale& scale, const std::string& name,
+                                   const TemperatureScale& scale, const std::string& legend,
                                    std::size_t colour) {
     using Style = PlotSeries::Style;
     constexpr std::array<Style, 3> styles = {Style::line, Style::dashed, Style::dotted};
-    PlotSeries curves(name, Style::line, colour);
-    PlotSeries marks("homogenization", Style::markers, colour);
-    // The paths that parts of the curve follow from a point on; straight ones have none.
-    struct Stretch {
-        std::size_t first;
-        std::function<std::optional<double>(double T)> pressure;
-    };
-    std::vector<Stretch> stretches;
+    constexpr std::size_t mostLabels = 8;
+    constexpr std::size_t mostMarks = 100;
+    std::vector<PlotSeries> series;
+    std::vector<PlotSeries> marks;
     for (const InclusionLine& line : lines) {
-        bool isFirst = true;
+        PlotSeries curve(line.name.empty() ? "isochore" : "isochore " + line.name, Style::line,
+                         colour);
+        curve.legend = legend;
+        curve.label = lines.size() <= mostLabels ? line.name : "";
         for (const InclusionLine::Piece& piece : line.pieces) {
-            if (isFirst) {
-                if (curves.size() > 0) {
-                    curves.addGap();
-                }
-                curves.call(line.name);
-            }
-            curves.change(stateText(piece.state), styles[static_cast<std::size_t>(piece.state)]);
-            const bool isStraight = piece.state == InclusionLine::State::OnePhase;
-            stretches.push_back(
-                {curves.size() - (isFirst ? 0 : 1), isStraight ? nullptr : line.pathPressure});
             // Further pieces begin where the one before them ends.
+            const bool isFirst = curve.size() == 0;
+            curve.change(stateText(piece.state), styles[static_cast<std::size_t>(piece.state)]);
             for (std::size_t i = isFirst ? 0 : 1; i < piece.points.size(); ++i) {
-                curves.add(inUnit(piece.points[i].T, scale), piece.points[i].P);
+                curve.add(inUnit(piece.points[i].T, scale), piece.points[i].P);
             }
-            isFirst = false;
         }
-        if (line.homogenization) {
-            marks.call(line.name);
-            marks.add(inUnit(line.homogenization->T, scale), line.homogenization->P);
+        if (line.pathPressure) {
+            curve.between = [pressure = line.pathPressure, x = curve.x, y = curve.y, scale,
+                             homogenization = line.homogenization->T](
+                                std::size_t i, double share) -> toolkit::PlotPoint {
+                const double at = std::lerp(x[i], x[i + 1], share);
+                const double T = scale.toKelvin(at);
+                const auto P = T < homogenization ? pressure(T) : std::nullopt;
+                return {at, P.value_or(std::lerp(y[i], y[i + 1], share))};
+            };
+        }
+        series.push_back(std::move(curve));
+        if (line.homogenization && lines.size() <= mostMarks) {
+            PlotSeries mark("homogenization" + (line.name.empty() ? "" : " of " + line.name),
+                            Style::markers, colour);
+            mark.legend = "homogenization";
+            mark.add(inUnit(line.homogenization->T, scale), line.homogenization->P);
+            marks.push_back(std::move(mark));
         }
     }
-    curves.between = [stretches = std::move(stretches), x = curves.x, y = curves.y, scale](
-                         std::size_t i, double share) -> toolkit::PlotPoint {
-        const toolkit::PlotPoint straight = {std::lerp(x[i], x[i + 1], share),
-                                             std::lerp(y[i], y[i + 1], share)};
-        const auto next =
-            std::upper_bound(stretches.begin(), stretches.end(), i,
-                             [](std::size_t at, const Stretch& each) { return at < each.first; });
-        const auto& pressure = std::prev(next)->pressure;
-        const auto P = pressure ? pressure(scale.toKelvin(straight.x)) : std::nullopt;
-        return {straight.x, P.value_or(straight.y)};
-    };
-    return {std::move(curves), std::move(marks)};
+    std::move(marks.begin(), marks.end(), std::back_inserter(series));
+    return series;
 }
 
 }  // namespace procedures

@@ -65,10 +65,10 @@ struct DiagramStyle {
 /// at least.
 std::vector<toolkit::PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double highestP,
                                                 const DiagramStyle& style);
-/// The lines in a colour of the palette under this name, and the marks where they begin; each is
-/// read out under the name of its inclusion.
+/// The lines in a colour of the palette, each under the name of its inclusion and all as one in the
+/// legend, and the marks where they begin.
 std::vector<toolkit::PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
-                                            const TemperatureScale& scale, const std::string& name,
-                                            std::size_t colour);
+                                            const TemperatureScale& scale,
+                                            const std::string& legend, std::size_t colour);
 
 }  // namespace procedures

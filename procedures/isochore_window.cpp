@@ -41,6 +41,15 @@ std::string pointsSentence(const InclusionState& state) {
     return sentence;
 }
 
+/// ". Trapping at 500 Kelvin and 80 MPa", or why there is none; empty where none was asked for.
+std::string trappingText(const Trapped& trapped, const TemperatureScale& scale) {
+    if (trapped.point) {
+        return ". Trapping at " + sentenceText(trapped.point->T.in(scale)) + " " + scale.name +
+               " and " + sentenceText(trapped.point->P) + " MPa";
+    }
+    return trapped.remark.empty() ? "" : ". No trapping: " + trapped.remark;
+}
+
 }  // namespace
 
 IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
@@ -350,7 +359,7 @@ void IsochoreWindow::calculate_Action() {
         list.show(inclusions_, temperature.scale());
     }
     ShowTable.turnOn();
-    showIsochore("", *typed_);
+    showIsochore(*typed_);
 }
 
 void IsochoreWindow::NextPoint_Action() {
@@ -368,7 +377,7 @@ void IsochoreWindow::NextPoint_Action() {
     calculate_Action();
 }
 
-void IsochoreWindow::showIsochore(const std::string& name, const InclusionState& state) {
+void IsochoreWindow::showIsochore(const InclusionState& state) {
     if (!(state.V > 0.0)) {
         const bool areSeveral = state.points.size() > 1;
         warning.setText(areSeveral ? pointsSentence(state) : "warning: " + state.remark);
@@ -383,9 +392,10 @@ void IsochoreWindow::showIsochore(const std::string& name, const InclusionState&
         return;
     }
     const auto isochore = std::make_shared<const IsochoreTable>(fluid_.mixture, input);
-    const std::string head = name.empty() ? "" : name + ": ";
     const std::string tail = state.points.size() > 1 ? " (" + state.remark + ")" : "";
-    Homogenisation.setText(head + isochore->homogenizationSentence(temperature.scale()) + tail);
+    Homogenisation.setText(isochore->homogenizationSentence(temperature.scale()) + tail +
+                           trappingText(TrappedAt(fluid_.mixture, state, inclusions_->trapping()),
+                                        temperature.scale()));
     table.show(isochore, temperature.scale());
     showDiagram();
 }
@@ -505,8 +515,10 @@ void IsochoreWindow::showSelected() {
         const IsochoreInput input = {state.V, readRange({state})};
         if (input.refusal(fluid->mixture).empty()) {
             const auto isochore = std::make_shared<const IsochoreTable>(fluid->mixture, input);
-            Homogenisation.setText(inclusions_->inclusion(rows.front()).name + ": " +
-                                   isochore->homogenizationSentence(temperature.scale()));
+            Homogenisation.setText(
+                inclusions_->inclusion(rows.front()).name + ": " +
+                isochore->homogenizationSentence(temperature.scale()) +
+                trappingText(inclusions_->trapped(rows.front()), temperature.scale()));
             table.show(isochore, temperature.scale());
         }
     }
@@ -566,15 +578,17 @@ std::vector<IsochoreWindow::Shown> IsochoreWindow::shownInclusions() const {
     std::vector<Shown> shown;
     for (std::size_t row = 0; row < inclusions_->count(); ++row) {
         if (inclusions_->state(row).V > 0.0) {
-            shown.push_back({"isochore " + inclusions_->inclusion(row).name,
-                             inclusions_->state(row), inclusions_->keptFluid(row),
-                             inclusions_->trapped(row).point,
+            shown.push_back({inclusions_->inclusion(row).name, inclusions_->state(row),
+                             inclusions_->keptFluid(row), inclusions_->trapped(row).point,
                              std::binary_search(selected.begin(), selected.end(), row)});
         }
     }
     if (typed_ && typed_->V > 0.0) {
-        const std::string name = dataEntryName.text();
-        shown.push_back({name.empty() ? "isochore" : "isochore " + name, *typed_, {}, {}, true});
+        shown.push_back({dataEntryName.text(),
+                         *typed_,
+                         {},
+                         TrappedAt(fluid_.mixture, *typed_, inclusions_->trapping()).point,
+                         true});
     }
     return shown;
 }
@@ -588,7 +602,7 @@ void IsochoreWindow::showDiagram() {
     }
     const TemperatureScale scale = temperature.scale();
     std::vector<InclusionState> states;
-    toolkit::PlotSeries trapping("trapping", toolkit::PlotSeries::Style::markers, 2);
+    std::vector<toolkit::PlotSeries> trapping;
     double hottestTrapping = 0.0;
     double highestTrapping = 0.0;
     std::size_t selected = 0;
@@ -596,8 +610,10 @@ void IsochoreWindow::showDiagram() {
         states.push_back(each.state);
         selected += each.isSelected ? 1 : 0;
         if (each.trapping) {
-            trapping.call(each.name);
-            trapping.add(each.trapping->T.in(scale), each.trapping->P);
+            trapping.emplace_back("trapping" + (each.name.empty() ? "" : " of " + each.name),
+                                  toolkit::PlotSeries::Style::markers, 2);
+            trapping.back().legend = "trapping";
+            trapping.back().add(each.trapping->T.in(scale), each.trapping->P);
             hottestTrapping = std::max(hottestTrapping, each.trapping->T.kelvin);
             highestTrapping = std::max(highestTrapping, each.trapping->P);
         }
@@ -643,7 +659,7 @@ void IsochoreWindow::showDiagram() {
         for (toolkit::PlotSeries& each : LineSeries(lines, scale, name, colour)) {
             series.push_back(std::move(each));
         }
-        ++colour;
+        colour = colour == 4 ? 5 : toolkit::PlotSeries::grey;
         const std::string said =
             LineSentences(fluid ? fluid->mixture : fluid_.mixture, lines, lowestT, scale);
         if (DiagramNote.text().empty()) {
@@ -651,11 +667,12 @@ void IsochoreWindow::showDiagram() {
         }
     }
     if (areMany) {
-        DiagramNote.setText("Of more than " + std::to_string(mostPaths) +
-                            " inclusions the two phases are drawn for so many selected ones. " +
-                            DiagramNote.text());
+        DiagramNote.setText(
+            "Of more than " + std::to_string(mostPaths) +
+            " inclusions the two phases are drawn for selected ones, up to so many. " +
+            DiagramNote.text());
     }
-    series.push_back(std::move(trapping));
+    std::move(trapping.begin(), trapping.end(), std::back_inserter(series));
     plotPanel.show(std::move(series),
                    DiagramView(fluid_.mixture, *temperatures, scale, highestPh, highestTrapping));
 }

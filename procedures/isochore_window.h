@@ -68,8 +68,8 @@ class IsochoreWindow : public toolkit::Screen {
     std::optional<Trapping> readTrapping();
     /// Gives it to all inclusions; returns whether that could be done.
     bool takeTrapping();
-    /// Shows the isochore of an inclusion, or says why there is none.
-    void showIsochore(const std::string& name, const InclusionState& state);
+    /// Shows the isochore of the inclusion that is typed, or says why there is none.
+    void showIsochore(const InclusionState& state);
     /// Shows the table of the inclusion that is selected in the list, if it is one.
     void showSelected();
     /// Shows the list with these rows selected, and the diagram.

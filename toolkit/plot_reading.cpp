@@ -44,7 +44,7 @@ PlotReading readingOf(const PlotContent& content, const PlotLimits& limits,
                       const PlotPosition& position) {
     const PlotSeries& series = content.series[position.series];
     const PlotPoint point = pointOf(series, position, PlotFrame(limits, 0.0, 0.0, 1.0, 1.0));
-    return {point, series.nameAt(position.point),
+    return {point, series.name,
             shownNumber(point.x, limits.x) + " " + content.x.unit + ", " +
                 shownNumber(point.y, limits.y) + " " + content.y.unit,
             series.stateAt(position.point)};
@@ -55,7 +55,7 @@ std::string curvesText(const PlotContent& content) {
     for (const PlotSeries& series : content.series) {
         for (std::size_t i = 0; i < series.size(); ++i) {
             if (std::isfinite(series.x[i]) && std::isfinite(series.y[i])) {
-                text += cell(series.nameAt(i)) + ", " + numberText(series.x[i]) + ", " +
+                text += cell(series.name) + ", " + numberText(series.x[i]) + ", " +
                         numberText(series.y[i]) + ", " + cell(series.stateAt(i));
             }
             text += '\n';

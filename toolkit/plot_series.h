@@ -1,9 +1,7 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <functional>
-#include <iterator>
 #include <limits>
 #include <string>
 #include <utility>
@@ -27,11 +25,6 @@ struct PlotSeries {
         Style style = Style::line;
         std::size_t first = 0;
     };
-    /// What is read out of a curve from its point `first` on, in place of the name.
-    struct Name {
-        std::string name;
-        std::size_t first = 0;
-    };
     /// Gives the point of the true curve at a share between 0 and 1 of the way from the point
     /// `piece` to the next one.
     using Curve = std::function<PlotPoint(std::size_t piece, double share)>;
@@ -52,15 +45,6 @@ struct PlotSeries {
             parts.clear();
         }
         parts.push_back({state, style, x.empty() ? 0 : x.size() - 1});
-    }
-    /// What is added from here on is read out under this name.
-    void call(const std::string& ownName) { names.push_back({ownName, size()}); }
-    /// What is read out of a point and of the way to the next one.
-    const std::string& nameAt(std::size_t point) const {
-        const auto next =
-            std::upper_bound(names.begin(), names.end(), point,
-                             [](std::size_t at, const Name& each) { return at < each.first; });
-        return next == names.begin() ? name : std::prev(next)->name;
     }
     bool isMarks() const { return parts.front().style == Style::markers; }
     std::size_t size() const { return x.size(); }
@@ -87,8 +71,7 @@ struct PlotSeries {
     std::vector<double> x;
     std::vector<double> y;  // as many as x; a number that is not finite makes a gap
     std::vector<Part> parts;
-    std::vector<Name> names;  // of curves that stand in the legend as one
-    Curve between;            // where there is none the curve is straight between its points
+    Curve between;  // where there is none the curve is straight between its points
 };
 
 /// A point of a curve: at a share of the way from one of its points to the next one.

@@ -312,11 +312,19 @@ TEST(InclusionListTest, LinesSayWhereThreePhasesAreAndWhereNothingIsSearched) {
     EXPECT_TRUE(cold.isColdEndReached);
     EXPECT_EQ(cold.pieces.front().points.front().T, fluid::ColdestT(mixture));
     EXPECT_NE(sentences(cold, 1.0).find("Kelvin nothing is searched"), std::string::npos);
-    const auto series = procedures::LineSeries({line, cold}, celsius, "isochores", 4);
-    EXPECT_EQ(series[0].parts.size(), states.size() + cold.pieces.size());
-    const std::size_t before = 2 * series[0].parts[1].first / 2;
-    const auto between = series[0].between(before - 1, 0.5);
-    EXPECT_EQ(between.y, *line.pathPressure(between.x + procedures::zeroCelsius));
+    auto named = line;
+    named.name = "A3";
+    const auto series = procedures::LineSeries({named, cold}, celsius, "isochores", 4);
+    ASSERT_EQ(series.size(), 4U);
+    EXPECT_EQ(series[0].name + series[1].name + series[2].name,
+              "isochore A3isochorehomogenization of A3");
+    EXPECT_EQ(series[0].parts.size(), states.size());
+    const std::size_t last = series[0].parts.back().first;
+    EXPECT_EQ(series[0].x[last], series[2].x[0]);
+    const auto path = series[0].between(last - 1, 0.5);
+    EXPECT_EQ(path.y, *line.pathPressure(path.x + procedures::zeroCelsius));
+    const auto isochore = series[0].between(last, 0.5);
+    EXPECT_NEAR(isochore.y, 0.5 * (series[0].y[last] + series[0].y[last + 1]), 1e-9);
 }
 
 TEST(InclusionListTest, ProposedTemperaturesAreRoundAndHoldWhatHappens) {
