@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -14,6 +15,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/start1_window.h"
@@ -154,7 +156,7 @@ double plainLoop(std::size_t count, bool isIsochore) {
 }
 
 /// The processor time until a plot is on the display again after its view was zoomed or moved.
-void timeRedraw(toolkit::Plot& plot, const std::string& screen, std::size_t count) {
+void timeRedraw(toolkit::Plot& plot, const std::string& what, std::size_t count) {
     constexpr int repetitions = 41;
     std::vector<double> times;
     const toolkit::PlotLimits first = plot.view().limits();
@@ -170,8 +172,7 @@ void timeRedraw(toolkit::Plot& plot, const std::string& screen, std::size_t coun
         times.push_back(workedTime() - start);
     }
     std::printf("%-16s %8zu points: %7.1f ms to zoom or move its plot, %.1f ms at most\n",
-                screen.c_str(), count, median(times),
-                *std::max_element(times.begin(), times.end()));
+                what.c_str(), count, median(times), *std::max_element(times.begin(), times.end()));
 }
 
 /// Fills the screen's `fixed` entry, its range of `count` points, and clicks.
@@ -209,7 +210,19 @@ void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText
     }
     std::printf("%-16s %8zu points: %7.1f ms, plain loop %6.3f ms\n", screen.name().c_str(), count,
                 median(times), median(plain));
-    timeRedraw(dynamic_cast<toolkit::Plot&>(*screen.control("Plot")), screen.name(), count);
+    auto& plot = dynamic_cast<toolkit::Plot&>(*screen.control("Plot"));
+    timeRedraw(plot, screen.name(), count);
+    using Style = toolkit::PlotSeries::Style;
+    for (const auto& [name, style] :
+         {std::pair("noise, line", Style::line), std::pair("noise, dashed", Style::dashed),
+          std::pair("noise, marks", Style::markers)}) {
+        toolkit::PlotSeries noise(name, style);
+        for (std::size_t i = 0; i < count; ++i) {
+            noise.add(static_cast<double>(i), std::sin(static_cast<double>(i * i)));
+        }
+        plot.show({noise});
+        timeRedraw(plot, name, count);
+    }
     owner.close(screen);
     toolkit::handlePendingEvents();
 }

@@ -253,6 +253,8 @@ class Drawer {
     void drawTick(double value, bool isX, double length) const;
     void drawTitles();
     void drawSeries(const PlotSeries& series) const;
+    void drawLines(const std::vector<Polyline>& lines) const;
+    void drawColumns(const std::vector<ColumnSpan>& columns) const;
     void addMark(const PlotPlace& place, std::size_t number) const;
     void drawMarks(std::size_t number) const;
     void drawMore() const;
@@ -582,6 +584,29 @@ class Cells {
     std::set<std::pair<std::int64_t, std::int64_t>> taken_;
 };
 
+void Drawer::drawLines(const std::vector<Polyline>& lines) const {
+    cairo_new_path(cairo_);
+    for (const Polyline& curve : lines) {
+        cairo_move_to(cairo_, curve[0].x, curve[0].y);
+        for (const PlotPlace& place : curve) {
+            cairo_line_to(cairo_, place.x, place.y);
+        }
+    }
+    cairo_stroke(cairo_);
+}
+
+void Drawer::drawColumns(const std::vector<ColumnSpan>& columns) const {
+    const double width = curveWidth * unit_;
+    for (const ColumnSpan& column : columns) {
+        cairo_rectangle(cairo_, column.x, column.top - 0.5 * width, 1.0,
+                        column.bottom - column.top + width);
+    }
+    const cairo_antialias_t antialias = cairo_get_antialias(cairo_);
+    cairo_set_antialias(cairo_, CAIRO_ANTIALIAS_NONE);  // without seams between the columns
+    cairo_fill(cairo_);
+    cairo_set_antialias(cairo_, antialias);
+}
+
 void Drawer::drawSeries(const PlotSeries& series) const {
     constexpr std::size_t fewMarks = 1000;  // are all drawn
     Cells cells(series.size() > fewMarks ? unit_ : 1.0);
@@ -600,19 +625,17 @@ void Drawer::drawSeries(const PlotSeries& series) const {
     }
     for (std::size_t part = 0; part < series.parts.size(); ++part) {
         std::vector<PlotPlace> dots;
-        setLine(series.parts[part].style);
-        cairo_new_path(cairo_);
+        std::vector<Polyline> lines;
         tracePolylines(series, part, frame_, [&](const Polyline& curve) {
             if (curve.size() == 1) {
                 dots.push_back(curve[0]);
-                return;
-            }
-            cairo_move_to(cairo_, curve[0].x, curve[0].y);
-            for (const PlotPlace& place : curve) {
-                cairo_line_to(cairo_, place.x, place.y);
+            } else {
+                lines.push_back(curve);
             }
         });
-        cairo_stroke(cairo_);
+        setLine(series.parts[part].style);
+        const std::vector<ColumnSpan> columns = denseColumns(lines, frame_);
+        columns.empty() ? drawLines(lines) : drawColumns(columns);
         for (const PlotPlace& dot : dots) {
             mark(dot, 0);
         }

@@ -170,4 +170,43 @@ void tracePolylines(const PlotSeries& series, std::size_t part, const PlotFrame&
         [&thinner] { thinner.finish(); });
 }
 
+std::vector<ColumnSpan> denseColumns(const std::vector<Polyline>& lines, const PlotFrame& frame) {
+    constexpr double steep = 10.0;  // times as long as wide
+    double length = 0.0;
+    std::size_t points = 0;
+    double left = frame.right;
+    double right = frame.left;
+    for (const Polyline& line : lines) {
+        points += line.size();
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            const PlotPlace& before = line[i > 0 ? i - 1 : 0];
+            length += std::hypot(line[i].x - before.x, line[i].y - before.y);
+            left = std::min(left, std::floor(line[i].x));
+            right = std::max(right, line[i].x);
+        }
+    }
+    if (static_cast<double>(points) < frame.width() || length < steep * frame.width()) {
+        return {};
+    }
+    const auto columnOf = [left](double x) { return static_cast<std::size_t>(x - left); };
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    std::vector<ColumnSpan> columns(columnOf(right) + 1, {0.0, infinity, -infinity});
+    const auto isLeft = [](const PlotPlace& a, const PlotPlace& b) { return a.x < b.x; };
+    for (const Polyline& line : lines) {
+        for (std::size_t i = 1; i < line.size(); ++i) {
+            const auto [from, to] = std::minmax(line[i - 1], line[i], isLeft);
+            const double slope = to.x > from.x ? (to.y - from.y) / (to.x - from.x) : 0.0;
+            for (std::size_t k = columnOf(from.x); k <= columnOf(to.x); ++k) {
+                const double x = left + static_cast<double>(k);
+                const double start = x <= from.x ? from.y : from.y + slope * (x - from.x);
+                const double end = x + 1.0 > to.x ? to.y : from.y + slope * (x + 1.0 - from.x);
+                columns[k] = {x, std::min({columns[k].top, start, end}),
+                              std::max({columns[k].bottom, start, end})};
+            }
+        }
+    }
+    std::erase_if(columns, [](const ColumnSpan& each) { return each.top > each.bottom; });
+    return columns;
+}
+
 }  // namespace toolkit
