@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
 #include "model/state.h"
 
@@ -424,7 +425,16 @@ std::optional<BoundarySample> BoundaryBetween(const Mixture& mixture, const Boun
 }
 
 PhaseBoundary::PhaseBoundary(const Mixture& mixture)
-    : mixture_(mixture), runs_(Sampler(mixture_).runs()) {}
+    : mixture_(mixture), runs_(Sampler(mixture_).runs()) {
+    constexpr double JustAbove = 1.0 + 1e-12;
+    const double coldest = JustAbove * ColdestT(mixture_);
+    std::vector<Sample> cold = atTemperature(coldest);
+    for (const Run& run : runs_) {
+        std::copy_if(run.begin(), run.end(), std::back_inserter(cold),
+                     [end = std::log(coldest)](const Sample& sample) { return sample.lnT <= end; });
+    }
+    for (const Sample& sample : cold) coldestP_ = std::max(coldestP_, std::exp(sample.lnP));
+}
 
 std::vector<BoundarySample> PhaseBoundary::atTemperature(double T) const {
     if (!(T > ColdestT(mixture_))) return {};
@@ -442,22 +452,6 @@ std::vector<BoundarySample> PhaseBoundary::atPressure(double P) const {
     std::sort(found.begin(), found.end(),
               [](const Sample& one, const Sample& two) { return one.lnT > two.lnT; });
     return found;
-}
-
-double PhaseBoundary::coldestP() const {
-    const double coldest = ColdestT(mixture_);
-    double highest = 0.0;
-    const auto include = [&highest](const Sample& sample) {
-        highest = std::max(highest, std::exp(sample.lnP));
-    };
-    constexpr double JustAbove = 1.0 + 1e-12;
-    for (const Sample& sample : atTemperature(JustAbove * coldest)) include(sample);
-    for (const Run& run : runs_) {
-        for (const Sample& sample : run) {
-            if (sample.lnT <= std::log(coldest)) include(sample);
-        }
-    }
-    return highest;
 }
 
 BoundaryPoint PointOf(const Mixture& mixture, const BoundarySample& sample) {

@@ -60,11 +60,12 @@ class PhaseBoundary {
     std::vector<BoundarySample> atPressure(double P) const;
     // Below this pressure in MPa the boundary has points colder than ColdestT, too, which are not
     // searched for.
-    double coldestP() const;
+    double coldestP() const { return coldestP_; }
 
   private:
     Mixture mixture_;
     std::vector<Run> runs_;
+    double coldestP_ = 0.0;
 };
 
 // The boundary at a place between two neighbouring samples.
