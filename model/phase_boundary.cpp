@@ -329,6 +329,26 @@ std::vector<Run> Sampler::runs() {
     return runs;
 }
 
+// About where between two samples a quantity has a value: on the cubic through both.
+double PlaceOf(const Sample& from, const Sample& to, const Quantity& of, double target) {
+    const double width = to.x - from.x;
+    const double rise = to.*of.value - from.*of.value;
+    const double slope0 = width * from.*of.slope;
+    const double c2 = 3.0 * rise - 2.0 * slope0 - width * to.*of.slope;
+    const double c3 = rise - slope0 - c2;
+    const double aim = target - from.*of.value;
+    double share = aim / rise;
+    constexpr int Steps = 4;  // from the chord
+    for (int i = 0; i < Steps; ++i) {
+        const double excess = share * (slope0 + share * (c2 + share * c3)) - aim;
+        const double slope = slope0 + share * (2.0 * c2 + share * 3.0 * c3);
+        const double next = share - excess / slope;
+        if (!(next > 0.0 && next < 1.0)) break;
+        share = next;
+    }
+    return from.x + share * width;
+}
+
 // The place between two samples at which a quantity has a value, on the curve that gives the sample
 // at a place. Newton's method between bounds.
 template <class Curve>
@@ -337,19 +357,24 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
     double low = from.x;
     double high = to.x;
     const bool rises = to.*of.value > from.*of.value;
-    double x = low + (high - low) * (target - from.*of.value) / (to.*of.value - from.*of.value);
+    double x = PlaceOf(from, to, of, target);
     std::optional<Sample> sample;
-    constexpr int StepLimit = 60;  // halvings to the last digit of x
+    constexpr int StepLimit = 60;    // halvings to the last digit of x
+    constexpr double Enough = 1e-9;  // a step of Newton's method leaves its square
+    constexpr double Near = 1e-7;    // the same of the value
+    constexpr double Rounding = 4e-16;
+    bool isLast = false;
     for (int i = 0; i < StepLimit; ++i) {
-        sample = curve(x);
+        sample = curve(x, sample);
         if (!sample) return {};
         const double excess = (*sample).*of.value - target;
-        if (excess == 0.0) break;
+        if (excess == 0.0 || isLast) break;
         ((excess > 0.0) == rises ? high : low) = x;
-        double next = x - excess / ((*sample).*of.slope);
-        if (!(next > low && next < high)) next = 0.5 * (low + high);
-        constexpr double Rounding = 4e-16;
-        if (std::abs(next - x) <= Rounding * std::max(1.0, std::abs(x))) break;
+        const double newton = x - excess / ((*sample).*of.slope);
+        const bool isInside = newton > low && newton < high;
+        const double next = isInside ? newton : 0.5 * (low + high);
+        const double enough = isInside && std::abs(excess) <= Near ? Enough : Rounding;
+        isLast = std::abs(next - x) <= enough * std::max(1.0, std::abs(x));
         x = next;
     }
     return sample;
@@ -373,8 +398,11 @@ void Find(const Mixture& mixture, const Sample& from, const Sample& to, const Qu
     constexpr int DepthLimit = 40;  // halvings of the range, if parts were that unequal
     if ((from.*of.value > target) == (to.*of.value > target) || depth == DepthLimit) return;
     const std::array seeds = {from.other, to.other};
-    const auto follow = [&](double x) { return BoundaryBetween(mixture, from, to, x); };
-    const auto search = [&](double x) { return Look(mixture, x, seeds); };
+    const auto follow = [&](double x, const std::optional<Sample>& last) {
+        const auto next = last ? Follow(mixture, x, last->other) : std::nullopt;
+        return next ? next : BoundaryBetween(mixture, from, to, x);
+    };
+    const auto search = [&](double x, const auto& /*last*/) { return Look(mixture, x, seeds); };
     auto sample = Between(from, to, of, target, follow);
     // What is followed may leap where the second phases of the ends differ, what is searched not.
     constexpr double Rounding = 1e-10;
