@@ -33,7 +33,12 @@ PhaseState::PhaseState(const Mixture& components, const ComponentValues& fractio
 
 PhaseState::PhaseState(const Mixture& components, const ComponentValues& fractions,
                        double temperature, double P, PhaseRoot root)
-    : PhaseState(components, fractions, temperature,
-                 RootAt(BlendOf(components, fractions), temperature, P, root)) {}
+    : PhaseState(components, fractions, BlendOf(components, fractions), temperature, P, root) {}
+
+PhaseState::PhaseState(const Mixture& components, const ComponentValues& fractions,
+                       const Blend& mixed, double temperature, double P, PhaseRoot root)
+    : State(mixed, temperature, RootAt(mixed, temperature, P, root)),
+      of(components),
+      x(fractions) {}
 
 }  // namespace fluid

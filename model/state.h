@@ -63,6 +63,10 @@ struct PhaseState : State {
     double interaction(std::size_t i) const { return interaction(of.b[i], attraction(i)); }
     // ln of f_i over R·T·mol/cm3
     double logFugacity(std::size_t i) const { return std::log(x[i] * u) + interaction(i); }
+
+  private:
+    PhaseState(const Mixture& components, const ComponentValues& fractions, const Blend& blend,
+               double T, double P, PhaseRoot root);
 };
 
 }  // namespace fluid
