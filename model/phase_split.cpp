@@ -129,7 +129,7 @@ class Minimiser {
     Changes changes(const Division& division, const Phase& phase) const;
     Matrix jacobian(const Division& division) const;
     Vector gradient(const Division& division) const;
-    void hessian(const Division& division, Matrix& whole, Matrix& ideal) const;
+    Matrix hessian(const Division& division, Matrix* ideal) const;
     std::optional<Step> newtonStep(const Division& division, Raise raise, double& shift) const;
     double descend(const Step& step, Division& division) const;
     bool polish(Division& division) const;
@@ -268,10 +268,10 @@ Minimiser::Changes Minimiser::changes(const Division& division, const Phase& pha
 }
 
 // The second derivatives over the amounts and the volume, taken along the four numbers, and the
-// part of them that ideal gases have.
-void Minimiser::hessian(const Division& division, Matrix& whole, Matrix& ideal) const {
-    whole = {};
-    ideal = {};
+// part of them that ideal gases have where it is asked for.
+Matrix Minimiser::hessian(const Division& division, Matrix* ideal) const {
+    Matrix whole{};
+    if (ideal != nullptr) *ideal = {};
     for (const Phase* phase : {&division.X, &division.Y}) {
         const Changes change = changes(division, *phase);
         for (std::size_t k = 0; k < Unknowns; ++k) {
@@ -285,13 +285,15 @@ void Minimiser::hessian(const Division& division, Matrix& whole, Matrix& ideal) 
                         phase->free +
                     phase->C * change.packing[k] * change.packing[l] / (phase->free * phase->free) -
                     k_ * change.A[k] * change.A[l];
-                ideal[k][l] += sum * phase->volume;
                 whole[k][l] += (sum + excess) * phase->volume;
-                ideal[l][k] = ideal[k][l];
                 whole[l][k] = whole[k][l];
+                if (ideal == nullptr) continue;
+                (*ideal)[k][l] += sum * phase->volume;
+                (*ideal)[l][k] = (*ideal)[k][l];
             }
         }
     }
+    return whole;
 }
 
 // The step of Newton's method, with the shift raised until the Hessian is positive.
@@ -302,9 +304,8 @@ std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division, R
     constexpr double LeastShift = 1e-3;
     constexpr double LargestShift = 1e12;
     const Vector slope = gradient(division);
-    Matrix whole;
     Matrix ideal;
-    hessian(division, whole, ideal);
+    const Matrix whole = hessian(division, raise == Raise::Ideal ? &ideal : nullptr);
     double weight = 0.0;
     for (std::size_t i = 0; i < mixture_.count; ++i) weight += division.weights[i];
     Step step;
@@ -488,14 +489,13 @@ class Competition {
     std::vector<double> known_;  // energies of the divisions
 };
 
-// The trial phase of the highest level, of those that are more stable than their bulk.
-const TrialPhase* LeadOf(const TrialCurve& curve, const Maxima& maxima, double RT) {
-    const TrialPhase* lead = nullptr;
-    for (const TrialPhase& trial : maxima) {
-        const bool leads = lead == nullptr || trial.levelRT() > lead->levelRT();
-        if (leads && curve.D(trial, RT) > 0.0) lead = &trial;
-    }
-    return lead;
+// The trial phase that lies highest; null where there is none.
+const TrialPhase* HighestOf(const Maxima& maxima) {
+    const auto isLower = [](const TrialPhase& one, const TrialPhase& other) {
+        return one.levelRT() < other.levelRT();
+    };
+    const auto highest = std::max_element(maxima.begin(), maxima.end(), isLower);
+    return highest == maxima.end() ? nullptr : &*highest;
 }
 
 void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) {
@@ -505,8 +505,8 @@ void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) 
         const Mixture rest = MixtureOf(bulk, depleted.X);
         const TrialCurve over(rest, 1.0 / depleted.X.u());
         const Maxima maxima = over.maxima(minimiser_.RT());
-        const TrialPhase* const next = LeadOf(over, maxima, minimiser_.RT());
-        if (next == nullptr) break;
+        const TrialPhase* const next = HighestOf(maxima);
+        if (next == nullptr || !(next->levelRT() > minimiser_.RT())) break;
         depleted = minimiser_.start(over, *next);
         wait(depleted);
     }
@@ -548,22 +548,16 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
     const double RT = R * T;
     const TrialCurve curve(mixture, V - mixture.bMix);
     const Maxima maxima = curve.maxima(RT);
-    double highest = 0.0;
-    const TrialPhase* lead = nullptr;
-    for (const TrialPhase& trial : maxima) {
-        if (!(trial.levelRT() > highest)) continue;
-        highest = trial.levelRT();
-        lead = &trial;
-    }
+    const TrialPhase* const lead = HighestOf(maxima);
     // On the boundary itself but for rounding.
     constexpr double Rounding = 2e-14;
-    if (lead == nullptr || highest < RT * (1.0 - Rounding)) return {};
-    const bool isBoundary = highest <= RT * (1.0 + Rounding) && curve.spinodalRT() < RT;
+    if (lead == nullptr || lead->levelRT() < RT * (1.0 - Rounding)) return {};
+    const bool isBoundary = lead->levelRT() <= RT * (1.0 + Rounding) && curve.spinodalRT() < RT;
     if (isBoundary) return TraceOf(curve, *lead, T);
     const Minimiser minimiser(mixture, T, V);
     Competition competition(minimiser);
     for (const TrialPhase& trial : maxima) {
-        if (curve.D(trial, RT) > 0.0) competition.enter(curve, trial);
+        if (trial.levelRT() > RT) competition.enter(curve, trial);
     }
     constexpr double DriveTolerance = 1e-8;
     constexpr int RoundLimit = 16;  // as many divisions of eleven gases have never been seen
@@ -575,7 +569,7 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
         if (!division && !isWide) {
             isWide = true;
             for (const TrialPhase& trial : maxima) {
-                if (curve.D(trial, RT) > 0.0) competition.enterWidely(curve, trial);
+                if (trial.levelRT() > RT) competition.enterWidely(curve, trial);
             }
             competition.enterCondensed();
             division = competition.next();

@@ -244,10 +244,6 @@ TrialPhase TrialCurve::at(double lambda, double u) const {
     return solve(lambda, u - u_ - lambda * A_, u, Accuracy::Fine);
 }
 
-double TrialCurve::D(const TrialPhase& trial, double RT) const {
-    return RT * (trial.excess - 0.25 * RT * trial.lambda * trial.lambda);
-}
-
 // A vapour so thin that D is small beside the terms it is made of has its own pressure.
 double TrialCurve::drive(const TrialPhase& trial, double RT, double P) const {
     constexpr double Thin = 1e-3;
@@ -255,7 +251,8 @@ double TrialCurve::drive(const TrialPhase& trial, double RT, double P) const {
     const bool isThin = trial.concentration * V_ < Thin;
     if (isThin) return (RT * trial.u - trial.H * trial.H - P) * trial.volume() / RT;
     const bool isRounding = std::abs(trial.levelRT() / RT - 1.0) < Rounding;
-    return isRounding ? 0.0 : D(trial, RT) * trial.volume() / RT;
+    if (isRounding) return 0.0;
+    return (trial.excess - 0.25 * RT * trial.lambda * trial.lambda) * trial.volume();
 }
 
 double TrialCurve::levelSlope(const TrialPhase& trial) const {

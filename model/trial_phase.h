@@ -23,7 +23,8 @@ struct TrialPhase {
     double slope = 0.0;          // dH/dlambda, above 0
 
     double volume() const { return 1.0 / concentration; }
-    // R·T at which this phase has the pressure of the bulk; twice the slope at the bulk itself.
+    // R·T at which this phase has the pressure of the bulk, below which D > 0; twice the slope at
+    // the bulk itself.
     double levelRT() const { return 4.0 * excess / (lambda * lambda); }
 };
 
@@ -54,8 +55,6 @@ class TrialCurve {
     // Its change with V, MPa.
     double spinodalSlope() const { return spinodalSlope_; }
 
-    // D, the pressure of a phase over that of the bulk at the temperature of this R·T, in MPa.
-    double D(const TrialPhase& trial, double RT) const;
     // D at a maximum in units of the phase's own R·T/V: how much more stable it is than the bulk,
     // whose pressure is P in MPa; 0 where that is less than rounding.
     double drive(const TrialPhase& trial, double RT, double P) const;
