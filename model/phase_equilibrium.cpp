@@ -204,7 +204,7 @@ Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) 
     constexpr double FugacityTolerance = 1e-8;  // what the iteration leaves of the drift
     const Pair pair(components, phases);
     const bool isPossible = pair.X.free > 0.0 && pair.Y.free > 0.0;
-    if (!isPossible || phases.T < AbsurdT(components)) {
+    if (!isPossible || phases.T < ColdestT(components)) {
         return {Outcome::NoSolution, Stability::Stable};
     }
     const Outcome refused = LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution;

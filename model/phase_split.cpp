@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -43,6 +44,7 @@ struct Division {
     double C = 0.0;
     double A = 0.0;
     double packing = 0.0;
+    double u = 0.0;
     bool possible = false;
 
     double energy(double RT) const { return X.energy(RT) + Y.energy(RT); }
@@ -104,8 +106,8 @@ class Minimiser {
         for (std::size_t i = 0; i < mixture.count; ++i) c_[i] = mixture.z[i] / V;
     }
 
-    // The best share for the phase ratios of a trial phase over a bulk.
-    Division start(const TrialCurve& curve, const TrialPhase& trial) const;
+    // The best share for the phase ratios of two trial phases over a bulk, or of one and the bulk.
+    Division start(const TrialCurve& curve, const TrialPhase& X, const TrialPhase& Y) const;
     // The bulk condensed as it is to a liquid beside hardly anything.
     Division condensed() const;
     // What the Hessian is raised by where it is not positive. The more of its ideal part, the more
@@ -125,13 +127,19 @@ class Minimiser {
     struct Changes;
 
     Division divide(const Vector& at) const;
+    // ln of the ratio of x_i·u in the two phases
+    double theta(const Vector& at, double off, std::size_t i) const {
+        return off + at[1] * mixture_.b[i] / mixture_.largestB +
+               at[2] * mixture_.aRoot[i] / mixture_.largestARoot;
+    }
     Vector residual(const Division& division) const;
     Changes changes(const Division& division, const Phase& phase) const;
-    Matrix jacobian(const Division& division) const;
+    Matrix jacobian(const Division& division, const Vector& off) const;
     Vector gradient(const Division& division) const;
     Matrix hessian(const Division& division, Matrix* ideal) const;
     std::optional<Step> newtonStep(const Division& division, Raise raise, double& shift) const;
     double descend(const Step& step, Division& division) const;
+    double effect(const Division& division, const Vector& change) const;
     bool polish(Division& division) const;
 
     const Mixture& mixture_;
@@ -143,7 +151,7 @@ class Minimiser {
 Division Minimiser::divide(const Vector& at) const {
     Division division;
     division.at = at;
-    auto& [place, X, Y, weights, C, A, packing, possible] = division;
+    auto& [place, X, Y, weights, C, A, packing, u, possible] = division;
     Y.volume = 1.0 / (1.0 + std::exp(-at[Share]));
     X.volume = 1.0 / (1.0 + std::exp(at[Share]));
     possible = X.volume > 0.0 && Y.volume > 0.0;
@@ -174,30 +182,45 @@ Division Minimiser::divide(const Vector& at) const {
     }
     X.free = 1.0 - packingX;
     Y.free = 1.0 - packingY;
+    u = C / Y.free + X.C * packing / (X.free * Y.free);
     possible = possible && X.free > 0.0 && Y.free > 0.0;
     return division;
 }
 
-Division Minimiser::start(const TrialCurve& curve, const TrialPhase& trial) const {
-    Vector at = {std::log(curve.u() * curve.V() * trial.concentration / trial.u),
-                 -(trial.lambda * curve.A() + trial.excess) * mixture_.largestB,
-                 trial.lambda * mixture_.largestARoot, 0.0};
-    const ComponentValues x = curve.fractions(trial);
+Division Minimiser::start(const TrialCurve& curve, const TrialPhase& X, const TrialPhase& Y) const {
+    const double lambda = Y.lambda - X.lambda;
+    Vector at = {std::log(X.u / X.concentration * Y.concentration / Y.u),
+                 -(lambda * curve.A() + (Y.excess - X.excess)) * mixture_.largestB,
+                 lambda * mixture_.largestARoot, 0.0};
+    const ComponentValues x = curve.fractions(Y);
     // About the share at which the component that gathers most in Y would be used up.
     double largest = 0.0;
     for (std::size_t i = 0; i < mixture_.count; ++i) {
-        largest = std::max(largest, trial.concentration * x[i] / c_[i]);
+        largest = std::max(largest, Y.concentration * x[i] / c_[i]);
     }
-    // From there down to the small shares for which D > 0 promises that the energy falls.
+    // From there down to the small shares for which D > 0 promises that the energy falls, which its
+    // derivative tells long after it has no digits of that itself.
     constexpr int Shares = 40;
     constexpr double Stride = 1.2;
     Division best;
+    double shareAbove = 0.0;
+    double slopeAbove = 0.0;
     at[Share] = std::min(0.0, -std::log(largest));
     for (int i = 0; i < Shares; ++i, at[Share] -= Stride) {
-        const Division division = divide(at);
-        if (!division.possible) continue;
-        if (best.possible && !(division.energy(RT_) < best.energy(RT_))) break;
-        best = division;
+        best = divide(at);
+        if (!best.possible) continue;
+        const double share = best.Y.volume;
+        const double slope = gradient(best)[Share] / share;
+        if (slope < 0.0) {
+            if (!(slopeAbove > 0.0)) break;
+            // Beside the boundary it is a line.
+            const double place = (share * slopeAbove - shareAbove * slope) / (slopeAbove - slope);
+            at[Share] = std::log(place / (1.0 - place));
+            best = divide(at);
+            break;
+        }
+        shareAbove = share;
+        slopeAbove = slope;
     }
     return best;
 }
@@ -211,16 +234,18 @@ Division Minimiser::condensed() const {
     return divide({-std::log(share), 0.0, 0.0, std::log(share / (1.0 - share))});
 }
 
-// What the three numbers differ from those of the phases by, and the difference of the pressures
-// over R·T: all 0 in equilibrium.
+// What the three numbers differ from those of the phases by; and the difference of the pressures
+// over R·T less what comes of these: sum of c_i(X)·(exp(theta_i) - 1 - theta_i) - k·(difference of
+// A)²/2, which has digits however alike the phases are. All 0 in equilibrium.
 Vector Minimiser::residual(const Division& division) const {
-    const Phase& X = division.X;
-    const Phase& Y = division.Y;
-    const double u = division.C / Y.free + X.C * division.packing / (X.free * Y.free);
-    return {division.at[0] - std::log1p(-division.packing / X.free),
-            division.at[1] + mixture_.largestB * u,
-            division.at[2] - mixture_.largestARoot * k_ * division.A,
-            u - 0.5 * k_ * division.A * (X.A + Y.A)};
+    Vector off = {division.at[0] - std::log1p(-division.packing / division.X.free),
+                  division.at[1] + mixture_.largestB * division.u,
+                  division.at[2] - mixture_.largestARoot * k_ * division.A,
+                  -0.5 * k_ * division.A * division.A};
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        off[Share] += division.X.c[i] * ExpGain(theta(division.at, off[0], i));
+    }
+    return off;
 }
 
 // Along the four numbers. That along the amounts is ln(f_i(Y)/f_i(X)), the sum of what the three
@@ -236,7 +261,11 @@ Vector Minimiser::gradient(const Division& division) const {
         result[1] += part * b;
         result[2] += part * s;
     }
-    result[Share] = result[0] - off[Share] * division.X.volume * division.Y.volume;
+    const Phase& X = division.X;
+    const double pressure = off[Share] + X.C * off[0] +
+                            (1.0 - X.free) / mixture_.largestB * off[1] +
+                            X.A / mixture_.largestARoot * off[2];
+    result[Share] = result[0] - pressure * X.volume * division.Y.volume;
     return result;
 }
 
@@ -353,8 +382,8 @@ double Minimiser::descend(const Step& step, Division& division) const {
     return 0.0;
 }
 
-// The derivatives of the residual.
-Matrix Minimiser::jacobian(const Division& division) const {
+// The derivatives of the residual `off`.
+Matrix Minimiser::jacobian(const Division& division, const Vector& off) const {
     const Phase& X = division.X;
     const Phase& Y = division.Y;
     const Changes x = changes(division, X);
@@ -364,14 +393,34 @@ Matrix Minimiser::jacobian(const Division& division) const {
     };
     Matrix result{};
     for (std::size_t k = 0; k < Unknowns; ++k) {
-        const double u = push(Y, y, k) - push(X, x, k);
+        const double A = y.A[k] - x.A[k];
         result[0][k] = y.packing[k] / Y.free - x.packing[k] / X.free;
-        result[1][k] = mixture_.largestB * u;
-        result[2][k] = -mixture_.largestARoot * k_ * (y.A[k] - x.A[k]);
-        result[Share][k] = u - k_ * (Y.A * y.A[k] - X.A * x.A[k]);
+        result[1][k] = mixture_.largestB * (push(Y, y, k) - push(X, x, k));
+        result[2][k] = -mixture_.largestARoot * k_ * A;
         if (k != Share) result[k][k] += 1.0;
+        result[Share][k] = X.free * division.u * result[0][k] - k_ * division.A * A;
+    }
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        const double change = theta(division.at, off[0], i);
+        const double gain = ExpGain(change);
+        const double growth = X.c[i] * (change + gain);
+        for (std::size_t k = 0; k < Unknowns; ++k) result[Share][k] += x.c[k][i] * gain;
+        result[Share][1] += growth * mixture_.b[i] / mixture_.largestB;
+        result[Share][2] += growth * mixture_.aRoot[i] / mixture_.largestARoot;
     }
     return result;
+}
+
+// The largest relative change of a concentration. The share of a phase much like the other, or one
+// of next to nothing, hardly changes any.
+double Minimiser::effect(const Division& division, const Vector& change) const {
+    const double share = division.Y.volume;
+    double most = share * division.X.volume;
+    for (std::size_t i = 0; i < mixture_.count; ++i) {
+        most = std::max(most, std::abs(share * division.Y.c[i] / c_[i] - share));
+    }
+    return std::max({std::abs(change[0]), std::abs(change[1]), std::abs(change[2]),
+                     most * std::abs(change[Share])});
 }
 
 // The last digits, which the energy does not tell, and traces, which it hardly knows: Newton's
@@ -379,23 +428,28 @@ Matrix Minimiser::jacobian(const Division& division) const {
 bool Minimiser::polish(Division& division) const {
     constexpr int StepLimit = 20;
     constexpr double Enough = 1e-15;
-    constexpr double Wide = 1.0;
+    constexpr double Close = 1e-6;
     double before = std::numeric_limits<double>::infinity();
+    double last = before;
     for (int i = 0; i < StepLimit; ++i) {
+        const Vector off = residual(division);
         Vector change{};
-        if (!Solve(jacobian(division), residual(division), change)) break;
+        if (!Solve(jacobian(division, off), off, change)) break;
         double length = 0.0;
         for (const double part : change) length = std::max(length, std::abs(part));
-        if (!(length < Wide) ? i > 3 : !(length < 0.5 * before)) break;
+        constexpr int Tries = 4;  // steps that need not shorten, from aside
+        if (!(length < 0.5 * before) && (i >= Tries || before < Close)) break;
         const Division next = divide(Along(division.at, change, 1.0));
         if (!next.possible) break;
         before = length;
+        last = effect(division, change);
         division = next;
         if (length < Enough) break;
     }
-    constexpr double Close = 1e-6;
-    return before < Close && !(std::abs(division.A) < Close * (division.X.A + division.Y.A) &&
-                               std::abs(division.C) < Close * (division.X.C + division.Y.C));
+    constexpr double Settled = 0.01;  // of a share that rounding moves still
+    return before < Settled && last < Close &&
+           !(std::abs(division.A) < Close * (division.X.A + division.Y.A) &&
+             std::abs(division.C) < Close * (division.X.C + division.Y.C));
 }
 
 bool Minimiser::minimise(Division& division, Raise raise) const {
@@ -464,12 +518,16 @@ class Competition {
 
     // The division that a trial phase leads to.
     void enter(const TrialCurve& curve, const TrialPhase& trial) {
-        wait(minimiser_.start(curve, trial));
+        wait(minimiser_.start(curve, curve.bulk(), trial));
     }
     // Where a trial phase is made of traces that are soon used up: what is more stable than the
     // bulk without them, and so on; and the phases between the bulk and the trial phase, which hold
     // more of what there is more of.
     void enterWidely(const TrialCurve& curve, const TrialPhase& trial);
+    // The one that two trial phases beside an unstable bulk are near to.
+    void enter(const TrialCurve& curve, const TrialPhase& X, const TrialPhase& Y) {
+        wait(minimiser_.start(curve, X, Y));
+    }
     void enterCondensed() { wait(minimiser_.condensed()); }
     // What the start of lowest energy that is left leads to, unless that is known already.
     std::optional<Division> next();
@@ -500,15 +558,26 @@ const TrialPhase* HighestOf(const Maxima& maxima) {
 
 void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) {
     const Mixture& bulk = curve.mixture();
-    Division depleted = minimiser_.start(curve, trial);
-    for (std::size_t i = 0; i < bulk.count && depleted.possible; ++i) {
-        const Mixture rest = MixtureOf(bulk, depleted.X);
-        const TrialCurve over(rest, 1.0 / depleted.X.u());
+    ComponentValues left = bulk.z;
+    ComponentValues gathered = curve.fractions(trial);
+    for (std::size_t round = 1; round < bulk.count; ++round) {
+        std::size_t chief = bulk.count;
+        for (std::size_t i = 0; i < bulk.count; ++i) {
+            const bool isAny = left[i] > 0.0;
+            if (isAny &&
+                (chief == bulk.count || gathered[i] * left[chief] > gathered[chief] * left[i])) {
+                chief = i;
+            }
+        }
+        left[chief] = 0.0;
+        const double amount = std::accumulate(left.begin(), left.end(), 0.0);
+        const Mixture rest = WithFractions(bulk, left);
+        const TrialCurve over(rest, curve.V() / amount - rest.bMix);
         const Maxima maxima = over.maxima(minimiser_.RT());
         const TrialPhase* const next = HighestOf(maxima);
         if (next == nullptr || !(next->levelRT() > minimiser_.RT())) break;
-        depleted = minimiser_.start(over, *next);
-        wait(depleted);
+        enter(over, *next);
+        gathered = over.fractions(*next);
     }
     constexpr int Parts = 12;
     for (int i = 2; i < Parts; ++i) {
@@ -554,10 +623,18 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
     if (lead == nullptr || lead->levelRT() < RT * (1.0 - Rounding)) return {};
     const bool isBoundary = lead->levelRT() <= RT * (1.0 + Rounding) && curve.spinodalRT() < RT;
     if (isBoundary) return TraceOf(curve, *lead, T);
+    if (T < ColdestT(mixture)) return PhaseSplit{};
     const Minimiser minimiser(mixture, T, V);
     Competition competition(minimiser);
     for (const TrialPhase& trial : maxima) {
         if (trial.levelRT() > RT) competition.enter(curve, trial);
+    }
+    if (curve.spinodalRT() > RT) {
+        for (const TrialPhase& one : maxima) {
+            for (const TrialPhase& other : maxima) {
+                if (one.lambda != other.lambda) competition.enter(curve, one, other);
+            }
+        }
     }
     constexpr double DriveTolerance = 1e-8;
     constexpr int RoundLimit = 16;  // as many divisions of eleven gases have never been seen
@@ -607,9 +684,6 @@ bool HasRoom(const Mixture& mixture, const PhasePair& pair) {
 
 std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double V) {
     if (!(T > 0.0 && V > mixture.bMix) || !std::isfinite(T) || !std::isfinite(V)) return {};
-    const bool hasNumbers = std::isfinite(1.0 / (V - mixture.bMix)) &&
-                            std::isfinite(1.0 / (R * T)) && mixture.aRootMix / V > 0.0;
-    if (!hasNumbers) return {};
     if (T < AbsurdT(mixture)) return PhaseSplit{};
     std::optional<PhaseSplit> split = BestSplit(mixture, T, V);
     if (split && split->found) split->found = HasRoom(mixture, split->phases);

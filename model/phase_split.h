@@ -16,8 +16,7 @@ struct PhaseSplit {
 
 // The two phases of lowest Helmholtz energy into which a mixture at T in K and the molar volume V
 // in cm3/mol splits; none where it is stable as one phase, or V is not above the co-volume. They
-// are not found where they have no room in doubles, far below ColdestT or where V - b has no
-// digits.
+// are not looked for below ColdestT, and not found where V - b has no digits.
 std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double V);
 
 }  // namespace fluid

@@ -29,8 +29,10 @@ constexpr double OverFactorial(int n) {
     return n < 2 ? 1.0 : OverFactorial(n - 1) / n;
 }
 
-// exp(x) - 1 - x from its series, right to the last bits for x between -0.25 and 0.25.
-double ExpGain(double x) {
+constexpr double Small = 0.25;  // of the series
+
+// From its series, right to the last bits for x between -0.25 and 0.25.
+double SmallExpGain(double x) {
     constexpr int Last = 14;
     constexpr auto Over = [] {
         std::array<double, Last + 1> values{};
@@ -80,6 +82,10 @@ bool Falls(double value0, double slope0, double value1, double slope1) {
 
 }  // namespace
 
+double ExpGain(double x) {
+    return std::abs(x) < Small ? SmallExpGain(x) : std::exp(x) - 1.0 - x;
+}
+
 TrialCurve::TrialCurve(const Mixture& mixture, double freeVolume)
     : mixture_(&mixture),
       V_(mixture.bMix + freeVolume),
@@ -123,7 +129,6 @@ TrialCurve::Sums TrialCurve::sumUp(double lambda, double excess) const {
         largest = std::max(largest, theta[i]);
     }
     constexpr double Overflow = 600.0;  // e^600 times b² or s² has room
-    constexpr double Small = 0.25;      // of the series
     if (largest > Overflow) sums.shift = largest;
     for (std::size_t i = 0; i < mixture.count; ++i) {
         const double z = mixture.z[i];
@@ -132,7 +137,7 @@ TrialCurve::Sums TrialCurve::sumUp(double lambda, double excess) const {
         double gain = 0.0;
         double exponential = 0.0;
         if (std::abs(theta[i]) < Small && sums.shift == 0.0) {
-            gain = ExpGain(theta[i]);
+            gain = SmallExpGain(theta[i]);
             exponential = 1.0 + theta[i] + gain;
         } else {
             exponential = std::exp(theta[i] - sums.shift);
@@ -425,12 +430,19 @@ void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
     double place = 0.5 * width;
     constexpr double Parabolic = 0.05;
     if (std::abs(width) * curve_.mixture_->largestARoot < Parabolic) {
-        // So near the bulk it is value0 + slope0·t + bend·t² for t from 0 to 1.
+        // So near the bulk it is value0 + 2·half·t + bend·t² for t from 0 to 1.
+        const double half = 0.5 * slope0;
         const double bend = k_ * curve_.third_ * width * width / 6.0;
-        const double peak = bend < 0.0 ? -0.5 * slope0 / bend : 0.0;
-        if (value1 > 0.0 || !(peak > 0.0 && peak < 1.0)) return;
-        if (!(value0 + peak * (0.5 * slope0 - Doubt * bend * peak) > 0.0)) return;
-        place = peak * width;
+        const double peak = bend < 0.0 ? -half / bend : 0.0;
+        if (value0 > 0.0) {
+            const double root = std::sqrt(std::max(half * half - value0 * bend, 0.0));
+            place = 0.5 * width * std::min(1.0, value0 / (root - half));  // well before its root
+        } else if (value1 > 0.0 || !(peak > 0.0 && peak < 1.0) ||
+                   !(value0 + peak * (half - Doubt * bend * peak) > 0.0)) {
+            return;
+        } else {
+            place = peak * width;
+        }
     } else {
         const double largest = LargestInside(value0, slope0, value1, slope1);
         const double spread = std::abs(value1 - value0) + std::abs(slope0) + std::abs(slope1);

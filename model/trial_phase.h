@@ -10,6 +10,9 @@ namespace fluid {
 
 // docs/phase_equilibria.md derives everything in this header.
 
+// exp(x) - 1 - x, which has all its digits.
+double ExpGain(double x);
+
 // A phase whose components have the fugacities of the bulk. With the fugacities given, such phases
 // are a curve that knows no temperature: its place on it is lambda = k·(A - A_z).
 struct TrialPhase {
