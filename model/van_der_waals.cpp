@@ -72,14 +72,4 @@ double PureFugacityCoefficient(const Mixture& mixture, std::size_t k, double T, 
     return FugacityCoefficients(0, B, {&A, 1}, {&B, 1}, T, P, V)[0];
 }
 
-ComponentValues PureFugacities(const Mixture& mixture, double T, double P,
-                               std::span<const double> V) {
-    assert(mixture.count <= V.size());
-    ComponentValues fugacities{};
-    for (std::size_t k = 0; k < mixture.count; ++k) {
-        fugacities[k] = PureFugacityCoefficient(mixture, k, T, P, V[k]) * P;
-    }
-    return fugacities;
-}
-
 }  // namespace fluid

@@ -44,9 +44,4 @@ ComponentValues FugacityCoefficients(std::int32_t n, double bMix, std::span<cons
 ComponentValues FugacityCoefficients(const Mixture& mixture, double T, double P, double V);
 double PureFugacityCoefficient(const Mixture& mixture, std::size_t k, double T, double P, double V);
 
-// Fugacities in MPa of the pure gases as standard states: coefficient at T, P (MPa) and the molar
-// volume V_k of each gas, times P. V_k need not be the volume at P.
-ComponentValues PureFugacities(const Mixture& mixture, double T, double P,
-                               std::span<const double> V);
-
 }  // namespace fluid

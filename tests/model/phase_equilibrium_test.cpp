@@ -528,11 +528,13 @@ TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
                 }
             }
         }
-        for (const double T : {1e-300, 1e-5, 1.0, 1e308}) {
-            const double P = fluid::HomogenisationSeed(fluid::AcceptedMixture(), Given::Temperature,
-                                                       T, Kinds.begin()[0])
-                                 .unknown;
-            EXPECT_TRUE(P > 0.0 && std::isfinite(P)) << T << " K " << P << " MPa";
+        for (const double value : {1e-300, 1e-5, 1.0, 1e308}) {
+            for (const Given given : {Given::Temperature, Given::Pressure}) {
+                const double unknown = fluid::HomogenisationSeed(fluid::AcceptedMixture(), given,
+                                                                 value, Kinds.begin()[0])
+                                           .unknown;
+                EXPECT_TRUE(unknown > 0.0 && std::isfinite(unknown)) << value << ' ' << unknown;
+            }
         }
     }
 }

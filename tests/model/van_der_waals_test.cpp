@@ -76,4 +76,36 @@ TEST(VanDerWaals, GuardsAreAsWideAsTheyMustBe) {
     EXPECT_EQ(fluid::MolarVolumeFromDensity(0, fluid::Fractions, -1.0), 0.0);
 }
 
+TEST(Fugacity, CoefficientsAreGuardedAgainstOverflow) {
+    AcceptPure(0);
+    const double b = fluid::b[0];
+    const auto phi = [](double T, double P, double V) {
+        return fluid::PureFugacityCoefficient(fluid::AcceptedMixture(), 0, T, P, V);
+    };
+    const std::vector<std::array<double, 3>> unusable = {
+        {300.0, 0.0, 2500.0},          {0.0, 1.0, 2500.0},
+        {-1.0, 1.0, 2500.0},           {300.0, 1.0, b},
+        {300.0, 1.0, 0.5 * b},         {300.0, -1.0, 2500.0},
+        {300.0, 1.0, b * (1.0 + 1e-6)}};
+    for (const auto& [T, P, V] : unusable) {
+        EXPECT_EQ(phi(T, P, V), 1.0) << T << ' ' << P << ' ' << V;
+    }
+    // Either side of the limit: ln phi is near b/(V - b).
+    EXPECT_GT(phi(3000.0, 1e5, b * (1.0 + 1.0 / 226.0)), 1e90);
+    EXPECT_EQ(phi(3000.0, 1e5, b * (1.0 + 1.0 / 260.0)), 1.0);
+}
+
+// The operations by lists of fractions are those of a mixture.
+TEST(Fugacity, ListsAndMixturesGiveTheSame) {
+    Accept(std::vector<double>{3e11, 0, 0, 0, 0, 0, 0, 0, 0, 7e11, 0});
+    const auto last = fluid::LastComponent;
+    const double b = fluid::MixtureB(last, fluid::Fractions);
+    const double V = 2.0 * b;
+    const double P = fluid::PressureVdW(fluid::MixtureA(last, fluid::Fractions), b, 500.0, V);
+    EXPECT_EQ(
+        fluid::FugacityCoefficients(last, b, fluid::ComponentAttraction(last, fluid::Fractions),
+                                    fluid::ComponentCovolumes(last), 500.0, P, V),
+        fluid::FugacityCoefficients(fluid::AcceptedMixture(), 500.0, P, V));
+}
+
 }  // namespace
