@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "app/guide_window.h"
 #include "app/start2_window.h"
 #include "toolkit/application.h"
 #include "toolkit/event.h"
@@ -19,6 +20,7 @@ WindowOwner::~WindowOwner() {
 void WindowOwner::open(std::unique_ptr<toolkit::Screen> screen) {
     auto menuBar = std::make_unique<MenuBar1>(*this, *screen);
     screen->setMenuBar(*menuBar);
+    screen->onKeys("F1", [this, opened = screen.get()] { showGuide(*opened); });
     screen->show();
     windows_.push_back({std::move(screen), std::move(menuBar)});
 }
@@ -55,6 +57,21 @@ void WindowOwner::refresh() {
     for (const Window& window : windows_) {
         window.screen->Event_Activate();
     }
+}
+
+void WindowOwner::showGuide(toolkit::Screen& screen) {
+    for (toolkit::Screen* const other : screens()) {
+        if (auto* const guide = dynamic_cast<GuideWindow*>(other)) {
+            if (guide != &screen) {
+                guide->showPageOf(screen);
+                screen.presentBeside(*guide);
+            }
+            return;
+        }
+    }
+    auto guide = std::make_unique<GuideWindow>(*this);
+    guide->showPageOf(screen);
+    screen.openBeside(std::move(guide));
 }
 
 void WindowOwner::quit() {

@@ -19,6 +19,8 @@ class WindowOwner : public toolkit::ScreenHost {
     /// Closes also the windows that go with the screen.
     void close(toolkit::Screen& screen) override;
     void refresh() override;
+    /// Shows what the guide says of the screen.
+    void showGuide(toolkit::Screen& screen);
     /// Closes all windows and leaves the main loop.
     void quit();
 

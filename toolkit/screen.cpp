@@ -190,8 +190,17 @@ void Screen::openBeside(std::unique_ptr<Screen> screen) {
     host_.open(std::move(screen));
 }
 
+void Screen::presentBeside(Screen& screen) {
+    screen.opener_ = number_;
+    screen.present();
+}
+
 std::string Screen::title() const {
     return gtk_window_get_title(GTK_WINDOW(window_));
+}
+
+void Screen::setTitle(const std::string& title) {
+    gtk_window_set_title(GTK_WINDOW(window_), title.c_str());
 }
 
 void Screen::setMenuBar(MenuBar& menuBar) {
@@ -289,6 +298,24 @@ void Screen::setKeys(const Button& button, const std::string& keys) {
     gtk_window_add_accel_group(GTK_WINDOW(window_), group);
     gtk_widget_add_accelerator(button.widget(), "clicked", group, key, modifiers,
                                static_cast<GtkAccelFlags>(0));
+    g_object_unref(group);
+}
+
+void Screen::onKeys(const std::string& keys, Handler handler) {
+    guint key = 0;
+    GdkModifierType modifiers{};
+    gtk_accelerator_parse(keys.c_str(), &key, &modifiers);
+    const auto onPressed = guarded([](GtkAccelGroup* /*group*/, GObject* /*window*/, guint /*key*/,
+                                      GdkModifierType /*modifiers*/, gpointer task) -> gboolean {
+        (*static_cast<const Handler*>(task))();
+        return TRUE;
+    });
+    keyHandlers_.push_back(std::move(handler));
+    GtkAccelGroup* const group = gtk_accel_group_new();
+    gtk_window_add_accel_group(GTK_WINDOW(window_), group);
+    gtk_accel_group_connect(
+        group, key, modifiers, static_cast<GtkAccelFlags>(0),
+        g_cclosure_new(reinterpret_cast<GCallback>(onPressed), &keyHandlers_.back(), nullptr));
     g_object_unref(group);
 }
 

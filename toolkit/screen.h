@@ -1,5 +1,6 @@
 #pragma once
 
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,6 +43,7 @@ class Screen {
 
     const std::string& name() const { return name_; }
     std::string title() const;
+    void setTitle(const std::string& title);
     void setMenuBar(MenuBar& menuBar);
     /// Shows the window, as large as its content asks for and the display allows. It keeps this
     /// size until the user gives it another one.
@@ -63,8 +65,12 @@ class Screen {
     ScreenHost& host() const { return host_; }
     /// Opens a window that only says more about this one: to come back from it is no activation.
     void openBeside(std::unique_ptr<Screen> screen);
+    /// Brings such a window, which is open already, to the front.
+    void presentBeside(Screen& screen);
     /// Has these keys, as "F11", press a button of the window from anywhere in it.
     void setKeys(const Button& button, const std::string& keys);
+    /// Has these keys do something wherever the focus is in the window.
+    void onKeys(const std::string& keys, Handler handler);
     /// Whether this window is closed with the other one.
     virtual bool closesWith(const Screen& /*other*/) const { return false; }
     /// The X server's number of the window; only of a shown one.
@@ -109,6 +115,7 @@ class Screen {
     MenuBar* menuBar_ = nullptr;
     std::unique_ptr<ScrolledPage> page_;
     std::vector<Control*> controls_;
+    std::list<Handler> keyHandlers_;
     bool isActive_ = false;
     bool isPainted_ = false;
     bool hasDialog_ = false;
