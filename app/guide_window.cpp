@@ -12,9 +12,9 @@ namespace {
 
 constexpr const char* contentsPage = "guide/README.md";
 
-/// Where the documentation lies: beside the program in the folder in which it was built, in the
-/// data of the system once it is installed.
-std::string documentation() {
+// Where the documentation lies: beside the program in the folder in which it was built, in the
+// data of the system once it is installed.
+std::string Documentation() {
     std::error_code error;
     const std::filesystem::path program =
         std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
@@ -26,8 +26,8 @@ std::string documentation() {
     return "";
 }
 
-/// The page of the guide for a screen by its class.
-std::string pageOf(const std::string& screen) {
+// The page of the guide for a screen by its class.
+std::string PageOf(const std::string& screen) {
     using Page = std::pair<const char*, const char*>;
     static constexpr std::array pages = {
         Page{"Start2Window", "composition"},
@@ -51,9 +51,7 @@ std::string pageOf(const std::string& screen) {
         Page{"PlotWindow", "plots"},
     };
     for (const auto& [name, page] : pages) {
-        if (screen == name) {
-            return std::string("guide/") + page + ".md";
-        }
+        if (screen == name) return std::string("guide/") + page + ".md";
     }
     return contentsPage;
 }
@@ -61,19 +59,19 @@ std::string pageOf(const std::string& screen) {
 }  // namespace
 
 GuideWindow::GuideWindow(toolkit::ScreenHost& host)
-    : Screen(host, "GuideWindow", "User guide - Drovan W"), folder_(documentation()) {
+    : Screen(host, "GuideWindow", "User guide - Drovan W"), folder_(Documentation()) {
     Contents.onClick(this, &GuideWindow::Contents_Action);
     Back.onClick(this, &GuideWindow::Back_Action);
     Page.onFollow([this](const std::string& target) { follow(target); });
     Page.setAccessibleName("page of the user guide");
-    setContent(toolkit::column({Page.scrolling(), toolkit::buttonRow({Contents, Back})},
-                               toolkit::Spacing::group)
+    setContent(toolkit::Column({Page.scrolling(), toolkit::ButtonRow({Contents, Back})},
+                               toolkit::Spacing::Group)
                    .expanding());
     setFocus(Page);
 }
 
 void GuideWindow::showPageOf(const toolkit::Screen& screen) {
-    const std::string page = pageOf(screen.name());
+    const std::string page = PageOf(screen.name());
     if (past_.empty() || past_.back() != page) {
         past_.push_back(page);
         open(page);

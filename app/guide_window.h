@@ -10,12 +10,12 @@
 
 namespace app {
 
-/// The user guide, as it is installed with the program. One window shows one page after the other.
+// The user guide, as it is installed with the program. One window shows one page after the other.
 class GuideWindow : public toolkit::Screen {
   public:
     explicit GuideWindow(toolkit::ScreenHost& host);
 
-    /// Shows the page that speaks of the screen, or the first one where none does.
+    // Shows the page that speaks of the screen, or the first one where none does.
     void showPageOf(const toolkit::Screen& screen);
 
     toolkit::PageView Page{"Page"};
@@ -25,7 +25,7 @@ class GuideWindow : public toolkit::Screen {
   private:
     void Contents_Action();
     void Back_Action();
-    /// Follows a link: a page, an anchor in it, or both.
+    // Follows a link: a page, an anchor in it, or both.
     void follow(const std::string& target);
     void open(const std::string& target);
 

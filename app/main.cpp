@@ -21,8 +21,8 @@ constexpr const char* help =
     "  --version   shows the version and ends\n";
 constexpr const char* version = "Drovan W " DROVAN_VERSION "\n";
 
-/// Does what an argument asks for; returns the status to end with.
-int answer(std::string_view argument) {
+// Does what an argument asks for; returns the status to end with.
+int Answer(std::string_view argument) {
     if (argument != "--help" && argument != "--version") {
         std::fprintf(stderr,
                      "drovan-w: there is no argument \"%s\"; --help tells which there are\n",
@@ -36,16 +36,14 @@ int answer(std::string_view argument) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc > 1) {
-        return answer(argv[1]);
-    }
-    if (!toolkit::openDisplay()) {
+    if (argc > 1) return Answer(argv[1]);
+    if (!toolkit::OpenDisplay()) {
         std::fputs("Drovan W needs an X11 display, and none could be opened.\n", stderr);
         return EX_UNAVAILABLE;
     }
-    toolkit::setWindowIcon("drovan-w");
+    toolkit::SetWindowIcon("drovan-w");
     app::WindowOwner owner;
     owner.open(std::make_unique<app::Start1Window>(owner));
-    toolkit::runLoop();
+    toolkit::RunLoop();
     return EXIT_SUCCESS;
 }

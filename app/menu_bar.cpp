@@ -15,13 +15,13 @@ MenuBar1::MenuBar1(WindowOwner& owner, toolkit::Screen& screen)
 
     EditMenu.onOpen(this, &MenuBar1::EditMenu_Open);
     EditMenu.onClose(this, &MenuBar1::EditMenu_Close);
-    bind(EditUndo, "<Control>z", EditCommand::undo);
+    bind(EditUndo, "<Control>z", EditCommand::Undo);
     EditMenu.append(EditSeparator);
-    bind(EditCut, "<Control>x", EditCommand::cut);
-    bind(EditCopy, "<Control>c", EditCommand::copy);
-    bind(EditPaste, "<Control>v", EditCommand::paste);
-    bind(EditClear, "", EditCommand::erase);
-    bind(EditSelectAll, "<Control>a", EditCommand::selectAll);
+    bind(EditCut, "<Control>x", EditCommand::Cut);
+    bind(EditCopy, "<Control>c", EditCommand::Copy);
+    bind(EditPaste, "<Control>v", EditCommand::Paste);
+    bind(EditClear, "", EditCommand::Erase);
+    bind(EditSelectAll, "<Control>a", EditCommand::SelectAll);
     append(EditMenu);
 }
 

@@ -10,7 +10,7 @@ namespace app {
 
 class WindowOwner;
 
-/// The menu bar of a window; its Edit menu acts on the control that has the focus there.
+// The menu bar of a window; its Edit menu acts on the control that has the focus there.
 class MenuBar1 : public toolkit::MenuBar {
   public:
     MenuBar1(WindowOwner& owner, toolkit::Screen& screen);

@@ -34,18 +34,18 @@ Start1Window::Start1Window(toolkit::ScreenHost& host)
     Canvas1.lowerDigits();
     continueButton.onClick(this, &Start1Window::continue1_Action);
     const auto section = [](toolkit::Heading& heading, const std::vector<Block>& content) {
-        return toolkit::column({heading, toolkit::column(content).indented(Spacing::group)});
+        return toolkit::Column({heading, toolkit::Column(content).indented(Spacing::Group)});
     };
     setContent(
-        toolkit::column(
-            {toolkit::column({Title, Package, Version}),
+        toolkit::Column(
+            {toolkit::Column({Title, Package, Version}),
              section(FluidSystem, {Block(Canvas1).atStart()}),
              section(Equation, {Block(Canvas2).atStart(), EquationReference}),
              section(MixingRules, {Block(Canvas3).atStart(), PureGases, Block(Canvas4).atStart()}),
              section(Derivations, {Block(Canvas5).atStart(), DerivationsReference}),
              section(IdealGases, {IdealGasesReference})},
-            Spacing::group),
-        toolkit::row({Block(Author).expanding(), toolkit::buttonRow({continueButton})}));
+            Spacing::Group),
+        toolkit::Row({Block(Author).expanding(), toolkit::ButtonRow({continueButton})}));
     setDefault(continueButton);
     setFocus(continueButton);
 }

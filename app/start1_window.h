@@ -7,7 +7,7 @@
 
 namespace app {
 
-/// The title screen: what the program models, and on which sources.
+// The title screen: what the program models, and on which sources.
 class Start1Window : public toolkit::Screen {
   public:
     explicit Start1Window(toolkit::ScreenHost& host);
@@ -15,7 +15,7 @@ class Start1Window : public toolkit::Screen {
   private:
     void continue1_Action();
 
-    toolkit::Heading Title{"Title", "Drovan W", toolkit::Heading::Level::window};
+    toolkit::Heading Title{"Title", "Drovan W", toolkit::Heading::Level::Window};
     toolkit::Label Package{"Package", "Software Package Ostrel, v.2"};
     toolkit::Label Version{"Version", "Version 2"};
     toolkit::Heading FluidSystem{"FluidSystem", "Fluid system:"};

@@ -22,7 +22,7 @@ namespace app {
 namespace {
 
 template <class ProcedureWindow>
-std::unique_ptr<toolkit::Screen> newScreenOf(toolkit::ScreenHost& host) {
+std::unique_ptr<toolkit::Screen> NewScreenOf(toolkit::ScreenHost& host) {
     return std::make_unique<ProcedureWindow>(host);
 }
 
@@ -30,7 +30,7 @@ std::unique_ptr<toolkit::Screen> newScreenOf(toolkit::ScreenHost& host) {
 
 Start2Window::Start2Window(toolkit::ScreenHost& host)
     : Screen(host, "Start2Window", "Fluid Composition - Drovan W") {
-    for (std::size_t index = 0; index < fluid::ComponentCount; ++index) {
+    for (std::size_t index = 0; index < fluid::componentCount; ++index) {
         fluid::SetFractionCount(index, 0.0);
     }
     connectEntries();
@@ -70,19 +70,19 @@ void Start2Window::connectProcedures() {
     Homogenisation.onChoose(this, &Start2Window::Homogenisation_Action);
     LiquidVapour.onChoose(this, &Start2Window::LiquidVapour_Action);
     Thermodynamics.onChoose(this, &Start2Window::Thermodynamics_Action);
-    procedures_ = {{&MolarVolumes, newScreenOf<procedures::VolumeWindow>},
-                   {&Pressures, newScreenOf<procedures::PressureWindow>},
-                   {&Temperatures, newScreenOf<procedures::TemperatureWindow>},
-                   {&Isochores, newScreenOf<procedures::IsochoreWindow>},
-                   {&Isotherms, newScreenOf<procedures::IsothermWindow>},
-                   {&Fugacities, newScreenOf<procedures::FugacityWindow>},
-                   {&Activities, newScreenOf<procedures::ActivityWindow>},
-                   {&Homogenisation, newScreenOf<procedures::BubbleDewPoint>},
-                   {&LiquidVapour, newScreenOf<procedures::LiquidVapourEq>},
-                   {&Spinodal, newScreenOf<procedures::SpinodalWindow>},
-                   {&CriticalPoint, newScreenOf<procedures::CriticalPointWindow>},
-                   {&Thermodynamics, newScreenOf<procedures::ThermodynamicWindow>},
-                   {&ChemicalPotentials, newScreenOf<procedures::ChemPotWindow>}};
+    procedures_ = {{&MolarVolumes, NewScreenOf<procedures::VolumeWindow>},
+                   {&Pressures, NewScreenOf<procedures::PressureWindow>},
+                   {&Temperatures, NewScreenOf<procedures::TemperatureWindow>},
+                   {&Isochores, NewScreenOf<procedures::IsochoreWindow>},
+                   {&Isotherms, NewScreenOf<procedures::IsothermWindow>},
+                   {&Fugacities, NewScreenOf<procedures::FugacityWindow>},
+                   {&Activities, NewScreenOf<procedures::ActivityWindow>},
+                   {&Homogenisation, NewScreenOf<procedures::BubbleDewPoint>},
+                   {&LiquidVapour, NewScreenOf<procedures::LiquidVapourEq>},
+                   {&Spinodal, NewScreenOf<procedures::SpinodalWindow>},
+                   {&CriticalPoint, NewScreenOf<procedures::CriticalPointWindow>},
+                   {&Thermodynamics, NewScreenOf<procedures::ThermodynamicWindow>},
+                   {&ChemicalPotentials, NewScreenOf<procedures::ChemPotWindow>}};
 }
 
 void Start2Window::layOut() {
@@ -106,30 +106,31 @@ void Start2Window::layOut() {
     addComponent(Canvas10, COnumber);
     addComponent(Canvas11, Arnumber);
     StaticText3.setTarget(Sum);
-    const Block procedures = toolkit::column(
+    const Block procedures = toolkit::Column(
         {StaticText4,
-         toolkit::column({Isochores, Isotherms, ChemicalPotentials, CriticalPoint, Spinodal,
+         toolkit::Column({Isochores, Isotherms, ChemicalPotentials, CriticalPoint, Spinodal,
                           MolarVolumes, Pressures, Temperatures, Fugacities, Activities,
                           Homogenisation, LiquidVapour, Thermodynamics},
-                         Spacing::none)
-             .indented(Spacing::group),
+                         Spacing::Touching)
+             .indented(Spacing::Group),
          Warning2},
-        Spacing::none);
+        Spacing::Touching);
     constexpr int refusalWidth = 18;  // characters of "adjust fractions!"
     Sum.reserve(refusalWidth);
     Warning2.reserve(0);
     StaticText5.reserve(0, 2);
     setContent(
-        toolkit::column({toolkit::row({StaticText1, StaticText2}),
-                         toolkit::row({toolkit::grid(rows, Spacing::none).expanding(), procedures},
-                                      Spacing::section)}),
-        toolkit::row({toolkit::column({toolkit::row({StaticText3, Sum}), StaticText5}).expanding(),
-                      toolkit::buttonRow({Clear, Continue1})}));
+        toolkit::Column(
+            {toolkit::Row({StaticText1, StaticText2}),
+             toolkit::Row({toolkit::Grid(rows, Spacing::Touching).expanding(), procedures},
+                          Spacing::Section)}),
+        toolkit::Row({toolkit::Column({toolkit::Row({StaticText3, Sum}), StaticText5}).expanding(),
+                      toolkit::ButtonRow({Clear, Continue1})}));
 }
 
 void Start2Window::fractionTyped(const toolkit::Entry& entry, std::size_t index) {
     fluid::SetFractionCount(index, entry.number());
-    Sum.setText(toolkit::numberText(fluid::FractionSum()));
+    Sum.setText(toolkit::NumberText(fluid::FractionSum()));
 }
 
 void Start2Window::H2Onumber_TextChange() {
@@ -182,7 +183,7 @@ void Start2Window::Clear_Action() {
           &H2number, &O2number, &COnumber, &Arnumber}) {
         entry->setText("");
     }
-    Sum.setText(toolkit::numberText(fluid::FractionSum()));
+    Sum.setText(toolkit::NumberText(fluid::FractionSum()));
 }
 
 void Start2Window::Continue1_Action() {

@@ -13,14 +13,14 @@
 
 namespace app {
 
-/// The composition of the fluid, and the choice of what to calculate for it.
+// The composition of the fluid, and the choice of what to calculate for it.
 class Start2Window : public toolkit::Screen {
   public:
     explicit Start2Window(toolkit::ScreenHost& host);
 
   private:
     using NewScreen = std::function<std::unique_ptr<toolkit::Screen>(toolkit::ScreenHost&)>;
-    /// A procedure's button and what makes its screen.
+    // A procedure's button and what makes its screen.
     struct Procedure {
         toolkit::RadioButton* button;
         NewScreen newScreen;

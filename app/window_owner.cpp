@@ -29,9 +29,7 @@ void WindowOwner::close(toolkit::Screen& screen) {
     const auto found = std::find_if(windows_.begin(), windows_.end(), [&screen](const Window& w) {
         return w.screen.get() == &screen;
     });
-    if (found == windows_.end()) {
-        return;
-    }
+    if (found == windows_.end()) return;
     const bool endsProcess = dynamic_cast<Start2Window*>(&screen) != nullptr;
     screen.hide();
     closed_.push_back(std::move(*found));
@@ -46,7 +44,7 @@ void WindowOwner::close(toolkit::Screen& screen) {
         return;
     }
     // A handler of the window may be running: it is destroyed when that has returned.
-    toolkit::later([this, isAlive = isAlive_] {
+    toolkit::Later([this, isAlive = isAlive_] {
         if (*isAlive) {
             closed_.clear();
         }
@@ -80,7 +78,7 @@ void WindowOwner::quit() {
     }
     std::move(windows_.begin(), windows_.end(), std::back_inserter(closed_));
     windows_.clear();
-    toolkit::leaveLoop();
+    toolkit::LeaveLoop();
 }
 
 std::vector<toolkit::Screen*> WindowOwner::screens() const {

@@ -6,9 +6,7 @@
 #include <string_view>
 
 int main(int argc, char** argv) {
-    if (gtk_init_check(nullptr, nullptr) == FALSE) {
-        return EXIT_FAILURE;
-    }
+    if (gtk_init_check(nullptr, nullptr) == FALSE) return EXIT_FAILURE;
     GtkWidget* const window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     gtk_window_set_default_size(GTK_WINDOW(window), 600, 600);
     if (argc < 2 || std::string_view(argv[1]) != "empty") {

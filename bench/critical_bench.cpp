@@ -17,19 +17,19 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int Mixtures = 10000;
-constexpr int MostComponents = 11;
+constexpr int mixtures = 10000;
+constexpr int mostComponents = 11;
 
 template <class Solve>
 void OverSample(benchmark::State& run, int calls, const Solve& solve) {
     std::mt19937_64 random(1);
     double worst = 0.0;
     for (auto _ : run) {
-        AcceptRandomMixture(random, MostComponents);
+        AcceptRandomMixture(random, mostComponents);
         // The best of a few rounds: what else the computer does is not the mixture's doing.
-        constexpr int Rounds = 3;
+        constexpr int rounds = 3;
         double best = 1.0;
-        for (int round = 0; round < Rounds; ++round) {
+        for (int round = 0; round < rounds; ++round) {
             const auto start = Clock::now();
             for (int i = 0; i < calls; ++i) solve();
             const std::chrono::duration<double> time = Clock::now() - start;
@@ -46,7 +46,7 @@ void CriticalPoints(benchmark::State& run) {
         benchmark::DoNotOptimize(fluid::FindCriticalPoints(fluid::AcceptedMixture()));
     });
 }
-BENCHMARK(CriticalPoints)->UseManualTime()->Iterations(Mixtures);
+BENCHMARK(CriticalPoints)->UseManualTime()->Iterations(mixtures);
 
 void CriticalPointsAndTheirStability(benchmark::State& run) {
     OverSample(run, 2, [] {
@@ -55,7 +55,7 @@ void CriticalPointsAndTheirStability(benchmark::State& run) {
         }
     });
 }
-BENCHMARK(CriticalPointsAndTheirStability)->UseManualTime()->Iterations(Mixtures);
+BENCHMARK(CriticalPointsAndTheirStability)->UseManualTime()->Iterations(mixtures);
 
 void DiffusionalSpinodal(benchmark::State& run) {
     constexpr double T = 200.0;
@@ -65,6 +65,6 @@ void DiffusionalSpinodal(benchmark::State& run) {
                 .volumes(T));
     });
 }
-BENCHMARK(DiffusionalSpinodal)->UseManualTime()->Iterations(Mixtures);
+BENCHMARK(DiffusionalSpinodal)->UseManualTime()->Iterations(mixtures);
 
 }  // namespace

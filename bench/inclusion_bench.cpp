@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr std::size_t Inclusions = 1000;
+constexpr std::size_t inclusions = 1000;
 
 fluid::Mixture MixtureOf(bool hasAll) {
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
-        const bool isChief = fluid::ComponentFormulas[i] == "CO2";
-        const bool isOther = hasAll || fluid::ComponentFormulas[i] == "CH4";
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
+        const bool isChief = fluid::componentFormulas[i] == "CO2";
+        const bool isOther = hasAll || fluid::componentFormulas[i] == "CH4";
         const double share = hasAll ? 0.03 : 0.3;
         fluid::SetFractionCount(i, isChief ? 0.7 : isOther ? share : 0.0);
     }
@@ -28,8 +28,8 @@ fluid::Mixture MixtureOf(bool hasAll) {
 
 std::string PastedText() {
     std::string text;
-    for (std::size_t i = 0; i < Inclusions; ++i) {
-        const double T = 200.0 + 60.0 * static_cast<double>(i) / Inclusions;
+    for (std::size_t i = 0; i < inclusions; ++i) {
+        const double T = 200.0 + 60.0 * static_cast<double>(i) / inclusions;
         text += "FI " + std::to_string(i) + "\t" + std::to_string(T) + "\tL\n";
     }
     return text;

@@ -16,8 +16,8 @@ struct State {
     double P;
 };
 
-constexpr std::size_t StateCount = 4096;
-using States = std::array<State, StateCount>;
+constexpr std::size_t stateCount = 4096;
+using States = std::array<State, stateCount>;
 
 // Random states in units of 8a/(27bR) and a/(27b²); every solver branch is met in random order.
 States RandomStates(double aMix, double bMix, double lowT, double highT, double lowLogP,
@@ -35,25 +35,25 @@ States RandomStates(double aMix, double bMix, double lowT, double highT, double 
 }
 
 void Compose(std::size_t count) {
-    const std::int64_t part = fluid::FractionScale / static_cast<std::int64_t>(count);
-    const std::int64_t first = fluid::FractionScale - part * static_cast<std::int64_t>(count - 1);
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+    const std::int64_t part = fluid::fractionScale / static_cast<std::int64_t>(count);
+    const std::int64_t first = fluid::fractionScale - part * static_cast<std::int64_t>(count - 1);
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
         const std::int64_t units = i == 0 ? first : part;
         fluid::SetFractionCount(i, i < count ? static_cast<double>(units) / 1e12 : 0.0);
     }
     fluid::AcceptComposition();
 }
 
-constexpr double WaterA = 553485.59;
-constexpr double WaterB = 30.480996;
+constexpr double waterA = 553485.59;
+constexpr double waterB = 30.480996;
 
 void VolumeRoots(benchmark::State& run, double lowT, double highT, double lowLogP,
                  double highLogP) {
-    const States states = RandomStates(WaterA, WaterB, lowT, highT, lowLogP, highLogP);
+    const States states = RandomStates(waterA, waterB, lowT, highT, lowLogP, highLogP);
     std::size_t i = 0;
     for ([[maybe_unused]] const auto _ : run) {
-        const State& state = states[i++ % StateCount];
-        benchmark::DoNotOptimize(fluid::VolumeCubicSolver(WaterA, WaterB, state.T, state.P));
+        const State& state = states[i++ % stateCount];
+        benchmark::DoNotOptimize(fluid::VolumeCubicSolver(waterA, waterB, state.T, state.P));
     }
 }
 BENCHMARK_CAPTURE(VolumeRoots, everywhere, 0.05, 5.0, -12.0, 3.0);
@@ -63,13 +63,13 @@ BENCHMARK_CAPTURE(VolumeRoots, nearCritical, 0.99, 1.01, -0.01, 0.01);
 BENCHMARK_CAPTURE(VolumeRoots, nearSpinodal, 0.96, 0.98, -0.09, -0.06);
 
 void SolveCubic(benchmark::State& run) {
-    const States states = RandomStates(WaterA, WaterB, 0.3, 1.5, -2.0, 1.0);
+    const States states = RandomStates(waterA, waterB, 0.3, 1.5, -2.0, 1.0);
     std::size_t i = 0;
     for ([[maybe_unused]] const auto _ : run) {
-        const State& state = states[i++ % StateCount];
-        const double a2 = -fluid::R * state.T / state.P - WaterB;
-        const double a1 = WaterA / state.P;
-        benchmark::DoNotOptimize(fluid::SolveCubic(a2, a1, -a1 * WaterB));
+        const State& state = states[i++ % stateCount];
+        const double a2 = -fluid::R * state.T / state.P - waterB;
+        const double a1 = waterA / state.P;
+        benchmark::DoNotOptimize(fluid::SolveCubic(a2, a1, -a1 * waterB));
     }
 }
 BENCHMARK(SolveCubic);
@@ -77,14 +77,14 @@ BENCHMARK(SolveCubic);
 // The yardstick of the roots: Cardano's and Vieta's formulas as a textbook has them, which lose the
 // small root beside a large one.
 void PlainCubic(benchmark::State& run, double lowT, double highT, double lowLogP, double highLogP) {
-    const States states = RandomStates(WaterA, WaterB, lowT, highT, lowLogP, highLogP);
+    const States states = RandomStates(waterA, waterB, lowT, highT, lowLogP, highLogP);
     std::size_t i = 0;
     for ([[maybe_unused]] const auto _ : run) {
-        const State& state = states[i++ % StateCount];
-        const double a2 = -fluid::R * state.T / state.P - WaterB;
-        const double a1 = WaterA / state.P;
+        const State& state = states[i++ % stateCount];
+        const double a2 = -fluid::R * state.T / state.P - waterB;
+        const double a1 = waterA / state.P;
         const double p = (a1 - a2 * a2 / 3.0) / 3.0;
-        const double q = (a2 * a2 * a2 / 13.5 - a2 * a1 / 3.0 - a1 * WaterB) / 2.0;
+        const double q = (a2 * a2 * a2 / 13.5 - a2 * a1 / 3.0 - a1 * waterB) / 2.0;
         const double discriminant = q * q + p * p * p;
         std::array<double, 3> roots{};
         if (discriminant > 0.0) {
@@ -144,7 +144,7 @@ void FugacityCoefficients(benchmark::State& run, double lowT, double highT) {
         RandomStates(mixture.attraction, mixture.covolume, lowT, highT, -3.0, 1.0);
     std::size_t i = 0;
     for ([[maybe_unused]] const auto _ : run) {
-        const auto [T, P] = states[i++ % StateCount];
+        const auto [T, P] = states[i++ % stateCount];
         const auto roots = fluid::VolumeCubicSolver(mixture.attraction, mixture.covolume, T, P);
         benchmark::DoNotOptimize(fluid::FugacityCoefficients(mixture, T, P, roots[0].real));
     }

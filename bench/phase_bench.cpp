@@ -20,7 +20,7 @@ namespace {
 using fluid::Given;
 using fluid::Homogenisation;
 
-constexpr int MostComponents = 5;
+constexpr int mostComponents = 5;
 
 // Seconds that this thread has computed.
 double ProcessorTime() {
@@ -60,7 +60,7 @@ void OverSample(benchmark::State& run, const Solve& solve) {
     std::mt19937_64 random(1);
     double worst = 0.0;
     for (auto _ : run) {
-        AcceptRandomMixture(random, MostComponents);
+        AcceptRandomMixture(random, mostComponents);
         // Sampled when a composition is first asked for its boundary, and kept.
         benchmark::DoNotOptimize(BoundaryOf(fluid::AcceptedMixture()));
         const auto call = solve(random);
@@ -115,18 +115,18 @@ BENCHMARK(Equilibrium)->UseManualTime()->Iterations(5000);
 
 // One step of the iteration for two components, from a start that takes all 10000 of them.
 void IterationStep(benchmark::State& run) {
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) fluid::SetFractionCount(i, 0.0);
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) fluid::SetFractionCount(i, 0.0);
     fluid::SetFractionCount(0, 0.8147);
     fluid::SetFractionCount(9, 0.1853);
     fluid::AcceptComposition();
     constexpr double P = 0.0729952;
-    constexpr auto Kind = Homogenisation::IntoLiquid;
+    constexpr auto kind = Homogenisation::IntoLiquid;
     const auto guess =
-        fluid::HomogenisationSeed(fluid::AcceptedMixture(), Given::Pressure, P, Kind);
+        fluid::HomogenisationSeed(fluid::AcceptedMixture(), Given::Pressure, P, kind);
     double steps = 0.0;
     while (run.KeepRunning()) {
         auto result =
-            fluid::IterateHomogenisation(fluid::AcceptedMixture(), Given::Pressure, P, Kind, guess);
+            fluid::IterateHomogenisation(fluid::AcceptedMixture(), Given::Pressure, P, kind, guess);
         steps += result.iterations;
         benchmark::DoNotOptimize(result);
     }

@@ -43,32 +43,32 @@
 
 namespace {
 
-/// The time that the processor has worked for this process, in ms.
-double workedTime() {
+// The time that the processor has worked for this process, in ms.
+double WorkedTime() {
     return 1e3 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-double median(std::vector<double> values) {
+double Median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
 }
 
-/// Medians in ms.
+// Medians in ms.
 struct Times {
     double opened = 0.0;   // until the call that opens the window returns
     double worked = 0.0;   // of our own work until it is painted
     double painted = 0.0;  // until it is painted, in which the window manager has its part
 };
 
-/// `open` opens a window, `isPainted` says whether it is painted, `close` closes it.
-Times timesOf(const std::function<void()>& open, const std::function<bool()>& isPainted,
+// `open` opens a window, `isPainted` says whether it is painted, `close` closes it.
+Times TimesOf(const std::function<void()>& open, const std::function<bool()>& isPainted,
               const std::function<void()>& close) {
     constexpr int repetitions = 21;
     using Clock = std::chrono::steady_clock;
     std::array<std::vector<double>, 3> times;
     for (int i = 0; i < repetitions; ++i) {
-        const double workedBefore = workedTime();
+        const double workedBefore = WorkedTime();
         const auto start = Clock::now();
         const auto elapsed = [start] {
             return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
@@ -76,29 +76,29 @@ Times timesOf(const std::function<void()>& open, const std::function<bool()>& is
         open();
         times[0].push_back(elapsed());
         while (!isPainted()) {
-            toolkit::handlePendingEvents();
+            toolkit::HandlePendingEvents();
         }
         times[2].push_back(elapsed());
-        times[1].push_back(workedTime() - workedBefore);
+        times[1].push_back(WorkedTime() - workedBefore);
         close();
-        toolkit::handlePendingEvents();
+        toolkit::HandlePendingEvents();
     }
-    return {median(times[0]), median(times[1]), median(times[2])};
+    return {Median(times[0]), Median(times[1]), Median(times[2])};
 }
 
-void tell(const std::string& name, const Times& times, const Times& bare) {
+void Tell(const std::string& name, const Times& times, const Times& bare) {
     std::printf("%-22s %8.1f %8.1f %8.1f %8.2fx\n", name.c_str(), times.opened, times.worked,
                 times.painted, times.painted / bare.painted);
 }
 
-Times timeBareWindow() {
+Times TimeBareWindow() {
     GtkWidget* window = nullptr;
     bool isPainted = false;
     const auto onExposed = +[](GtkWidget* /*widget*/, GdkEvent* /*event*/, gpointer data) {
         *static_cast<bool*>(data) = true;
         return FALSE;
     };
-    return timesOf(
+    return TimesOf(
         [&] {
             window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
             gtk_window_set_default_size(GTK_WINDOW(window), 600, 600);
@@ -111,10 +111,10 @@ Times timeBareWindow() {
 }
 
 template <class Window>
-void timeScreen(app::WindowOwner& owner, const Times& bare) {
+void TimeScreen(app::WindowOwner& owner, const Times& bare) {
     toolkit::Screen* screen = nullptr;
     std::string name;
-    const Times times = timesOf(
+    const Times times = TimesOf(
         [&] {
             auto owned = std::make_unique<Window>(owner);
             screen = owned.get();
@@ -122,23 +122,23 @@ void timeScreen(app::WindowOwner& owner, const Times& bare) {
             owner.open(std::move(owned));
         },
         [&] { return screen->isPainted(); }, [&] { owner.close(*screen); });
-    tell(name, times, bare);
+    Tell(name, times, bare);
 }
 
 template <class... Windows>
-void timeScreens(app::WindowOwner& owner) {
+void TimeScreens(app::WindowOwner& owner) {
     std::puts("medians in ms            opened   worked  painted  to a bare window");
-    const Times bare = timeBareWindow();
-    tell("bare window", bare, bare);
-    (timeScreen<Windows>(owner, bare), ...);
+    const Times bare = TimeBareWindow();
+    Tell("bare window", bare, bare);
+    (TimeScreen<Windows>(owner, bare), ...);
 }
 
-void type(const toolkit::Screen& screen, std::string_view entry, const std::string& text) {
+void Type(const toolkit::Screen& screen, std::string_view entry, const std::string& text) {
     dynamic_cast<toolkit::Entry&>(*screen.control(entry)).setText(text);
 }
 
-/// ms of a plain loop over the temperatures of an isochore or the volumes of an isotherm.
-double plainLoop(std::size_t count, bool isIsochore) {
+// ms of a plain loop over the temperatures of an isochore or the volumes of an isotherm.
+double PlainLoop(std::size_t count, bool isIsochore) {
     const double a = fluid::AcceptedMixture().attraction;
     const double b = fluid::AcceptedMixture().covolume;
     const auto start = std::chrono::steady_clock::now();
@@ -155,8 +155,8 @@ double plainLoop(std::size_t count, bool isIsochore) {
         .count();
 }
 
-/// The processor time until a plot is on the display again after its view was zoomed or moved.
-void timeRedraw(toolkit::Plot& plot, const std::string& what, std::size_t count) {
+// The processor time until a plot is on the display again after its view was zoomed or moved.
+void TimeRedraw(toolkit::Plot& plot, const std::string& what, std::size_t count) {
     constexpr int repetitions = 41;
     std::vector<double> times;
     const toolkit::PlotLimits first = plot.view().limits();
@@ -165,34 +165,34 @@ void timeRedraw(toolkit::Plot& plot, const std::string& what, std::size_t count)
         const double share = i / (2.0 * repetitions);  // zoomed in to half, and moved on the way
         limits.x.high -= share * (first.x.high - first.x.low);
         limits.y.low += 0.5 * share * (first.y.high - first.y.low);
-        const double start = workedTime();
+        const double start = WorkedTime();
         plot.setLimits(limits);
         gdk_window_process_updates(gtk_widget_get_window(plot.widget()), FALSE);
         gdk_display_sync(gdk_display_get_default());
-        times.push_back(workedTime() - start);
+        times.push_back(WorkedTime() - start);
     }
     std::printf("%-16s %8zu points: %7.1f ms to zoom or move its plot, %.1f ms at most\n",
-                what.c_str(), count, median(times), *std::max_element(times.begin(), times.end()));
+                what.c_str(), count, Median(times), *std::max_element(times.begin(), times.end()));
 }
 
-/// Fills the screen's `fixed` entry, its range of `count` points, and clicks.
+// Fills the screen's `fixed` entry, its range of `count` points, and clicks.
 template <class Window>
-void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText, char range,
+void TimeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText, char range,
                std::size_t count) {
     auto owned = std::make_unique<Window>(owner);
     toolkit::Screen& screen = *owned;
     owner.open(std::move(owned));
     while (!screen.isPainted()) {
-        toolkit::handlePendingEvents();
+        toolkit::HandlePendingEvents();
     }
     const std::string entry = std::string("dataEntry") + range;
-    type(screen, fixed, fixedText);
-    type(screen, entry + "1", "100");
-    type(screen, entry + "2", std::to_string(100.0 + 0.01 * static_cast<double>(count - 1)));
-    type(screen, "dataEntryStep", "0.01");
+    Type(screen, fixed, fixedText);
+    Type(screen, entry + "1", "100");
+    Type(screen, entry + "2", std::to_string(100.0 + 0.01 * static_cast<double>(count - 1)));
+    Type(screen, "dataEntryStep", "0.01");
     const auto paint = [&screen] {
         gtk_button_clicked(GTK_BUTTON(screen.control("calculate")->widget()));
-        while (toolkit::handlePendingEvents()) {
+        while (toolkit::HandlePendingEvents()) {
             gdk_display_sync(gdk_display_get_default());
         }
     };
@@ -206,29 +206,29 @@ void timeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText
         const std::chrono::duration<double, std::milli> time =
             std::chrono::steady_clock::now() - start;
         times.push_back(time.count());
-        plain.push_back(plainLoop(count, range == 'T'));
+        plain.push_back(PlainLoop(count, range == 'T'));
     }
     std::printf("%-16s %8zu points: %7.1f ms, plain loop %6.3f ms\n", screen.name().c_str(), count,
-                median(times), median(plain));
+                Median(times), Median(plain));
     auto& plot = dynamic_cast<toolkit::Plot&>(*screen.control("Plot"));
-    timeRedraw(plot, screen.name(), count);
+    TimeRedraw(plot, screen.name(), count);
     using Style = toolkit::PlotSeries::Style;
     for (const auto& [name, style] :
-         {std::pair("noise, line", Style::line), std::pair("noise, dashed", Style::dashed),
-          std::pair("noise, marks", Style::markers)}) {
+         {std::pair("noise, line", Style::Line), std::pair("noise, dashed", Style::Dashed),
+          std::pair("noise, marks", Style::Markers)}) {
         toolkit::PlotSeries noise(name, style);
         for (std::size_t i = 0; i < count; ++i) {
             noise.add(static_cast<double>(i), std::sin(static_cast<double>(i * i)));
         }
         plot.show({noise});
-        timeRedraw(plot, name, count);
+        TimeRedraw(plot, name, count);
     }
     owner.close(screen);
-    toolkit::handlePendingEvents();
+    toolkit::HandlePendingEvents();
 }
 
-/// Pastes a thousand inclusions into the list of Isochores.
-void timePastedInclusions(app::WindowOwner& owner) {
+// Pastes a thousand inclusions into the list of Isochores.
+void TimePastedInclusions(app::WindowOwner& owner) {
     constexpr std::size_t count = 1000;
     constexpr int repetitions = 5;
     std::string text;
@@ -236,39 +236,37 @@ void timePastedInclusions(app::WindowOwner& owner) {
         const double T = 150.0 + 0.05 * static_cast<double>(i);
         text += "Q" + std::to_string(i) + "\t" + std::to_string(T) + "\tL\n";
     }
-    toolkit::setClipboardText(text);
+    toolkit::SetClipboardText(text);
     std::vector<double> times;
     for (int i = 0; i < repetitions; ++i) {
         auto owned = std::make_unique<procedures::IsochoreWindow>(owner);
         toolkit::Screen& screen = *owned;
         owner.open(std::move(owned));
         while (!screen.isPainted()) {
-            toolkit::handlePendingEvents();
+            toolkit::HandlePendingEvents();
         }
         const auto& list = dynamic_cast<toolkit::List&>(*screen.control("ListBox2"));
         const auto start = std::chrono::steady_clock::now();
         gtk_button_clicked(GTK_BUTTON(screen.control("Paste")->widget()));
-        while (toolkit::handlePendingEvents() || list.isEmpty()) {
+        while (toolkit::HandlePendingEvents() || list.isEmpty()) {
             gdk_display_sync(gdk_display_get_default());
         }
         const std::chrono::duration<double, std::milli> time =
             std::chrono::steady_clock::now() - start;
         times.push_back(time.count());
         if (i + 1 == repetitions) {
-            timeRedraw(dynamic_cast<toolkit::Plot&>(*screen.control("Plot")), "inclusions", count);
+            TimeRedraw(dynamic_cast<toolkit::Plot&>(*screen.control("Plot")), "inclusions", count);
         }
         owner.close(screen);
-        toolkit::handlePendingEvents();
+        toolkit::HandlePendingEvents();
     }
-    std::printf("%zu inclusions pasted, calculated and drawn: %.1f ms\n", count, median(times));
+    std::printf("%zu inclusions pasted, calculated and drawn: %.1f ms\n", count, Median(times));
 }
 
 }  // namespace
 
 int main() {
-    if (!toolkit::openDisplay()) {
-        return EXIT_FAILURE;
-    }
+    if (!toolkit::OpenDisplay()) return EXIT_FAILURE;
     app::WindowOwner owner;
     owner.open(std::make_unique<app::Start1Window>(owner));
     owner.open(std::make_unique<app::Start2Window>(owner));
@@ -276,15 +274,15 @@ int main() {
     fluid::SetFractionCount(1, halves);  // CO2
     fluid::SetFractionCount(2, halves);  // CH4
     fluid::AcceptComposition();
-    timeScreens<procedures::PressureWindow, procedures::TemperatureWindow, procedures::VolumeWindow,
+    TimeScreens<procedures::PressureWindow, procedures::TemperatureWindow, procedures::VolumeWindow,
                 procedures::FugacityWindow, procedures::ActivityWindow, procedures::BubbleDewPoint,
                 procedures::LiquidVapourEq, procedures::IsochoreWindow, procedures::IsothermWindow,
                 procedures::CriticalPointWindow, procedures::SpinodalWindow,
                 procedures::ThermodynamicWindow, procedures::ChemPotWindow>(owner);
     for (const std::size_t count : {100, 10000, 100000}) {
-        timeTable<procedures::IsochoreWindow>(owner, "dataEntryV", "80", 'T', count);
-        timeTable<procedures::IsothermWindow>(owner, "dataEntryT", "220", 'V', count);
+        TimeTable<procedures::IsochoreWindow>(owner, "dataEntryV", "80", 'T', count);
+        TimeTable<procedures::IsothermWindow>(owner, "dataEntryT", "220", 'V', count);
     }
-    timePastedInclusions(owner);
+    TimePastedInclusions(owner);
     return EXIT_SUCCESS;
 }

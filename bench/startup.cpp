@@ -18,7 +18,7 @@ constexpr int repetitions = 41;
 constexpr double timeBar = 1.6;
 constexpr double memoryBar = 1.3;
 
-/// What one program took, run by run.
+// What one program took, run by run.
 struct Record {
     std::string path;
     std::string argument;
@@ -26,7 +26,7 @@ struct Record {
     std::vector<double> megabytes;
 };
 
-void run(Record& record) {
+void Run(Record& record) {
     const auto start = std::chrono::steady_clock::now();
     const pid_t child = fork();
     if (child == 0) {
@@ -44,7 +44,7 @@ void run(Record& record) {
     record.megabytes.push_back(static_cast<double>(usage.ru_maxrss) / 1024.0);
 }
 
-double median(std::vector<double> values) {
+double Median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
@@ -59,22 +59,22 @@ int main(int /*argc*/, char** argv) {
                                    {folder + "startup_probe", "", {}, {}}};
     for (int i = 0; i < repetitions; ++i) {
         for (Record& record : records) {
-            run(record);
+            Run(record);
         }
     }
-    const double time = median(records[2].milliseconds);
-    const double memory = median(records[2].megabytes);
+    const double time = Median(records[2].milliseconds);
+    const double memory = Median(records[2].megabytes);
     std::printf("medians of %d starts:  time until painted  peak memory\n", repetitions);
     std::printf("Drovan W              %7.1f ms         %7.1f MB\n", time, memory);
     for (const Record* const bare : {&records[1], &records[0]}) {
-        const double bareTime = median(bare->milliseconds);
-        const double bareMemory = median(bare->megabytes);
+        const double bareTime = Median(bare->milliseconds);
+        const double bareMemory = Median(bare->megabytes);
         std::printf("bare window, %-6s   %7.1f ms (%.2fx) %7.1f MB (%.2fx)\n",
                     bare->argument.c_str(), bareTime, time / bareTime, bareMemory,
                     memory / bareMemory);
     }
-    const bool isWithinBars = time <= timeBar * median(records[1].milliseconds) &&
-                              memory <= memoryBar * median(records[1].megabytes);
+    const bool isWithinBars = time <= timeBar * Median(records[1].milliseconds) &&
+                              memory <= memoryBar * Median(records[1].megabytes);
     std::printf("bars, to the window with a line of text: %.1fx and %.1fx: %s\n", timeBar,
                 memoryBar, isWithinBars ? "met" : "missed");
     return isWithinBars ? EXIT_SUCCESS : EXIT_FAILURE;

@@ -8,16 +8,14 @@
 #include "toolkit/application.h"
 
 int main() {
-    if (!toolkit::openDisplay()) {
-        return EXIT_FAILURE;
-    }
-    toolkit::setWindowIcon("drovan-w");
+    if (!toolkit::OpenDisplay()) return EXIT_FAILURE;
+    toolkit::SetWindowIcon("drovan-w");
     app::WindowOwner owner;
     auto title = std::make_unique<app::Start1Window>(owner);
     const toolkit::Screen& opened = *title;
     owner.open(std::move(title));
     while (!opened.isPainted()) {
-        toolkit::handlePendingEvents();
+        toolkit::HandlePendingEvents();
     }
     return EXIT_SUCCESS;
 }

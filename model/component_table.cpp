@@ -5,7 +5,7 @@
 namespace fluid {
 
 // The critical molar volumes are the source's own values.
-constexpr std::array<Gas, ComponentCount> Gases = {{
+constexpr std::array<Gas, componentCount> gases = {{
     {18.01528, 273.16, 647.096, 22.064, 56.0, 0.344},        // H2O
     {44.0098, 216.592, 304.128, 7.3773, 94.118905, 0.225},   // CO2
     {28.01348, 63.148, 126.193, 3.3978, 89.46944618, 0.04},  // N2
@@ -22,11 +22,11 @@ constexpr std::array<Gas, ComponentCount> Gases = {{
 namespace {
 
 // From the critical point of the van der Waals equation: 27/64·R² and R/8.
-constexpr double AttractionFactor = 29.164406331987003;
-constexpr double CovolumeFactor = 1.039309;
+constexpr double attractionFactor = 29.164406331987003;
+constexpr double covolumeFactor = 1.039309;
 
 struct Tables {
-    std::array<std::size_t, ComponentCount> index;
+    std::array<std::size_t, componentCount> index;
     ComponentValues M, omega, Zc, Pc, Tc, Vc, Ttriple;
     ComponentMatrix a;
     ComponentValues b, aRoot, aRootDefect;
@@ -35,7 +35,7 @@ struct Tables {
 constinit Tables tables{};
 
 void Append(std::size_t k, std::size_t i) {
-    const Gas& gas = Gases[i];
+    const Gas& gas = gases[i];
     tables.index[k] = i;
     tables.M[k] = gas.M;
     tables.omega[k] = gas.omega;
@@ -44,17 +44,17 @@ void Append(std::size_t k, std::size_t i) {
     tables.Tc[k] = gas.Tc;
     tables.Vc[k] = gas.Vc;
     tables.Ttriple[k] = gas.Ttriple;
-    const double attraction = AttractionFactor * gas.Tc * gas.Tc / gas.Pc;
+    const double attraction = attractionFactor * gas.Tc * gas.Tc / gas.Pc;
     const double root = std::sqrt(attraction);
     tables.a[k][k] = attraction;
-    tables.b[k] = CovolumeFactor * gas.Tc / gas.Pc;
+    tables.b[k] = covolumeFactor * gas.Tc / gas.Pc;
     tables.aRoot[k] = root;
     tables.aRootDefect[k] = attraction - root * root;
 }
 
 }  // namespace
 
-constinit const std::array<std::size_t, ComponentCount>& ComponentIndex = tables.index;
+constinit const std::array<std::size_t, componentCount>& ComponentIndex = tables.index;
 constinit const ComponentValues& M = tables.M;
 constinit const ComponentValues& omega = tables.omega;
 constinit const ComponentValues& Zc = tables.Zc;
@@ -67,10 +67,10 @@ constinit const ComponentValues& b = tables.b;
 constinit const ComponentValues& aRoot = tables.aRoot;
 constinit const ComponentValues& aRootDefect = tables.aRootDefect;
 
-void InitComponentTable(std::span<const double, ComponentCount> x) {
+void InitComponentTable(std::span<const double, componentCount> x) {
     tables = Tables{};
     std::size_t count = 0;
-    for (std::size_t i = 0; i < ComponentCount; ++i) {
+    for (std::size_t i = 0; i < componentCount; ++i) {
         if (x[i] > 0.0) Append(count++, i);
     }
     for (std::size_t k = 0; k < count; ++k) {

@@ -10,14 +10,14 @@ namespace fluid {
 // Gas constant in MPa·cm3/(mol·K): pressures in MPa and molar volumes in cm3/mol need no factor.
 inline constexpr double R = 8.314472;
 
-inline constexpr std::size_t ComponentCount = 11;
+inline constexpr std::size_t componentCount = 11;
 
 // Formulas in the internal order, by which every table and list of the model is sorted.
-inline constexpr std::array<std::string_view, ComponentCount> ComponentFormulas = {
+inline constexpr std::array<std::string_view, componentCount> componentFormulas = {
     "H2O", "CO2", "N2", "H2S", "NH3", "H2", "O2", "CO", "Ar", "CH4", "C2H6"};
 
-using ComponentValues = std::array<double, ComponentCount>;
-using ComponentMatrix = std::array<ComponentValues, ComponentCount>;
+using ComponentValues = std::array<double, componentCount>;
+using ComponentMatrix = std::array<ComponentValues, componentCount>;
 
 // What is known of a gas.
 struct Gas {
@@ -29,11 +29,11 @@ struct Gas {
     double omega;    // acentric factor
 };
 // In internal order.
-extern const std::array<Gas, ComponentCount> Gases;
+extern const std::array<Gas, componentCount> gases;
 
 // Tables of the present components: position k holds the k-th present component in increasing
 // internal index, positions behind the last one hold 0. InitComponentTable writes them.
-extern const std::array<std::size_t, ComponentCount>& ComponentIndex;  // internal index
+extern const std::array<std::size_t, componentCount>& ComponentIndex;  // internal index
 extern const ComponentValues& M;                                       // molar mass, g/mol
 extern const ComponentValues& omega;                                   // acentric factor
 extern const ComponentValues& Zc;       // critical compressibility, 0.2905 - 0.085·omega
@@ -51,6 +51,6 @@ extern const ComponentValues& aRootDefect;
 
 // Builds the tables above for the components with a fraction above 0.
 // x: the eleven fractions in internal order; only their signs matter.
-void InitComponentTable(std::span<const double, ComponentCount> x);
+void InitComponentTable(std::span<const double, componentCount> x);
 
 }  // namespace fluid

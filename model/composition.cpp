@@ -14,9 +14,9 @@ namespace {
 __extension__ using WideCount = __int128;
 
 struct Entered {
-    std::array<std::int64_t, ComponentCount> counts;
+    std::array<std::int64_t, componentCount> counts;
     ComponentValues fractions;
-    std::array<bool, ComponentCount> tooLarge;
+    std::array<bool, componentCount> tooLarge;
 };
 
 constinit Entered entered{};
@@ -34,7 +34,7 @@ WideCount CountSum() {
 
 }  // namespace
 
-constinit const std::array<std::int64_t, ComponentCount>& FractionCounts = entered.counts;
+constinit const std::array<std::int64_t, componentCount>& FractionCounts = entered.counts;
 constinit const std::int32_t& LastComponent = lastComponent;
 constinit const ComponentValues& Fractions = accepted.fractions;
 
@@ -44,9 +44,9 @@ const Mixture& AcceptedMixture() {
 
 void SetFractionCount(std::size_t index, double fraction) {
     assert(index < ComponentCount);
-    constexpr double CountLimit = 0x1p63;
-    const double count = std::round(fraction * static_cast<double>(FractionScale));
-    const bool fits = count >= -CountLimit && count < CountLimit;
+    constexpr double countLimit = 0x1p63;
+    const double count = std::round(fraction * static_cast<double>(fractionScale));
+    const bool fits = count >= -countLimit && count < countLimit;
     entered.fractions[index] = fraction;
     entered.tooLarge[index] = !fits;
     using Limits = std::numeric_limits<std::int64_t>;
@@ -58,11 +58,11 @@ double FractionSum() {
     if (!AllCounted()) {
         return std::accumulate(entered.fractions.begin(), entered.fractions.end(), 0.0);
     }
-    return static_cast<double>(CountSum()) / static_cast<double>(FractionScale);
+    return static_cast<double>(CountSum()) / static_cast<double>(fractionScale);
 }
 
 bool FractionsAddUpToOne() {
-    return AllCounted() && CountSum() == FractionScale;
+    return AllCounted() && CountSum() == fractionScale;
 }
 
 bool AcceptComposition() {
@@ -70,8 +70,8 @@ bool AcceptComposition() {
     ComponentValues x{};
     ComponentValues present{};
     lastComponent = -1;
-    for (std::size_t i = 0; i < ComponentCount; ++i) {
-        x[i] = static_cast<double>(entered.counts[i]) / static_cast<double>(FractionScale);
+    for (std::size_t i = 0; i < componentCount; ++i) {
+        x[i] = static_cast<double>(entered.counts[i]) / static_cast<double>(fractionScale);
         if (!(x[i] > 0.0)) continue;
         present[static_cast<std::size_t>(++lastComponent)] = x[i];
     }

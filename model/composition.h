@@ -10,11 +10,11 @@
 namespace fluid {
 
 // Fractions are counted in units of 10^-12, which makes the test that they add up to 1 exact.
-inline constexpr std::int64_t FractionScale = 1'000'000'000'000;
+inline constexpr std::int64_t fractionScale = 1'000'000'000'000;
 
 // The fractions being entered, in internal order. A fraction whose count has no room in 64 bits
 // stands here as the nearest bound, and is no part of an acceptable composition.
-extern const std::array<std::int64_t, ComponentCount>& FractionCounts;
+extern const std::array<std::int64_t, componentCount>& FractionCounts;
 
 // The accepted composition; one without components until there is one.
 const Mixture& AcceptedMixture();

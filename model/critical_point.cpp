@@ -104,8 +104,8 @@ Stability CriticalStability(const Mixture& mixture, const CriticalPoint& point) 
     if (point.T <= ColdestT(mixture)) return Stability::Unknown;
     const double RT = R * point.T;
     for (const TrialPhase& phase : TrialCurve(mixture, point.freeVolume).maxima(RT)) {
-        constexpr double Rounding = 1e-12;  // of T: what is more stable by less is not told
-        if (phase.levelRT() > RT * (1.0 + Rounding)) return Stability::Metastable;
+        constexpr double rounding = 1e-12;  // of T: what is more stable by less is not told
+        if (phase.levelRT() > RT * (1.0 + rounding)) return Stability::Metastable;
     }
     return Stability::Stable;
 }

@@ -119,27 +119,27 @@ double ApartRoot(double A, double C) {
 double PolishedPacking(double z, const Reduced& reduced) {
     const double c = reduced.tau + reduced.pi;
     double y = (1.0 + z) / 3.0;
-    constexpr double Small = 1e-3;  // three digits are lost
-    if (std::abs(y) < Small) y = reduced.pi / (c - y * (1.0 - y));
+    constexpr double small = 1e-3;  // three digits are lost
+    if (std::abs(y) < small) y = reduced.pi / (c - y * (1.0 - y));
     const double slope = c - y * (2.0 - 3.0 * y);
     const double residual = y * (c - y * (1.0 - y)) - reduced.pi;
     // Beside the other two the residual is mere rounding.
-    constexpr double WellApart = 1e-3;
-    return slope > WellApart ? y - residual / slope : y;
+    constexpr double wellApart = 1e-3;
+    return slope > wellApart ? y - residual / slope : y;
 }
 
 // 1 - y for a root y; near 1 by the equation itself, (1 - y)·(pi + y²) = tau·y.
 double Complement(double y, const Reduced& reduced) {
-    constexpr double Least = -0.1;  // of pi, beside which y² does not vanish
-    if (y < 0.5 || reduced.pi < Least) return 1.0 - y;
+    constexpr double least = -0.1;  // of pi, beside which y² does not vanish
+    if (y < 0.5 || reduced.pi < least) return 1.0 - y;
     return reduced.tau * y / (reduced.pi + y * y);
 }
 
 Packing PlainPacking(const Reduced& reduced) {
     const double sum = reduced.tau + reduced.pi;
     // From here on y³ - y² is nothing beside the other terms.
-    constexpr double NearlyIdeal = 1e20;
-    if (sum > NearlyIdeal && reduced.pi > 0.0) {
+    constexpr double nearlyIdeal = 1e20;
+    if (sum > nearlyIdeal && reduced.pi > 0.0) {
         const double y = reduced.pi / sum;
         const double centre = 0.5 * reduced.tau / sum;
         return {y, centre, centre * centre - sum};
@@ -163,25 +163,25 @@ Packing SharpPacking(double aMix, double bMix, double T, double P, Reduced reduc
     const double C = std::abs(reduced.B);
     const double x = Improve(ApartRoot(reduced.A, C), reduced.A, C);
     const double z = std::copysign(x, -reduced.B);
-    constexpr double WellApart = 0.2;
+    constexpr double wellApart = 0.2;
     const double plain = (1.0 + z) / 3.0;
-    const double y = plain < WellApart ? PolishedPacking(z, reduced) : plain;
+    const double y = plain < wellApart ? PolishedPacking(z, reduced) : plain;
     const double slope = 6.0 * (3.0 * x * x + reduced.A);
     const double split = discriminant.high / (aMix * aMix * aMix) / (slope * slope);
     return {y, 0.5 * Complement(y, reduced), slope > 0.0 ? split : 0.0};
 }
 
 Packing SolvePacking(double aMix, double bMix, double T, double P, const Reduced& reduced) {
-    constexpr double NearlyCritical = 0.2;
-    constexpr double NearlyDouble = 0.1;
+    constexpr double nearlyCritical = 0.2;
+    constexpr double nearlyDouble = 0.1;
     // Colder, the terms of the discriminant cancel beyond the 32 digits.
-    constexpr double Coldest = 1e-8;
-    const bool canSharpen = std::isnormal(aMix * aMix * aMix) && reduced.tau > Coldest;
-    const bool critical = std::max(std::abs(reduced.A), std::abs(reduced.B)) < NearlyCritical;
+    constexpr double coldest = 1e-8;
+    const bool canSharpen = std::isnormal(aMix * aMix * aMix) && reduced.tau > coldest;
+    const bool critical = std::max(std::abs(reduced.A), std::abs(reduced.B)) < nearlyCritical;
     if (!critical || !canSharpen) {
         const Packing packing = PlainPacking(reduced);
         const bool apart =
-            std::abs(packing.split) >= NearlyDouble * packing.centre * packing.centre;
+            std::abs(packing.split) >= nearlyDouble * packing.centre * packing.centre;
         if (apart || !canSharpen) return packing;
     }
     return SharpPacking(aMix, bMix, T, P, reduced);
@@ -243,8 +243,8 @@ std::vector<double> RealVolumes(double aMix, double bMix, double T, double P) {
     const std::optional<Reduced> reduced = Reduce(aMix, bMix, T, P);
     if (!reduced || !(P > 0.0)) return {};
     // So near to the triple root that the rounding of T and P tells nothing any more.
-    constexpr double Rounding = 1e-14;
-    if (std::max(std::abs(reduced->A), std::abs(reduced->B)) < Rounding) return {3.0 * bMix};
+    constexpr double rounding = 1e-14;
+    if (std::max(std::abs(reduced->A), std::abs(reduced->B)) < rounding) return {3.0 * bMix};
     const Packing packing = SolvePacking(aMix, bMix, T, P, *reduced);
     std::vector<double> volumes = {bMix / packing.apart};
     if (packing.split >= 0.0) {

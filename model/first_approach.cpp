@@ -11,7 +11,7 @@ namespace fluid {
 namespace {
 
 // The least pressure in MPa that an iteration starts from: in the deep cold the curves give none.
-constexpr double LeastP = 1e-300;
+constexpr double leastP = 1e-300;
 
 // A tenth of the saturation pressures in the proportions of the bulk, MPa.
 double SeedPressure(const Mixture& mixture, double T) {
@@ -19,30 +19,30 @@ double SeedPressure(const Mixture& mixture, double T) {
     for (std::size_t k = 0; k < mixture.count; ++k) {
         sum += mixture.z[k] * SaturationPressure(mixture.index[k], T);
     }
-    constexpr double Share = 0.1;
-    return std::max(Share * sum, LeastP);
+    constexpr double share = 0.1;
+    return std::max(share * sum, leastP);
 }
 
 // The temperature in K of a seed pressure: secant steps in ln P over 1/T from 298.15 K, on a curve
 // that is nearly straight there. The ends are those of what is worth showing.
 double SeedTemperature(const Mixture& mixture, double P) {
-    constexpr double Coldest = 2.0;
-    constexpr double Hottest = 2000.0;
-    constexpr double Start = 298.15;
-    constexpr int StepLimit = 50;    // some five are usual
-    constexpr double Enough = 1e-9;  // for an estimate
+    constexpr double coldest = 2.0;
+    constexpr double hottest = 2000.0;
+    constexpr double start = 298.15;
+    constexpr int stepLimit = 50;    // some five are usual
+    constexpr double enough = 1e-9;  // for an estimate
     const double target = std::log(P);
     const auto excess = [&](double t) { return std::log(SeedPressure(mixture, 1.0 / t)) - target; };
-    double before = 1.0 / Start;
-    double now = 1.01 / Start;
+    double before = 1.0 / start;
+    double now = 1.01 / start;
     double excessBefore = excess(before);
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         const double excessNow = excess(now);
         const double step = (before - now) * excessNow / (excessNow - excessBefore);
-        if (!std::isfinite(step) || std::abs(step) < Enough * now) break;
+        if (!std::isfinite(step) || std::abs(step) < enough * now) break;
         before = now;
         excessBefore = excessNow;
-        now = std::clamp(now + step, 1.0 / Hottest, 1.0 / Coldest);
+        now = std::clamp(now + step, 1.0 / hottest, 1.0 / coldest);
     }
     return 1.0 / now;
 }
@@ -50,14 +50,14 @@ double SeedTemperature(const Mixture& mixture, double P) {
 // Kept so small and so large that every product and sum of fractions has room in a double, also in
 // the deep cold, where there is no vapour pressure left.
 ComponentValues WilsonRatios(const Mixture& mixture, double T, double P) {
-    constexpr double Smallest = 1e-130;
-    constexpr double Largest = 1e130;
+    constexpr double smallest = 1e-130;
+    constexpr double largest = 1e130;
     ComponentValues K{};
     for (std::size_t k = 0; k < mixture.count; ++k) {
-        const Gas& gas = Gases[mixture.index[k]];
+        const Gas& gas = gases[mixture.index[k]];
         const double ratio =
-            gas.Pc / std::max(P, LeastP) * std::exp(5.373 * (1.0 + gas.omega) * (1.0 - gas.Tc / T));
-        K[k] = std::clamp(ratio, Smallest, Largest);
+            gas.Pc / std::max(P, leastP) * std::exp(5.373 * (1.0 + gas.omega) * (1.0 - gas.Tc / T));
+        K[k] = std::clamp(ratio, smallest, largest);
     }
     return K;
 }
@@ -94,10 +94,10 @@ PhaseGuess HomogenisationSeed(const Mixture& mixture, Given given, double value,
 
 PhaseGuess HomogenisationApproach(Given given, const PhasePair& point) {
     // The prescribed first steps of the iteration.
-    constexpr double FirstPressureStep = 0.95;
-    constexpr double FirstTemperatureStep = 5.0;
+    constexpr double firstPressureStep = 0.95;
+    constexpr double firstTemperatureStep = 5.0;
     const double unknown =
-        given == Given::Temperature ? point.P / FirstPressureStep : point.T + FirstTemperatureStep;
+        given == Given::Temperature ? point.P / firstPressureStep : point.T + firstTemperatureStep;
     return {unknown, point.x, point.y};
 }
 
@@ -114,11 +114,11 @@ EquilibriumApproach FindEquilibriumApproach(const Mixture& mixture, double T, do
         return approach;
     }
     if (split) approach.kind = Kind::NotFound;
-    constexpr double Half = 0.5;
-    approach.volumeFraction = Half;
+    constexpr double half = 0.5;
+    approach.volumeFraction = half;
     approach.guess.unknown = SeedPressure(mixture, T);
     const ComponentValues K = WilsonRatios(mixture, T, approach.guess.unknown);
-    Distribute(mixture, K, Half, approach.guess);
+    Distribute(mixture, K, half, approach.guess);
     return approach;
 }
 

@@ -17,9 +17,9 @@ using Boundaries = std::span<const BoundaryPoint>;
 bool IsCritical(const Mixture& mixture, double V, Boundaries boundaries) {
     // A triple root, but for the rounding of T and P.
     if (mixture.count == 1 && V == 3.0 * mixture.covolume) return true;
-    constexpr double Alike = 1e-5;
+    constexpr double alike = 1e-5;
     return std::any_of(boundaries.begin(), boundaries.end(), [V](const BoundaryPoint& point) {
-        return point.isCritical() && std::abs(point.V / V - 1.0) < Alike;
+        return point.isCritical() && std::abs(point.V / V - 1.0) < alike;
     });
 }
 
@@ -49,10 +49,10 @@ PhaseKind KindOf(const Mixture& mixture, const FluidState& state, Boundaries bou
 // Beside a boundary the pressure tells what a volume does not: a cold liquid hardly changes with
 // it.
 void JudgeByPressure(FluidState& state, Boundaries boundaries) {
-    constexpr double Alike = 1e-10;
+    constexpr double alike = 1e-10;
     for (FluidState::Volume& volume : state.volumes) {
         for (std::size_t i = 0; i < boundaries.size(); ++i) {
-            if (!(std::abs(volume.V / boundaries[i].V - 1.0) < Alike)) continue;
+            if (!(std::abs(volume.V / boundaries[i].V - 1.0) < alike)) continue;
             const bool isDilute = i % 2 == 0;  // the end of what is not stable
             const bool isStable =
                 isDilute ? state.P <= boundaries[i].P : state.P >= boundaries[i].P;
@@ -119,11 +119,11 @@ std::optional<double> SplitSearch::at(double x) {
 
 // Where a mixture splits however dense it is: a place of a higher pressure.
 std::optional<SplitSearch::End> SplitSearch::denseEnd(double x) {
-    constexpr int StepLimit = 60;
-    constexpr double Stride = 0.7;
+    constexpr int stepLimit = 60;
+    constexpr double stride = 0.7;
     x = std::min(x, std::log(mixture_.bMix));
-    for (int i = 0; i < StepLimit; ++i) {
-        x -= Stride;
+    for (int i = 0; i < stepLimit; ++i) {
+        x -= stride;
         const auto excess = at(x);
         if (excess && *excess >= 0.0) return End{x, *excess};
     }
@@ -131,16 +131,16 @@ std::optional<SplitSearch::End> SplitSearch::denseEnd(double x) {
 }
 
 void SplitSearch::narrow(End low, End high, bool isDenseWhereUnknown) {
-    constexpr int StepLimit = 200;
-    constexpr double Rounding = 1e-15;
+    constexpr int stepLimit = 200;
+    constexpr double rounding = 1e-15;
     int side = 0;  // of the end that was moved last
-    for (int i = 0; i < StepLimit && high.x - low.x > Rounding * std::abs(low.x); ++i) {
-        constexpr int Turn = 4;  // now and then by half, where the pressure jumps
-        const double share = i % Turn == Turn - 1 ? 0.5 : low.excess / (low.excess - high.excess);
+    for (int i = 0; i < stepLimit && high.x - low.x > rounding * std::abs(low.x); ++i) {
+        constexpr int turn = 4;  // now and then by half, where the pressure jumps
+        const double share = i % turn == turn - 1 ? 0.5 : low.excess / (low.excess - high.excess);
         double x = low.x + share * (high.x - low.x);
         if (!(x > low.x && x < high.x)) x = 0.5 * (low.x + high.x);
         const auto excess = at(x);
-        if (nearest_ <= Rounding) break;
+        if (nearest_ <= rounding) break;
         // An end that stays twice counts half, by the method of Illinois.
         if (excess ? *excess > 0.0 : isDenseWhereUnknown) {
             low = {x, excess.value_or(low.excess)};
@@ -158,11 +158,11 @@ void SplitSearch::narrow(End low, End high, bool isDenseWhereUnknown) {
 // phase, where it is a difference of two large numbers.
 bool SplitSearch::isReached() const {
     if (!split_) return false;
-    constexpr double Match = 1e-9;
-    constexpr double Rounding = 1e-13;
+    constexpr double match = 1e-9;
+    constexpr double rounding = 1e-13;
     const PhasePair& phases = split_->phases;
     const double free = phases.Vx - WithFractions(mixture_, phases.x).bMix;
-    return std::abs(phases.P - P_) <= Match * P_ + Rounding * R * T_ / free;
+    return std::abs(phases.P - P_) <= match * P_ + rounding * R * T_ / free;
 }
 
 std::optional<PhaseSplit> SplitSearch::between(const BoundaryPoint* dense,

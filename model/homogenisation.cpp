@@ -9,8 +9,8 @@ namespace fluid {
 
 bool TakesItsRoots(const Mixture& mixture, const PhasePair& pair) {
     const auto takes = [&](const ComponentValues& x, double V, PhaseRoot root) {
-        constexpr double Same = 1e-6;  // even a double root is known to 1e-8
-        return std::abs(PhaseState(mixture, x, pair.T, pair.P, root).V / V - 1.0) < Same;
+        constexpr double same = 1e-6;  // even a double root is known to 1e-8
+        return std::abs(PhaseState(mixture, x, pair.T, pair.P, root).V / V - 1.0) < same;
     };
     return takes(pair.x, pair.Vx, PhaseRoot::Smallest) &&
            takes(pair.y, pair.Vy, PhaseRoot::Largest);
@@ -26,7 +26,7 @@ bool AreTwoLiquids(const Mixture& mixture, const PhasePair& pair) {
 HomogenisationPoints FindHomogenisationPoints(const Mixture& mixture, Given given, double value,
                                               Homogenisation kind) {
     // Beyond this pressure in MPa V - b has not the digits for an equilibrium.
-    constexpr double HighestP = 1e4;
+    constexpr double highestP = 1e4;
     HomogenisationPoints result;
     if (mixture.count == 0 || !(value > 0.0) || !std::isfinite(value)) return result;
     const PhaseBoundary& boundary = BoundaryOf(mixture);
@@ -36,7 +36,7 @@ HomogenisationPoints FindHomogenisationPoints(const Mixture& mixture, Given give
     for (const BoundarySample& sample : samples) {
         const BoundaryPoint point = PointOf(mixture, sample);
         if (point.kind() != kind) continue;
-        if (point.P > HighestP) {
+        if (point.P > highestP) {
             result.isExamined = false;
             continue;
         }

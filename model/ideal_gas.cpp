@@ -10,20 +10,20 @@ namespace fluid {
 namespace {
 
 // The gas constant of the polynomials, J/(mol·K).
-constexpr double DataR = 8.31451;
+constexpr double dataR = 8.31451;
 
 // The highest temperature in K, c1 to c7 of Cp/R = c1/T² + c2/T + c3 + c4·T + ... + c7·T⁴, and the
 // constants of its integrals H/(R·T) and S/R.
 using Row = std::array<double, 10>;
 
-constexpr std::size_t LargestRows = 4;
+constexpr std::size_t largestRows = 4;
 
 // Rows from 200 K on (hydrogen from 250 K): B. J. McBride, M. J. Zehe, S. Gordon, NASA
 // TP-2002-211556. Rows below: rigid rotors with harmonic oscillators (T. Shimanouchi, NSRDS-NBS 39,
 // 1972; K. P. Huber, G. Herzberg 1979), for C2H6 the ideal gas of Buecker & Wagner 2006, for H2
 // that of Leachman et al. 2009 (normal hydrogen), fitted in the same form and joined with
 // continuous Cp, H and S.
-constexpr std::array<std::array<Row, LargestRows>, ComponentCount> Rows = {{
+constexpr std::array<std::array<Row, largestRows>, componentCount> gasRows = {{
     // H2O
     {{{200.0, 0.0, 0.0, 4.0, 4.215489522e-05, 2.293560761e-07, -2.542384877e-09, 8.583340223e-12,
        -30280.6361, -0.09800355325},
@@ -113,7 +113,7 @@ IdealGasProperties Within(const Row& row, double T) {
                      T * (c3 + T * (c4 / 2.0 + T * (c5 / 3.0 + T * (c6 / 4.0 + T * c7 / 5.0))));
     const double S = (-c1 / (2.0 * T) - c2) / T + c3 * logT + constantS +
                      T * (c4 + T * (c5 / 2.0 + T * (c6 / 3.0 + T * c7 / 4.0)));
-    return {DataR * Cp, DataR * H, DataR * S};
+    return {dataR * Cp, dataR * H, dataR * S};
 }
 
 }  // namespace
@@ -121,8 +121,8 @@ IdealGasProperties Within(const Row& row, double T) {
 IdealGasProperties IdealGas(std::size_t component, double T) {
     assert(component < ComponentCount);
     if (!(T > 0.0)) return {};
-    const double inside = std::clamp(T, IdealGasRange.lowest, IdealGasRange.highest);
-    const auto& rows = Rows[component];
+    const double inside = std::clamp(T, idealGasRange.lowest, idealGasRange.highest);
+    const auto& rows = gasRows[component];
     const auto* const row = std::find_if(rows.begin(), rows.end(), [inside](const Row& candidate) {
         return inside <= candidate[0];
     });

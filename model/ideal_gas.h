@@ -7,7 +7,7 @@
 namespace fluid {
 
 // Pressure in MPa of the standard state of the ideal gases.
-inline constexpr double StandardPressure = 0.1;
+inline constexpr double standardPressure = 0.1;
 
 struct TemperatureRange {
     double lowest;   // K
@@ -15,7 +15,7 @@ struct TemperatureRange {
 };
 
 // Where the properties of the gases are known.
-inline constexpr TemperatureRange IdealGasRange{10.0, 6000.0};
+inline constexpr TemperatureRange idealGasRange{10.0, 6000.0};
 
 // Molar properties of an ideal gas at the standard pressure: J/(mol·K), J/mol, J/(mol·K). H
 // contains the enthalpy of formation from the elements at 298.15 K.
@@ -26,7 +26,7 @@ struct IdealGasProperties {
 };
 
 // The properties of the component with this internal index (0 to 10) at T in K, for the
-// undissociated molecule. Outside IdealGasRange the heat capacity stays what it is at the end of
+// undissociated molecule. Outside idealGasRange the heat capacity stays what it is at the end of
 // the range. All 0 for T not above 0.
 IdealGasProperties IdealGas(std::size_t component, double T);
 

@@ -40,8 +40,8 @@ Mixture WithFractions(const Mixture& of, const ComponentValues& fractions) {
     double sum = 0.0;
     for (std::size_t i = 0; i < of.count; ++i) sum += fractions[i];
     // Fractions that add up to one but for rounding stay as they are.
-    constexpr double Rounding = 1e-14;
-    if (std::abs(sum - 1.0) < Rounding) sum = 1.0;
+    constexpr double rounding = 1e-14;
+    if (std::abs(sum - 1.0) < rounding) sum = 1.0;
     for (std::size_t i = 0; i < of.count; ++i) {
         mixture.z[i] = fractions[i] / sum;
         mixture.bMix += mixture.z[i] * of.b[i];
@@ -87,12 +87,12 @@ double HottestT(const Mixture& mixture) {
 }
 
 double ColdestT(const Mixture& mixture) {
-    return 2.0 * mixture.largestARoot * mixture.densestA / (R * LargestLogPhi);
+    return 2.0 * mixture.largestARoot * mixture.densestA / (R * largestLogPhi);
 }
 
 double AbsurdT(const Mixture& mixture) {
-    constexpr double Share = 0.01;  // where fugacities differ by e^22700
-    return Share * ColdestT(mixture);
+    constexpr double share = 0.01;  // where fugacities differ by e^22700
+    return share * ColdestT(mixture);
 }
 
 }  // namespace fluid

@@ -23,7 +23,7 @@ struct Blend {
 // last one stands 0.
 struct Mixture {
     std::size_t count = 0;
-    std::array<std::size_t, ComponentCount> index{};  // internal index
+    std::array<std::size_t, componentCount> index{};  // internal index
     ComponentValues fractions{};                      // as they were given
     ComponentValues z{};                              // the same, adding up to 1
     ComponentValues M{};                              // molar masses, g/mol
@@ -46,7 +46,7 @@ struct Mixture {
     double largestB = 0.0;
     double largestARoot = 0.0;
 
-    std::string_view formula(std::size_t k) const { return ComponentFormulas[index[k]]; }
+    std::string_view formula(std::size_t k) const { return componentFormulas[index[k]]; }
     // a of the gas at position k, to the last bit.
     double pureA(std::size_t k) const { return aRoot[k] * aRoot[k] + aRootDefect[k]; }
 

@@ -15,7 +15,7 @@ using Sample = BoundarySample;
 using Run = PhaseBoundary::Run;
 
 // Below ColdestT nothing is shown; curves go on a little, so that they reach it.
-constexpr double BelowColdest = 0.9;
+constexpr double belowColdest = 0.9;
 
 TrialCurve CurveAt(const Mixture& mixture, double x) {
     return {mixture, mixture.bMix * std::exp(x)};
@@ -37,16 +37,16 @@ Sample SampleOf(const TrialCurve& curve, double x, const TrialPhase& other) {
     sample.slopeT = change / RT;
     const double A = curve.A();
     // Two liquids beside a thin vapour have no digits of its pressure.
-    constexpr double Rounding = 1e-16;
+    constexpr double rounding = 1e-16;
     if (other.u < curve.u()) {
-        const double reduced = std::max(other.u - 0.5 * k * other.H * other.H, Rounding * other.u);
+        const double reduced = std::max(other.u - 0.5 * k * other.H * other.H, rounding * other.u);
         const double dk = -k * sample.slopeT;
         const double slope = -C - other.packing * curve.u() + k * other.H * A * free / curve.V() +
                              other.H * (0.5 * other.H - A) * dk;
         sample.lnP = std::log(RT * reduced);
         sample.slopeP = sample.slopeT + slope / reduced;
     } else {
-        const double P = std::max(RT * curve.u() - A * A, Rounding * A * A);
+        const double P = std::max(RT * curve.u() - A * A, rounding * A * A);
         sample.lnP = std::log(P);
         sample.slopeP = (curve.u() * change - RT * curve.u() + 2.0 * A * A * free / curve.V()) / P;
     }
@@ -58,13 +58,13 @@ Sample SampleOf(const TrialCurve& curve, double x, const TrialPhase& other) {
 class Lead {
   public:
     explicit Lead(const TrialCurve& curve)
-        : curve_(curve), coldestRT_(BelowColdest * R * ColdestT(curve.mixture())) {}
+        : curve_(curve), coldestRT_(belowColdest * R * ColdestT(curve.mixture())) {}
 
     // Takes the summit next to a phase if it is the highest so far.
     void consider(const TrialPhase& phase) {
         const auto summit = curve_.climbLevel(phase);
-        constexpr double Rounding = 1e-15;  // of levelRT
-        if (!summit || !(summit->levelRT() > RT() * (1.0 + Rounding))) return;
+        constexpr double rounding = 1e-15;  // of levelRT
+        if (!summit || !(summit->levelRT() > RT() * (1.0 + rounding))) return;
         phase_ = *summit;
     }
     void considerVapour();
@@ -89,12 +89,12 @@ void Lead::considerVapour() {
 }
 
 void Lead::prove() {
-    constexpr int RoundLimit = 20;  // each climbs a higher summit, of which there are a few
-    for (int i = 0; i < RoundLimit; ++i) {
+    constexpr int roundLimit = 20;  // each climbs a higher summit, of which there are a few
+    for (int i = 0; i < roundLimit; ++i) {
         const double before = std::max(RT(), coldestRT_);
         for (const TrialPhase& phase : curve_.maxima(before)) {
-            constexpr double Rounding = 1e-14;  // of levelRT
-            if (phase.levelRT() > before * (1.0 + Rounding)) consider(phase);
+            constexpr double rounding = 1e-14;  // of levelRT
+            if (phase.levelRT() > before * (1.0 + rounding)) consider(phase);
         }
         if (!(RT() > before)) return;
     }
@@ -130,8 +130,8 @@ struct Quantity {
     double Sample::*value;
     double Sample::*slope;
 };
-constexpr Quantity Temperature = {&Sample::lnT, &Sample::slopeT};
-constexpr Quantity Pressure = {&Sample::lnP, &Sample::slopeP};
+constexpr Quantity temperature = {&Sample::lnT, &Sample::slopeT};
+constexpr Quantity pressure = {&Sample::lnP, &Sample::slopeP};
 
 struct ValueAndSlope {
     double value;
@@ -146,14 +146,14 @@ double Misfit(double width, const ValueAndSlope& from, const ValueAndSlope& midd
     const double value =
         middle.value - 0.5 * (from.value + to.value) - 0.125 * width * (from.slope - to.slope);
     const double slope = middle.slope * width - 1.5 * rise + 0.25 * width * (from.slope + to.slope);
-    constexpr double OfSlope = 0.05;  // about what an error of the slope makes of values beside
-    return std::max(std::abs(value), OfSlope * std::abs(slope));
+    constexpr double ofSlope = 0.05;  // about what an error of the slope makes of values beside
+    return std::max(std::abs(value), ofSlope * std::abs(slope));
 }
 
 // Whether cubics between samples follow T and P. Cold bubble points are smooth in ln P; beside a
 // second liquid it is P itself that falls smoothly nearly to 0.
 bool IsSmooth(const Sample& from, const Sample& middle, const Sample& to) {
-    constexpr double Enough = 1e-5;  // lower waves may be missed
+    constexpr double enough = 1e-5;  // lower waves may be missed
     const double width = to.x - from.x;
     const auto misfit = [&](const Quantity& of) {
         const auto at = [&of](const Sample& sample) {
@@ -161,14 +161,14 @@ bool IsSmooth(const Sample& from, const Sample& middle, const Sample& to) {
         };
         return Misfit(width, at(from), at(middle), at(to));
     };
-    if (!(misfit(Temperature) < Enough)) return false;
-    if (misfit(Pressure) < Enough) return true;
+    if (!(misfit(temperature) < enough)) return false;
+    if (misfit(pressure) < enough) return true;
     const auto relative = [&middle](const Sample& sample) {
         const double P = std::exp(sample.lnP - middle.lnP);
         return ValueAndSlope{P, P * sample.slopeP};
     };
     const double largest = std::max(relative(from).value, relative(to).value);
-    return Misfit(width, relative(from), relative(middle), relative(to)) < Enough * largest;
+    return Misfit(width, relative(from), relative(middle), relative(to)) < enough * largest;
 }
 
 class Sampler {
@@ -201,8 +201,8 @@ std::optional<Sample> Sampler::look(double x, const Sample* from, const Sample* 
 void Sampler::end(const Sample& sample, double beyond, Run& run) const {
     const double coldest = std::log(ColdestT(mixture_));
     Sample last = sample;
-    constexpr int Halvings = 50;  // to the last digit of x
-    for (int i = 0; i < Halvings && last.lnT > coldest; ++i) {
+    constexpr int halvings = 50;  // to the last digit of x
+    for (int i = 0; i < halvings && last.lnT > coldest; ++i) {
         const double x = 0.5 * (last.x + beyond);
         if (const auto next = look(x, &last, nullptr)) {
             refine(last, *next, 0, run);
@@ -216,8 +216,8 @@ void Sampler::end(const Sample& sample, double beyond, Run& run) const {
 
 // Samples between two, as many as a cubic through neighbours needs to be right.
 void Sampler::refine(const Sample& from, const Sample& to, int depth, Run& run) const {
-    constexpr int DepthLimit = 12;  // what is not smooth over 1e-4 of x is a corner
-    if (depth == DepthLimit) {
+    constexpr int depthLimit = 12;  // what is not smooth over 1e-4 of x is a corner
+    if (depth == depthLimit) {
         corner(from, to, run);
         return;
     }
@@ -241,8 +241,8 @@ void Sampler::corner(const Sample& from, const Sample& to, Run& run) const {
     if (!left || !right || !(left->lnT < to.lnT && right->lnT < from.lnT)) return;
     double excessLow = from.lnT - right->lnT;
     double excessHigh = left->lnT - to.lnT;
-    constexpr int StepLimit = 30;  // of regula falsi on a nearly straight line
-    for (int i = 0; i < StepLimit; ++i) {
+    constexpr int stepLimit = 30;  // of regula falsi on a nearly straight line
+    for (int i = 0; i < stepLimit; ++i) {
         const double x = low + (high - low) * excessLow / (excessLow - excessHigh);
         left = Follow(mixture_, x, from.other);
         right = Follow(mixture_, x, to.other);
@@ -263,17 +263,17 @@ void Sampler::corner(const Sample& from, const Sample& to, Run& run) const {
 void Sampler::extremum(const Sample& from, const Sample& to, const Quantity& of, Run& run) const {
     Sample low = from;
     Sample high = to;
-    constexpr int StepLimit = 40;    // every third halves
-    constexpr double Enough = 1e-9;  // of x: T and P have all digits there
+    constexpr int stepLimit = 40;    // every third halves
+    constexpr double enough = 1e-9;  // of x: T and P have all digits there
     Sample found = from;
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         const double share = low.*of.slope / (low.*of.slope - high.*of.slope);
         // Towards the middle now and then, as one end may stand still.
         const double x =
             low.x + (high.x - low.x) * (i % 3 == 2 ? 0.5 : std::clamp(share, 1e-3, 1.0 - 1e-3));
         const auto next = look(x, &low, &high);
         if (!next) return;
-        const bool isEnd = std::abs(next->x - found.x) < Enough;
+        const bool isEnd = std::abs(next->x - found.x) < enough;
         found = *next;
         if (isEnd || found.*of.slope == 0.0) break;
         (found.*of.slope * (low.*of.slope) > 0.0 ? low : high) = found;
@@ -324,7 +324,7 @@ std::vector<Run> Sampler::runs() {
         before = x;
     }
     for (Run& run : runs) {
-        run = withExtrema(withExtrema(run, Temperature), Pressure);
+        run = withExtrema(withExtrema(run, temperature), pressure);
     }
     return runs;
 }
@@ -338,8 +338,8 @@ double PlaceOf(const Sample& from, const Sample& to, const Quantity& of, double 
     const double c3 = rise - slope0 - c2;
     const double aim = target - from.*of.value;
     double share = aim / rise;
-    constexpr int Steps = 4;  // from the chord
-    for (int i = 0; i < Steps; ++i) {
+    constexpr int steps = 4;  // from the chord
+    for (int i = 0; i < steps; ++i) {
         const double excess = share * (slope0 + share * (c2 + share * c3)) - aim;
         const double slope = slope0 + share * (2.0 * c2 + share * 3.0 * c3);
         const double next = share - excess / slope;
@@ -359,12 +359,12 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
     const bool rises = to.*of.value > from.*of.value;
     double x = PlaceOf(from, to, of, target);
     std::optional<Sample> sample;
-    constexpr int StepLimit = 60;    // halvings to the last digit of x
-    constexpr double Enough = 1e-9;  // a step of Newton's method leaves its square
-    constexpr double Near = 1e-7;    // the same of the value
-    constexpr double Rounding = 4e-16;
+    constexpr int stepLimit = 60;   // halvings to the last digit of x
+    constexpr double small = 1e-9;  // a step of Newton's method leaves its square
+    constexpr double near = 1e-7;   // the same of the value
+    constexpr double rounding = 4e-16;
     bool isLast = false;
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         sample = curve(x, sample);
         if (!sample) return {};
         const double excess = (*sample).*of.value - target;
@@ -373,7 +373,7 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
         const double newton = x - excess / ((*sample).*of.slope);
         const bool isInside = newton > low && newton < high;
         const double next = isInside ? newton : 0.5 * (low + high);
-        const double enough = isInside && std::abs(excess) <= Near ? Enough : Rounding;
+        const double enough = isInside && std::abs(excess) <= near ? small : rounding;
         isLast = std::abs(next - x) <= enough * std::max(1.0, std::abs(x));
         x = next;
     }
@@ -384,9 +384,9 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
 bool IsHighest(const Mixture& mixture, const Sample& sample) {
     const TrialCurve curve = CurveAt(mixture, sample.x);
     const double RT = R * std::exp(sample.lnT);
-    constexpr double Rounding = 1e-12;  // of T
+    constexpr double rounding = 1e-12;  // of T
     for (const TrialPhase& phase : curve.maxima(RT)) {
-        if (phase.levelRT() > RT * (1.0 + Rounding)) return false;
+        if (phase.levelRT() > RT * (1.0 + rounding)) return false;
     }
     return true;
 }
@@ -395,8 +395,8 @@ bool IsHighest(const Mixture& mixture, const Sample& sample) {
 // out to be higher, its sample parts the range.
 void Find(const Mixture& mixture, const Sample& from, const Sample& to, const Quantity& of,
           double target, int depth, std::vector<Sample>& found) {
-    constexpr int DepthLimit = 40;  // halvings of the range, if parts were that unequal
-    if ((from.*of.value > target) == (to.*of.value > target) || depth == DepthLimit) return;
+    constexpr int depthLimit = 40;  // halvings of the range, if parts were that unequal
+    if ((from.*of.value > target) == (to.*of.value > target) || depth == depthLimit) return;
     const std::array seeds = {from.other, to.other};
     const auto follow = [&](double x, const std::optional<Sample>& last) {
         const auto next = last ? Follow(mixture, x, last->other) : std::nullopt;
@@ -405,8 +405,8 @@ void Find(const Mixture& mixture, const Sample& from, const Sample& to, const Qu
     const auto search = [&](double x, const auto& /*last*/) { return Look(mixture, x, seeds); };
     auto sample = Between(from, to, of, target, follow);
     // What is followed may leap where the second phases of the ends differ, what is searched not.
-    constexpr double Rounding = 1e-10;
-    const bool leaps = sample && std::abs((*sample).*of.value - target) > Rounding;
+    constexpr double rounding = 1e-10;
+    const bool leaps = sample && std::abs((*sample).*of.value - target) > rounding;
     if (leaps) sample = Between(from, to, of, target, search);
     if (!sample) return;
     if (IsHighest(mixture, *sample)) {
@@ -433,8 +433,8 @@ std::vector<Sample> Level(const Mixture& mixture, const std::vector<Run>& runs, 
 }  // namespace
 
 bool BoundaryPoint::isCritical() const {
-    constexpr double Alike = 1e-5;  // of V: 1e-10 below the critical temperature
-    return std::abs(otherV / V - 1.0) < Alike;
+    constexpr double alike = 1e-5;  // of V: 1e-10 below the critical temperature
+    return std::abs(otherV / V - 1.0) < alike;
 }
 
 std::optional<BoundarySample> BoundaryAt(const Mixture& mixture, double x) {
@@ -454,8 +454,8 @@ std::optional<BoundarySample> BoundaryBetween(const Mixture& mixture, const Boun
 
 PhaseBoundary::PhaseBoundary(const Mixture& mixture)
     : mixture_(mixture), runs_(Sampler(mixture_).runs()) {
-    constexpr double JustAbove = 1.0 + 1e-12;
-    const double coldest = JustAbove * ColdestT(mixture_);
+    constexpr double justAbove = 1.0 + 1e-12;
+    const double coldest = justAbove * ColdestT(mixture_);
     std::vector<Sample> cold = atTemperature(coldest);
     for (const Run& run : runs_) {
         std::copy_if(run.begin(), run.end(), std::back_inserter(cold),
@@ -466,14 +466,14 @@ PhaseBoundary::PhaseBoundary(const Mixture& mixture)
 
 std::vector<BoundarySample> PhaseBoundary::atTemperature(double T) const {
     if (!(T > ColdestT(mixture_))) return {};
-    auto found = Level(mixture_, runs_, Temperature, std::log(T));
+    auto found = Level(mixture_, runs_, temperature, std::log(T));
     std::reverse(found.begin(), found.end());
     return found;
 }
 
 std::vector<BoundarySample> PhaseBoundary::atPressure(double P) const {
     if (!(P > 0.0)) return {};
-    auto found = Level(mixture_, runs_, Pressure, std::log(P));
+    auto found = Level(mixture_, runs_, pressure, std::log(P));
     std::erase_if(found, [coldest = std::log(ColdestT(mixture_))](const Sample& sample) {
         return sample.lnT < coldest;
     });
@@ -535,8 +535,8 @@ IsothermStability::IsothermStability(const Mixture& mixture, double T, double sm
 
 Stability IsothermStability::at(double V) const {
     // Beyond this share of the co-volume nothing changes any more.
-    constexpr double Dilute = 1e100;
-    const TrialCurve curve(mixture_, std::min(V, Dilute * mixture_.bMix) - mixture_.bMix);
+    constexpr double dilute = 1e100;
+    const TrialCurve curve(mixture_, std::min(V, dilute * mixture_.bMix) - mixture_.bMix);
     if (curve.spinodalRT() > R * T_) return Stability::Unstable;
     if (!isKnown_) return Stability::Unknown;
     bool stable = true;

@@ -12,14 +12,14 @@ namespace fluid {
 namespace {
 
 // The part that is drawn, in ln(V/b - 1).
-constexpr double Densest = -4.6;
-constexpr double MostDilute = 7.0;
+constexpr double densest = -4.6;
+constexpr double mostDilute = 7.0;
 
 // Volumes in equal steps of ln(V - b), and others that a curve goes through.
 std::vector<double> Volumes(double b, double step, std::vector<double> others) {
-    const auto count = static_cast<std::size_t>((MostDilute - Densest) / step);
+    const auto count = static_cast<std::size_t>((mostDilute - densest) / step);
     for (std::size_t i = 0; i <= count; ++i) {
-        others.push_back(b * (1.0 + std::exp(Densest + static_cast<double>(i) * step)));
+        others.push_back(b * (1.0 + std::exp(densest + static_cast<double>(i) * step)));
     }
     std::sort(others.begin(), others.end());
     return others;
@@ -39,7 +39,7 @@ class BoundaryTrace {
         isNew_ = true;
         const BoundarySample* last = nullptr;
         for (const BoundarySample& sample : run) {
-            if (sample.x < Densest || sample.x > MostDilute) continue;
+            if (sample.x < densest || sample.x > mostDilute) continue;
             if (last != nullptr) goOn(*last, sample, 0);
             add(sample);
             last = &sample;
@@ -49,8 +49,8 @@ class BoundaryTrace {
 
   private:
     void goOn(const BoundarySample& from, const BoundarySample& to, int depth) {
-        constexpr int Bends = 6;  // 63 points between two samples are enough for any display
-        if (depth == Bends || !isLong(from, to)) return;
+        constexpr int bends = 6;  // 63 points between two samples are enough for any display
+        if (depth == bends || !isLong(from, to)) return;
         const auto middle = BoundaryBetween(mixture_, from, to, 0.5 * (from.x + to.x));
         if (!middle) return;
         goOn(from, *middle, depth + 1);
@@ -60,13 +60,13 @@ class BoundaryTrace {
 
     // In T, and in P as far as it is low enough to be of interest.
     bool isLong(const BoundarySample& from, const BoundarySample& to) const {
-        constexpr double Share = 0.015;  // of what is drawn, some pixels
-        constexpr double High = 10.0;
+        constexpr double share = 0.015;  // of what is drawn, some pixels
+        constexpr double high = 10.0;
         const double P0 = std::exp(from.lnP);
         const double P1 = std::exp(to.lnP);
-        return std::abs(to.lnT - from.lnT) > Share ||
-               (std::abs(P1 - P0) > Share * (pressureScale_ + P0) &&
-                std::min(P0, P1) < High * pressureScale_);
+        return std::abs(to.lnT - from.lnT) > share ||
+               (std::abs(P1 - P0) > share * (pressureScale_ + P0) &&
+                std::min(P0, P1) < high * pressureScale_);
     }
 
     void add(const BoundarySample& sample) {
@@ -121,9 +121,9 @@ std::vector<std::vector<StatePoint>> TraceSpinodal(const Mixture& mixture, Spino
     for (const double T : {lowestT, highestT}) {
         for (const double V : spinodal.volumes(T)) ends.push_back(V);
     }
-    constexpr double Step = 0.02;  // of ln(V - b), short of what can be seen
+    constexpr double step = 0.02;  // of ln(V - b), short of what can be seen
     bool isGap = true;
-    for (const double V : Volumes(mixture.covolume, Step, ends)) {
+    for (const double V : Volumes(mixture.covolume, step, ends)) {
         const bool isEnd = std::find(ends.begin(), ends.end(), V) != ends.end();
         const double T = spinodal.temperature(V);
         const bool isInside = isEnd || (T >= lowestT && T <= highestT);

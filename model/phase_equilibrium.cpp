@@ -14,11 +14,11 @@ namespace {
 
 // As the iteration is prescribed, but for the drift, which ends a slow approach too early
 // otherwise.
-constexpr int IterationLimit = 10000;
-constexpr double Tolerance = 1e-10;
-constexpr double ResidualTolerance = 1e-8;
-constexpr double DriftTolerance = 5e-9;
-constexpr double Divergence = 1e300;
+constexpr int iterationLimit = 10000;
+constexpr double changeTolerance = 1e-10;
+constexpr double residualTolerance = 1e-8;
+constexpr double driftTolerance = 5e-9;
+constexpr double divergence = 1e300;
 
 // The secant search for the unknown of an iteration.
 struct Secant {
@@ -37,12 +37,12 @@ struct Secant {
     }
 
     bool failed() const {
-        return !std::isfinite(u1) || !std::isfinite(F1) || !(std::abs(change) <= Divergence);
+        return !std::isfinite(u1) || !std::isfinite(F1) || !(std::abs(change) <= divergence);
     }
     // drift: see Substitution; a small one means equal fugacities.
     bool converged(double drift) const {
-        return std::abs(change) < Tolerance && std::abs(F1) < ResidualTolerance &&
-               drift < DriftTolerance;
+        return std::abs(change) < changeTolerance && std::abs(F1) < residualTolerance &&
+               drift < driftTolerance;
     }
 };
 
@@ -71,7 +71,7 @@ double Substitution::evaluate(const ComponentValues& x, PhaseRoot root,
     const double logFree = state.logFree(phases.P);
     for (std::size_t i = 0; i < bulk.count; ++i) {
         const double value = state.interaction(i) - logFree;
-        logPhi[i] = state.V > 0.0 && std::abs(value) < LargestLogPhi ? value : 0.0;
+        logPhi[i] = state.V > 0.0 && std::abs(value) < largestLogPhi ? value : 0.0;
     }
     return state.V;
 }
@@ -133,14 +133,14 @@ struct Pair {
 // What rounding leaves of equal fugacities: a volume right to the last digit has a V - b that is
 // not.
 double Sharpness(const Pair& pair) {
-    constexpr double Rounding = 1e-13;
+    constexpr double rounding = 1e-13;
     double largest = 1.0;
     for (const PhaseState* phase : {&pair.X, &pair.Y}) {
         const double push = phase->of.largestB * phase->u;
         const double attraction = 2.0 / phase->RT * phase->of.largestARoot * phase->A();
         largest = std::max({largest, push * push, attraction});
     }
-    return Rounding * largest;
+    return rounding * largest;
 }
 
 // Whether both volumes are possible and all fugacities equal to a share.
@@ -166,17 +166,17 @@ bool CoexistsWith(const TrialCurve& bulk, const PhaseState& other) {
     const double lambda = 2.0 / RT * (other.A() - bulk.A());
     if (lambda == 0.0) return false;
     const auto phase = bulk.climb(bulk.at(lambda, other.u), RT);
-    constexpr double Match = 0.01;  // far above rounding, far below what tells two places apart
-    return phase && std::abs(phase->lambda - lambda) < Match * std::abs(lambda) &&
-           std::abs(phase->levelRT() - RT) < Match * (RT - bulk.spinodalRT());
+    constexpr double match = 0.01;  // far above rounding, far below what tells two places apart
+    return phase && std::abs(phase->lambda - lambda) < match * std::abs(lambda) &&
+           std::abs(phase->levelRT() - RT) < match * (RT - bulk.spinodalRT());
 }
 
 Stability StabilityOf(const TrialCurve& bulk, double RT, double P) {
     if (bulk.spinodalRT() > RT) return Stability::Unstable;
-    constexpr double DriveTolerance = 1e-8;  // that of the fugacities
+    constexpr double driveTolerance = 1e-8;  // that of the fugacities
     const Maxima maxima = bulk.maxima(RT);
     const bool splits = std::any_of(maxima.begin(), maxima.end(), [&](const TrialPhase& phase) {
-        return bulk.drive(phase, RT, P) > DriveTolerance;
+        return bulk.drive(phase, RT, P) > driveTolerance;
     });
     return splits ? Stability::Metastable : Stability::Stable;
 }
@@ -201,20 +201,20 @@ struct Verdict {
 
 // What the phases of a converged iteration are worth. The first is the bulk whose stability counts.
 Verdict Judge(const Mixture& components, const PhasePair& phases, bool bulkIsX) {
-    constexpr double FugacityTolerance = 1e-8;  // what the iteration leaves of the drift
+    constexpr double fugacityTolerance = 1e-8;  // what the iteration leaves of the drift
     const Pair pair(components, phases);
     const bool isPossible = pair.X.free > 0.0 && pair.Y.free > 0.0;
     if (!isPossible || phases.T < ColdestT(components)) {
         return {Outcome::NoSolution, Stability::Stable};
     }
     const Outcome refused = LooksTrivial(pair) ? Outcome::Trivial : Outcome::NoSolution;
-    const double tolerance = std::max(FugacityTolerance, Sharpness(pair));
+    const double tolerance = std::max(fugacityTolerance, Sharpness(pair));
     if (!InEquilibrium(pair, tolerance)) return {refused, Stability::Stable};
     const PhaseState& bulk = bulkIsX ? pair.X : pair.Y;
     const Mixture mixture = WithFractions(components, bulk.x);
     const TrialCurve curve(mixture, bulk.free);
-    constexpr double Alike = 0.05;  // copies that were seen are within 0.4 %
-    const bool alike = std::abs(phases.Vx / phases.Vy - 1.0) < Alike;
+    constexpr double likeness = 0.05;  // copies that were seen are within 0.4 %
+    const bool alike = std::abs(phases.Vx / phases.Vy - 1.0) < likeness;
     if (alike && !CoexistsWith(curve, bulkIsX ? pair.Y : pair.X)) {
         return {refused, Stability::Stable};
     }
@@ -239,14 +239,14 @@ bool Converge(Substitution& pair, Secant& secant, double& unknown, const Fractio
         ++iterations;
         if (iterations == 1 && stands()) return true;
         secant.F1 = pair.substitute(fraction());
-    } while (!secant.failed() && !secant.converged(pair.drift) && iterations < IterationLimit);
+    } while (!secant.failed() && !secant.converged(pair.drift) && iterations < iterationLimit);
     if (secant.failed() || !secant.converged(pair.drift)) return false;
     pair.evaluatePhases();
     return true;
 }
 
 // What a first approach may differ from a solution by.
-constexpr double Exact = 1e-11;
+constexpr double exact = 1e-11;
 
 }  // namespace
 
@@ -270,7 +270,7 @@ HomogenisationResult IterateHomogenisation(const Mixture& mixture, Given given, 
         const ComponentValues& kept = intoLiquid ? phases.x : phases.y;
         for (std::size_t i = 0; i < mixture.count; ++i) {
             const double whole = mixture.z[i];
-            if (!(std::abs(kept[i] - whole) <= Exact * whole)) return false;
+            if (!(std::abs(kept[i] - whole) <= exact * whole)) return false;
         }
         if (!IsExact(Pair(mixture, phases))) return false;
         verdict = Judge(mixture, phases, intoLiquid);
@@ -296,9 +296,9 @@ double LeverRule(double V, const PhasePair& phases) {
 
 double Damped(double beta, double before) {
     // Beyond an end by rounding alone: the bulk is that phase.
-    constexpr double Rounding = 1e-10;
-    if (beta > 1.0 && beta < 1.0 + Rounding) return 1.0;
-    if (beta < 0.0 && beta > -Rounding) return 0.0;
+    constexpr double rounding = 1e-10;
+    if (beta > 1.0 && beta < 1.0 + rounding) return 1.0;
+    if (beta < 0.0 && beta > -rounding) return 0.0;
     if (beta > 1.0) beta = 0.5 * (before + 1.0);
     if (beta < 0.0) beta = 0.5 * before;
     return std::isfinite(beta) ? beta : 0.5;
@@ -306,10 +306,10 @@ double Damped(double beta, double before) {
 
 // The end that a fraction belongs to where the bulk has the volume of one phase but for rounding.
 double Snapped(double fraction, double V, const PhasePair& phases) {
-    constexpr double Rounding = 2e-13;
-    if (std::abs(V / phases.Vx - 1.0) < Rounding || std::abs(fraction) < Rounding) return 0.0;
+    constexpr double rounding = 2e-13;
+    if (std::abs(V / phases.Vx - 1.0) < rounding || std::abs(fraction) < rounding) return 0.0;
     const bool isWhole =
-        std::abs(V / phases.Vy - 1.0) < Rounding || std::abs(fraction - 1.0) < Rounding;
+        std::abs(V / phases.Vy - 1.0) < rounding || std::abs(fraction - 1.0) < rounding;
     return isWhole ? 1.0 : fraction;
 }
 
@@ -328,9 +328,9 @@ std::optional<double> ShareOf(const Mixture& bulk, double V, const PhasePair& ph
         inY = (phases.x[i] - z[i]) / difference;
     }
     const auto isSame = [&](double x, double y, double whole) {
-        return std::abs(inX * x + inY * y - whole) <= Exact * whole;
+        return std::abs(inX * x + inY * y - whole) <= exact * whole;
     };
-    bool same = inX >= -Exact && inY >= -Exact && isSame(phases.Vx, phases.Vy, V);
+    bool same = inX >= -exact && inY >= -exact && isSame(phases.Vx, phases.Vy, V);
     for (std::size_t i = 0; i < bulk.count; ++i) {
         same = same && isSame(phases.x[i], phases.y[i], z[i]);
     }

@@ -16,10 +16,10 @@ namespace {
 // Any two phases of equal fugacities have concentrations c_i(Y)/c_i(X) = exp(C0 + C1·b_i + C2·s_i).
 // So four numbers describe a division of a bulk: these three, with those of the chief components as
 // their units, and the share of the volume that phase Y takes, as ln(share/(1 - share)).
-constexpr std::size_t Unknowns = 4;
-constexpr std::size_t Share = 3;
-using Vector = std::array<double, Unknowns>;
-using Matrix = std::array<Vector, Unknowns>;
+constexpr std::size_t unknowns = 4;
+constexpr std::size_t shareAt = 3;
+using Vector = std::array<double, unknowns>;
+using Matrix = std::array<Vector, unknowns>;
 
 // One phase of a division: concentrations in mol/cm3 and sums over them.
 struct Phase {
@@ -52,23 +52,23 @@ struct Division {
 
 // Solves matrix · x = -right by Cholesky's method; false where it is not positive.
 bool SolvePositive(Matrix matrix, const Vector& right, Vector& x) {
-    for (std::size_t j = 0; j < Unknowns; ++j) {
+    for (std::size_t j = 0; j < unknowns; ++j) {
         double pivot = matrix[j][j];
         for (std::size_t k = 0; k < j; ++k) pivot -= matrix[j][k] * matrix[j][k];
         if (!(pivot > 0.0)) return false;
         matrix[j][j] = std::sqrt(pivot);
-        for (std::size_t i = j + 1; i < Unknowns; ++i) {
+        for (std::size_t i = j + 1; i < unknowns; ++i) {
             for (std::size_t k = 0; k < j; ++k) matrix[i][j] -= matrix[i][k] * matrix[j][k];
             matrix[i][j] /= matrix[j][j];
         }
     }
-    for (std::size_t i = 0; i < Unknowns; ++i) {
+    for (std::size_t i = 0; i < unknowns; ++i) {
         x[i] = -right[i];
         for (std::size_t k = 0; k < i; ++k) x[i] -= matrix[i][k] * x[k];
         x[i] /= matrix[i][i];
     }
-    for (std::size_t i = Unknowns; i-- > 0;) {
-        for (std::size_t k = i + 1; k < Unknowns; ++k) x[i] -= matrix[k][i] * x[k];
+    for (std::size_t i = unknowns; i-- > 0;) {
+        for (std::size_t k = i + 1; k < unknowns; ++k) x[i] -= matrix[k][i] * x[k];
         x[i] /= matrix[i][i];
     }
     return true;
@@ -76,23 +76,23 @@ bool SolvePositive(Matrix matrix, const Vector& right, Vector& x) {
 
 // Solves matrix · x = -right by Gauss's method; false where the matrix is singular.
 bool Solve(Matrix matrix, Vector right, Vector& x) {
-    for (std::size_t j = 0; j < Unknowns; ++j) {
+    for (std::size_t j = 0; j < unknowns; ++j) {
         std::size_t pivot = j;
-        for (std::size_t i = j + 1; i < Unknowns; ++i) {
+        for (std::size_t i = j + 1; i < unknowns; ++i) {
             if (std::abs(matrix[i][j]) > std::abs(matrix[pivot][j])) pivot = i;
         }
         if (!(std::abs(matrix[pivot][j]) > 0.0)) return false;
         std::swap(matrix[j], matrix[pivot]);
         std::swap(right[j], right[pivot]);
-        for (std::size_t i = j + 1; i < Unknowns; ++i) {
+        for (std::size_t i = j + 1; i < unknowns; ++i) {
             const double factor = matrix[i][j] / matrix[j][j];
-            for (std::size_t k = j; k < Unknowns; ++k) matrix[i][k] -= factor * matrix[j][k];
+            for (std::size_t k = j; k < unknowns; ++k) matrix[i][k] -= factor * matrix[j][k];
             right[i] -= factor * right[j];
         }
     }
-    for (std::size_t i = Unknowns; i-- > 0;) {
+    for (std::size_t i = unknowns; i-- > 0;) {
         x[i] = -right[i];
-        for (std::size_t k = i + 1; k < Unknowns; ++k) x[i] -= matrix[i][k] * x[k];
+        for (std::size_t k = i + 1; k < unknowns; ++k) x[i] -= matrix[i][k] * x[k];
         x[i] /= matrix[i][i];
     }
     return true;
@@ -152,8 +152,8 @@ Division Minimiser::divide(const Vector& at) const {
     Division division;
     division.at = at;
     auto& [place, X, Y, weights, C, A, packing, u, possible] = division;
-    Y.volume = 1.0 / (1.0 + std::exp(-at[Share]));
-    X.volume = 1.0 / (1.0 + std::exp(at[Share]));
+    Y.volume = 1.0 / (1.0 + std::exp(-at[shareAt]));
+    X.volume = 1.0 / (1.0 + std::exp(at[shareAt]));
     possible = X.volume > 0.0 && Y.volume > 0.0;
     double packingX = 0.0;
     double packingY = 0.0;
@@ -200,22 +200,22 @@ Division Minimiser::start(const TrialCurve& curve, const TrialPhase& X, const Tr
     }
     // From there down to the small shares for which D > 0 promises that the energy falls, which its
     // derivative tells long after it has no digits of that itself.
-    constexpr int Shares = 40;
-    constexpr double Stride = 1.2;
+    constexpr int shares = 40;
+    constexpr double stride = 1.2;
     Division best;
     double shareAbove = 0.0;
     double slopeAbove = 0.0;
-    at[Share] = std::min(0.0, -std::log(largest));
-    for (int i = 0; i < Shares; ++i, at[Share] -= Stride) {
+    at[shareAt] = std::min(0.0, -std::log(largest));
+    for (int i = 0; i < shares; ++i, at[shareAt] -= stride) {
         best = divide(at);
         if (!best.possible) continue;
         const double share = best.Y.volume;
-        const double slope = gradient(best)[Share] / share;
+        const double slope = gradient(best)[shareAt] / share;
         if (slope < 0.0) {
             if (!(slopeAbove > 0.0)) break;
             // Beside the boundary it is a line.
             const double place = (share * slopeAbove - shareAbove * slope) / (slopeAbove - slope);
-            at[Share] = std::log(place / (1.0 - place));
+            at[shareAt] = std::log(place / (1.0 - place));
             best = divide(at);
             break;
         }
@@ -226,10 +226,10 @@ Division Minimiser::start(const TrialCurve& curve, const TrialPhase& X, const Tr
 }
 
 Division Minimiser::condensed() const {
-    constexpr double Dense = 1.3;  // V/b
+    constexpr double dense = 1.3;  // V/b
     double C = 0.0;
     for (std::size_t i = 0; i < mixture_.count; ++i) C += c_[i];
-    const double share = Dense * mixture_.bMix * C;
+    const double share = dense * mixture_.bMix * C;
     if (!(share < 0.5)) return {};
     return divide({-std::log(share), 0.0, 0.0, std::log(share / (1.0 - share))});
 }
@@ -243,7 +243,7 @@ Vector Minimiser::residual(const Division& division) const {
                   division.at[2] - mixture_.largestARoot * k_ * division.A,
                   -0.5 * k_ * division.A * division.A};
     for (std::size_t i = 0; i < mixture_.count; ++i) {
-        off[Share] += division.X.c[i] * ExpGain(theta(division.at, off[0], i));
+        off[shareAt] += division.X.c[i] * ExpGain(theta(division.at, off[0], i));
     }
     return off;
 }
@@ -262,16 +262,16 @@ Vector Minimiser::gradient(const Division& division) const {
         result[2] += part * s;
     }
     const Phase& X = division.X;
-    const double pressure = off[Share] + X.C * off[0] +
+    const double pressure = off[shareAt] + X.C * off[0] +
                             (1.0 - X.free) / mixture_.largestB * off[1] +
                             X.A / mixture_.largestARoot * off[2];
-    result[Share] = result[0] - pressure * X.volume * division.Y.volume;
+    result[shareAt] = result[0] - pressure * X.volume * division.Y.volume;
     return result;
 }
 
 // Changes of the sums of a phase's concentrations, and of these themselves, along each number.
 struct Minimiser::Changes {
-    std::array<ComponentValues, Unknowns> c{};
+    std::array<ComponentValues, unknowns> c{};
     Vector C{};
     Vector A{};
     Vector packing{};
@@ -286,8 +286,8 @@ Minimiser::Changes Minimiser::changes(const Division& division, const Phase& pha
         result.c[0][i] = weight;
         result.c[1][i] = weight * mixture_.b[i] / mixture_.largestB;
         result.c[2][i] = weight * mixture_.aRoot[i] / mixture_.largestARoot;
-        result.c[Share][i] = weight - sign * phase.c[i] * share / phase.volume;
-        for (std::size_t k = 0; k < Unknowns; ++k) {
+        result.c[shareAt][i] = weight - sign * phase.c[i] * share / phase.volume;
+        for (std::size_t k = 0; k < unknowns; ++k) {
             result.C[k] += result.c[k][i];
             result.A[k] += mixture_.aRoot[i] * result.c[k][i];
             result.packing[k] += mixture_.b[i] * result.c[k][i];
@@ -303,7 +303,7 @@ Matrix Minimiser::hessian(const Division& division, Matrix* ideal) const {
     if (ideal != nullptr) *ideal = {};
     for (const Phase* phase : {&division.X, &division.Y}) {
         const Changes change = changes(division, *phase);
-        for (std::size_t k = 0; k < Unknowns; ++k) {
+        for (std::size_t k = 0; k < unknowns; ++k) {
             for (std::size_t l = 0; l <= k; ++l) {
                 double sum = 0.0;
                 for (std::size_t i = 0; i < mixture_.count; ++i) {
@@ -329,9 +329,9 @@ Matrix Minimiser::hessian(const Division& division, Matrix* ideal) const {
 std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division, Raise raise,
                                                      double& shift) const {
     // With fewer than three components some of the four numbers do the same.
-    constexpr double Ridge = 1e-13;
-    constexpr double LeastShift = 1e-3;
-    constexpr double LargestShift = 1e12;
+    constexpr double ridge = 1e-13;
+    constexpr double leastShift = 1e-3;
+    constexpr double largestShift = 1e12;
     const Vector slope = gradient(division);
     Matrix ideal;
     const Matrix whole = hessian(division, raise == Raise::Ideal ? &ideal : nullptr);
@@ -340,16 +340,16 @@ std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division, R
     Step step;
     for (;;) {
         Matrix raised = whole;
-        for (std::size_t k = 0; k < Unknowns; ++k) {
-            raised[k][k] += (Ridge + (raise == Raise::Unit ? shift : 0.0)) * weight;
+        for (std::size_t k = 0; k < unknowns; ++k) {
+            raised[k][k] += (ridge + (raise == Raise::Unit ? shift : 0.0)) * weight;
             if (raise == Raise::Unit) continue;
-            for (std::size_t l = 0; l < Unknowns; ++l) raised[k][l] += shift * ideal[k][l];
+            for (std::size_t l = 0; l < unknowns; ++l) raised[k][l] += shift * ideal[k][l];
         }
         if (SolvePositive(raised, slope, step.change)) break;
-        shift = std::max(4.0 * shift, LeastShift);
-        if (!(shift < LargestShift)) return {};
+        shift = std::max(4.0 * shift, leastShift);
+        if (!(shift < largestShift)) return {};
     }
-    for (std::size_t k = 0; k < Unknowns; ++k) {
+    for (std::size_t k = 0; k < unknowns; ++k) {
         step.descent += step.change[k] * slope[k];
         step.length = std::max(step.length, std::abs(step.change[k]));
     }
@@ -359,22 +359,22 @@ std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division, R
 
 Vector Along(const Vector& from, const Vector& change, double length) {
     Vector at = from;
-    for (std::size_t k = 0; k < Unknowns; ++k) at[k] += length * change[k];
+    for (std::size_t k = 0; k < unknowns; ++k) at[k] += length * change[k];
     return at;
 }
 
 // Goes along a step as far as the energy falls; returns the part of it that was gone.
 double Minimiser::descend(const Step& step, Division& division) const {
-    constexpr int Halvings = 40;
-    constexpr double Armijo = 1e-4;
+    constexpr int halvings = 40;
+    constexpr double armijo = 1e-4;
     const double energy = division.energy(RT_);
     const double noise = 1e-14 * std::abs(energy);
-    constexpr double Longest = 8.0;
-    double length = 2.0 * std::min(1.0, Longest / step.length);
-    for (int i = 0; i < Halvings; ++i) {
+    constexpr double longest = 8.0;
+    double length = 2.0 * std::min(1.0, longest / step.length);
+    for (int i = 0; i < halvings; ++i) {
         length *= 0.5;
         const Division next = divide(Along(division.at, step.change, length));
-        const double allowed = energy + Armijo * length * step.descent + noise;
+        const double allowed = energy + armijo * length * step.descent + noise;
         if (!next.possible || !(next.energy(RT_) <= allowed)) continue;
         division = next;
         return length;
@@ -392,21 +392,21 @@ Matrix Minimiser::jacobian(const Division& division, const Vector& off) const {
         return change.C[k] / phase.free + phase.C * change.packing[k] / (phase.free * phase.free);
     };
     Matrix result{};
-    for (std::size_t k = 0; k < Unknowns; ++k) {
+    for (std::size_t k = 0; k < unknowns; ++k) {
         const double A = y.A[k] - x.A[k];
         result[0][k] = y.packing[k] / Y.free - x.packing[k] / X.free;
         result[1][k] = mixture_.largestB * (push(Y, y, k) - push(X, x, k));
         result[2][k] = -mixture_.largestARoot * k_ * A;
-        if (k != Share) result[k][k] += 1.0;
-        result[Share][k] = X.free * division.u * result[0][k] - k_ * division.A * A;
+        if (k != shareAt) result[k][k] += 1.0;
+        result[shareAt][k] = X.free * division.u * result[0][k] - k_ * division.A * A;
     }
     for (std::size_t i = 0; i < mixture_.count; ++i) {
         const double change = theta(division.at, off[0], i);
         const double gain = ExpGain(change);
         const double growth = X.c[i] * (change + gain);
-        for (std::size_t k = 0; k < Unknowns; ++k) result[Share][k] += x.c[k][i] * gain;
-        result[Share][1] += growth * mixture_.b[i] / mixture_.largestB;
-        result[Share][2] += growth * mixture_.aRoot[i] / mixture_.largestARoot;
+        for (std::size_t k = 0; k < unknowns; ++k) result[shareAt][k] += x.c[k][i] * gain;
+        result[shareAt][1] += growth * mixture_.b[i] / mixture_.largestB;
+        result[shareAt][2] += growth * mixture_.aRoot[i] / mixture_.largestARoot;
     }
     return result;
 }
@@ -420,50 +420,50 @@ double Minimiser::effect(const Division& division, const Vector& change) const {
         most = std::max(most, std::abs(share * division.Y.c[i] / c_[i] - share));
     }
     return std::max({std::abs(change[0]), std::abs(change[1]), std::abs(change[2]),
-                     most * std::abs(change[Share])});
+                     most * std::abs(change[shareAt])});
 }
 
 // The last digits, which the energy does not tell, and traces, which it hardly knows: Newton's
 // method on the residual, as long as its steps shorten.
 bool Minimiser::polish(Division& division) const {
-    constexpr int StepLimit = 20;
-    constexpr double Enough = 1e-15;
-    constexpr double Close = 1e-6;
+    constexpr int stepLimit = 20;
+    constexpr double enough = 1e-15;
+    constexpr double close = 1e-6;
     double before = std::numeric_limits<double>::infinity();
     double last = before;
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         const Vector off = residual(division);
         Vector change{};
         if (!Solve(jacobian(division, off), off, change)) break;
         double length = 0.0;
         for (const double part : change) length = std::max(length, std::abs(part));
-        constexpr int Tries = 4;  // steps that need not shorten, from aside
-        if (!(length < 0.5 * before) && (i >= Tries || before < Close)) break;
+        constexpr int tries = 4;  // steps that need not shorten, from aside
+        if (!(length < 0.5 * before) && (i >= tries || before < close)) break;
         const Division next = divide(Along(division.at, change, 1.0));
         if (!next.possible) break;
         before = length;
         last = effect(division, change);
         division = next;
-        if (length < Enough) break;
+        if (length < enough) break;
     }
-    constexpr double Settled = 0.01;  // of a share that rounding moves still
-    return before < Settled && last < Close &&
-           !(std::abs(division.A) < Close * (division.X.A + division.Y.A) &&
-             std::abs(division.C) < Close * (division.X.C + division.Y.C));
+    constexpr double settled = 0.01;  // of a share that rounding moves still
+    return before < settled && last < close &&
+           !(std::abs(division.A) < close * (division.X.A + division.Y.A) &&
+             std::abs(division.C) < close * (division.X.C + division.Y.C));
 }
 
 bool Minimiser::minimise(Division& division, Raise raise) const {
-    constexpr int StepLimit = 100;
-    constexpr double Near = 0.01;  // from where the polish converges
+    constexpr int stepLimit = 100;
+    constexpr double near = 0.01;  // from where the polish converges
     double shift = 0.0;
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         const auto step = newtonStep(division, raise, shift);
-        if (!step || (shift == 0.0 && step->length < Near)) break;
+        if (!step || (shift == 0.0 && step->length < near)) break;
         const double length = descend(*step, division);
         if (length == 0.0) break;
-        constexpr double Bad = 0.3;
-        constexpr double Small = 1e-3;
-        shift = length < Bad ? std::max(2.0 * shift, Small) : shift < Small ? 0.0 : 0.1 * shift;
+        constexpr double bad = 0.3;
+        constexpr double small = 1e-3;
+        shift = length < bad ? std::max(2.0 * shift, small) : shift < small ? 0.0 : 0.1 * shift;
     }
     return polish(division);
 }
@@ -579,14 +579,14 @@ void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) 
         enter(over, *next);
         gathered = over.fractions(*next);
     }
-    constexpr int Parts = 12;
-    for (int i = 2; i < Parts; ++i) {
-        enter(curve, curve.at(trial.lambda * i / Parts, trial, TrialCurve::Accuracy::Fine));
+    constexpr int parts = 12;
+    for (int i = 2; i < parts; ++i) {
+        enter(curve, curve.at(trial.lambda * i / parts, trial, TrialCurve::Accuracy::Fine));
     }
 }
 
 std::optional<Division> Competition::next() {
-    constexpr double Rounding = 1e-14;
+    constexpr double rounding = 1e-14;
     const auto isLower = [](const Start& one, const Start& other) {
         return one.energy < other.energy;
     };
@@ -601,7 +601,7 @@ std::optional<Division> Competition::next() {
         }
         const double energy = division.energy(minimiser_.RT());
         const auto isSame = [energy](double known) {
-            return std::abs(known - energy) < Rounding * std::abs(energy);
+            return std::abs(known - energy) < rounding * std::abs(energy);
         };
         if (std::any_of(known_.begin(), known_.end(), isSame)) continue;
         known_.push_back(energy);
@@ -619,9 +619,9 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
     const Maxima maxima = curve.maxima(RT);
     const TrialPhase* const lead = HighestOf(maxima);
     // On the boundary itself but for rounding.
-    constexpr double Rounding = 2e-14;
-    if (lead == nullptr || lead->levelRT() < RT * (1.0 - Rounding)) return {};
-    const bool isBoundary = lead->levelRT() <= RT * (1.0 + Rounding) && curve.spinodalRT() < RT;
+    constexpr double rounding = 2e-14;
+    if (lead == nullptr || lead->levelRT() < RT * (1.0 - rounding)) return {};
+    const bool isBoundary = lead->levelRT() <= RT * (1.0 + rounding) && curve.spinodalRT() < RT;
     if (isBoundary) return TraceOf(curve, *lead, T);
     if (T < ColdestT(mixture)) return PhaseSplit{};
     const Minimiser minimiser(mixture, T, V);
@@ -636,12 +636,12 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
             }
         }
     }
-    constexpr double DriveTolerance = 1e-8;
-    constexpr int RoundLimit = 16;  // as many divisions of eleven gases have never been seen
+    constexpr double driveTolerance = 1e-8;
+    constexpr int roundLimit = 16;  // as many divisions of eleven gases have never been seen
     PhaseSplit best;
     double lowest = 0.0;
     bool isWide = false;
-    for (int round = 0; round < RoundLimit; ++round) {
+    for (int round = 0; round < roundLimit; ++round) {
         std::optional<Division> division = competition.next();
         if (!division && !isWide) {
             isWide = true;
@@ -658,7 +658,7 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
         const Mixture phase = MixtureOf(mixture, base);
         const TrialCurve over(phase, 1.0 / base.u());
         for (const TrialPhase& other : over.maxima(RT)) {
-            if (over.drive(other, RT, P) < DriveTolerance) continue;
+            if (over.drive(other, RT, P) < driveTolerance) continue;
             split.metastable = true;
             competition.enter(over, other);
         }

@@ -15,15 +15,15 @@ struct Value {
 };
 
 // Where roots may lie that have no room for their powers in a double, at the price of divisions.
-constexpr double FarOut = 1e30;
+constexpr double farOut = 1e30;
 
 // Value, slope and rounding at w; if `MayBeFarOut` and it is, all three over w^n.
 template <bool MayBeFarOut>
 Value Evaluate(std::span<const double> c, double w) {
-    constexpr double Unit = 1.2e-16;  // half of the last place, and a little
+    constexpr double unit = 1.2e-16;  // half of the last place, and a little
     Value result;
     double size = 0.0;
-    if (MayBeFarOut && w > FarOut) {
+    if (MayBeFarOut && w > farOut) {
         for (std::size_t i = 0; i < c.size(); ++i) {
             result.slope = (result.slope + static_cast<double>(i) * c[i]) / w;
             result.value = result.value / w + c[i];
@@ -36,7 +36,7 @@ Value Evaluate(std::span<const double> c, double w) {
             size = size * w + std::abs(c[i]);
         }
     }
-    result.rounding = static_cast<double>(2 * c.size()) * Unit * size;
+    result.rounding = static_cast<double>(2 * c.size()) * unit * size;
     return result;
 }
 
@@ -44,12 +44,12 @@ Value Evaluate(std::span<const double> c, double w) {
 template <bool MayBeFarOut>
 double Refine(std::span<const double> c, double low, double high, bool rises) {
     // Newton's method may halve its way through all sizes of a double.
-    constexpr int StepLimit = 2200;
+    constexpr int stepLimit = 2200;
     // A step of Newton's method this short leaves its square, over the distance of the next root,
     // which is less than the rounding of the value over the slope.
     constexpr double Short = 1e-9;
     double at = 0.5 * (low + high);
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         const Value here = Evaluate<MayBeFarOut>(c, at);
         if (here.value == 0.0) return at;
         ((here.value > 0.0) == rises ? high : low) = at;
@@ -58,8 +58,8 @@ double Refine(std::span<const double> c, double low, double high, bool rises) {
             if (std::abs(next - at) <= Short * at) return next;
         } else {
             // Far bounds are halved in their order of magnitude.
-            constexpr double Far = 4.0;  // beyond, halving logarithms is quicker
-            next = low > 0.0 && high > Far * low ? std::sqrt(low) * std::sqrt(high)
+            constexpr double far = 4.0;  // beyond, halving logarithms is quicker
+            next = low > 0.0 && high > far * low ? std::sqrt(low) * std::sqrt(high)
                                                  : 0.5 * (low + high);
             if (!(next > low && next < high)) return at;
         }
@@ -72,9 +72,9 @@ double Refine(std::span<const double> c, double low, double high, bool rises) {
 double LargestRoot(std::span<const double> c) {
     double largest = 0.0;
     for (const double x : c.first(c.size() - 1)) largest = std::max(largest, std::abs(x));
-    constexpr double Large = 1e12;
+    constexpr double large = 1e12;
     const double bound = 1.0 + largest / std::abs(c.back());
-    return bound < Large ? bound : std::min(2.0 * bound, 0.5 * std::numeric_limits<double>::max());
+    return bound < large ? bound : std::min(2.0 * bound, 0.5 * std::numeric_limits<double>::max());
 }
 
 // c[0] + c[1]·w + c[2]·w² without the cancellation of -c[1] and the root of the discriminant.
@@ -82,8 +82,8 @@ PolynomialRoots QuadraticRoots(std::span<const double> coefficients) {
     // A power of two that leaves room for the discriminant.
     const double largest =
         std::max({std::abs(coefficients[0]), std::abs(coefficients[1]), std::abs(coefficients[2])});
-    constexpr double Large = 0x1p500;
-    const double scale = largest > Large ? std::exp2(-std::ilogb(largest)) : 1.0;
+    constexpr double large = 0x1p500;
+    const double scale = largest > large ? std::exp2(-std::ilogb(largest)) : 1.0;
     const std::array<double, 3> c = {scale * coefficients[0], scale * coefficients[1],
                                      scale * coefficients[2]};
     const double half = -0.5 * c[1];
@@ -138,11 +138,11 @@ PolynomialRoots Roots(std::span<const double> c) {
         return roots;
     }
     if (n == 2) return QuadraticRoots(c);
-    std::array<double, LargestDegree> derivative{};
+    std::array<double, largestDegree> derivative{};
     for (std::size_t i = 0; i < n; ++i) derivative[i] = static_cast<double>(i + 1) * c[i + 1];
     const PolynomialRoots extrema = Roots(std::span(derivative).first(n));
     const double largest = LargestRoot(c);
-    return largest > FarOut ? RootsBetween<true>(c, extrema, largest)
+    return largest > farOut ? RootsBetween<true>(c, extrema, largest)
                             : RootsBetween<false>(c, extrema, largest);
 }
 

@@ -13,8 +13,8 @@ namespace {
 // ln(P·(V - b)/(R·T)), for P > 0, without the cancellation that a gas near ideal would suffer.
 double LogFree(const State& state, double P) {
     const double share = state.blend.a / state.RT / state.V * (state.free / state.V);
-    constexpr double Half = 0.5;  // from here on nothing cancels
-    return share < Half ? std::log1p(-share) : state.logFree(P);
+    constexpr double half = 0.5;  // from here on nothing cancels
+    return share < half ? std::log1p(-share) : state.logFree(P);
 }
 
 // The mixture of ideal gases at T and the standard pressure.
@@ -68,8 +68,8 @@ void SetEnergies(const State& state, double P, const IdealGasProperties& ideal,
     const double flow = RT * state.blend.b / state.free - attraction;  // P·V - R·T
     const double logFree = P > 0.0 ? LogFree(state, P) : 0.0;
     // Of the ideal gas at T and P, and of the fluid itself, for which P need not be above 0.
-    const double idealS = ideal.S - R * std::log(P / StandardPressure);
-    const double S = ideal.S + R * std::log(StandardPressure / RT * state.free);
+    const double idealS = ideal.S - R * std::log(P / standardPressure);
+    const double S = ideal.S + R * std::log(standardPressure / RT * state.free);
     const double idealU = ideal.H - RT;
     const double U = idealU - attraction;
     result.U = Parts(idealU, -attraction);
@@ -90,8 +90,8 @@ void SetDerivatives(const State& state, double P, double molarMass, double ideal
     const double Cv = idealCp - R;                    // the attraction knows no T
     const double work = T * V * thermal * thermal;    // (Cp - Cv)·stiffness
     const double Cp = Cv + work / stiffness;
-    constexpr double GramsPerKilogram = 1000.0;
-    const double perMass = GramsPerKilogram / molarMass;
+    constexpr double gramsPerKilogram = 1000.0;
+    const double perMass = gramsPerKilogram / molarMass;
     result.Cv = Parts(Cv, 0.0);
     result.Cp = Parts(idealCp, R * pull / stiffness);
     result.heatRatio = Whole(idealCp / Cv, Cp / Cv);
@@ -135,10 +135,10 @@ std::vector<InversionPoint> InversionPoints(const Mixture& mixture, double P) {
     return points;
 }
 
-std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(const Mixture& mixture,
+std::array<ComponentProperties, componentCount> ComponentPropertiesOf(const Mixture& mixture,
                                                                       double T, double P,
                                                                       double V) {
-    std::array<ComponentProperties, ComponentCount> result;
+    std::array<ComponentProperties, componentCount> result;
     if (mixture.count == 0 || !(T > 0.0) || !(V > mixture.covolume)) return result;
     const PhaseState state(mixture, mixture.fractions, T, V);
     const double RT = state.RT;
@@ -147,7 +147,7 @@ std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(const Mixt
     for (std::size_t k = 0; k < mixture.count; ++k) {
         const IdealGasProperties gas = IdealGas(mixture.index[k], T);
         // of the gas alone in the free volume; ln(f/P0) is this and the interaction
-        const double logIdeal = std::log(state.x[k] * RT / (state.free * StandardPressure));
+        const double logIdeal = std::log(state.x[k] * RT / (state.free * standardPressure));
         const double interaction = state.interaction(k);
         const double standard = gas.H - T * gas.S;
         const double term = RT * (logIdeal + interaction);

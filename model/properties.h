@@ -58,8 +58,8 @@ std::vector<InversionPoint> InversionPoints(const Mixture& mixture, double P);
 // A component in the mixture, J/mol, J/(mol·K), cm3/mol.
 struct ComponentProperties {
     std::optional<double> chemicalPotential;  // standardPotential + fugacityTerm
-    std::optional<double> standardPotential;  // of the ideal gas at T and StandardPressure
-    std::optional<double> fugacityTerm;       // R·T·ln(f/StandardPressure)
+    std::optional<double> standardPotential;  // of the ideal gas at T and standardPressure
+    std::optional<double> fugacityTerm;       // R·T·ln(f/standardPressure)
     std::optional<double> logPhi;             // ln of the fugacity coefficient; none unless P > 0
     std::optional<double> enthalpy;           // partial molar quantities; none where dP/dV = 0
     std::optional<double> entropy;
@@ -68,7 +68,7 @@ struct ComponentProperties {
 
 // The present components at the positions of the tables; arguments and what has no value as for
 // PropertiesOf.
-std::array<ComponentProperties, ComponentCount> ComponentPropertiesOf(const Mixture& mixture,
+std::array<ComponentProperties, componentCount> ComponentPropertiesOf(const Mixture& mixture,
                                                                       double T, double P, double V);
 
 }  // namespace fluid

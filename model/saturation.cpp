@@ -14,10 +14,10 @@ namespace {
 // Critical temperature in K, critical pressure in MPa, triple-point temperature in K; then n and t
 // of the terms of p = pc·exp[(Tc/T)·sum of n·theta^t], theta = 1 - T/Tc. The first term has t = 1,
 // the others t > 1.
-constexpr std::size_t CriticalT = 0, CriticalP = 1, Triple = 2, FirstTerm = 3;
+constexpr std::size_t criticalT = 0, criticalP = 1, triple = 2, firstTerm = 3;
 using Curve = std::array<double, 15>;
 
-constexpr std::array<Curve, ComponentCount> Curves = {{
+constexpr std::array<Curve, componentCount> curves = {{
     // H2O: Wagner & Pruss, J. Phys. Chem. Ref. Data 31 (2002) 387
     {647.096, 22.064, 273.16, -7.85951783, 1.0, 1.84408259, 1.5, -11.7866497, 3.0, 22.6807411, 3.5,
      -15.9618719, 4.0, 1.80122502, 7.5},
@@ -53,10 +53,10 @@ struct LogPressure {
 };
 
 LogPressure OnCurve(const Curve& curve, double T) {
-    const double theta = 1.0 - T / curve[CriticalT];
+    const double theta = 1.0 - T / curve[criticalT];
     double sum = 0.0;
     double derivative = 0.0;  // by theta
-    for (std::size_t k = FirstTerm; k < curve.size() && curve[k] != 0.0; k += 2) {
+    for (std::size_t k = firstTerm; k < curve.size() && curve[k] != 0.0; k += 2) {
         const double n = curve[k];
         const double t = curve[k + 1];
         const double power = std::pow(theta, t - 1.0);
@@ -64,7 +64,7 @@ LogPressure OnCurve(const Curve& curve, double T) {
         derivative += n * t * power;
     }
     // ln(p/pc) = (Tc/T)·sum; d theta/d(1/T) = T²/Tc
-    return {curve[CriticalT] / T * sum, curve[CriticalT] * sum + T * derivative};
+    return {curve[criticalT] / T * sum, curve[criticalT] * sum + T * derivative};
 }
 
 }  // namespace
@@ -72,10 +72,10 @@ LogPressure OnCurve(const Curve& curve, double T) {
 double SaturationPressure(std::size_t component, double T) {
     assert(component < ComponentCount);
     if (!(T > 0.0)) return 0.0;
-    const Curve& curve = Curves[component];
-    const double joint = std::clamp(T, 0.5 * curve[Triple], curve[CriticalT]);
+    const Curve& curve = curves[component];
+    const double joint = std::clamp(T, 0.5 * curve[triple], curve[criticalT]);
     const auto [value, slope] = OnCurve(curve, joint);
-    return curve[CriticalP] * std::exp(value + slope * (1.0 / T - 1.0 / joint));
+    return curve[criticalP] * std::exp(value + slope * (1.0 / T - 1.0 / joint));
 }
 
 }  // namespace fluid

@@ -8,7 +8,7 @@
 namespace fluid {
 
 // A coefficient of fugacity outside of e^±227 counts as 1.
-inline constexpr double LargestLogPhi = 227.0;
+inline constexpr double largestLogPhi = 227.0;
 
 // The one of the real roots above the co-volume that a phase has at a temperature and a pressure:
 // phase X the smallest, phase Y the largest.

@@ -29,22 +29,22 @@ constexpr double OverFactorial(int n) {
     return n < 2 ? 1.0 : OverFactorial(n - 1) / n;
 }
 
-constexpr double Small = 0.25;  // of the series
+constexpr double small = 0.25;  // of the series
 
 // From its series, right to the last bits for x between -0.25 and 0.25.
 double SmallExpGain(double x) {
-    constexpr int Last = 14;
-    constexpr auto Over = [] {
-        std::array<double, Last + 1> values{};
-        for (int n = 0; n <= Last; ++n) values[n] = OverFactorial(n);
+    constexpr int last = 14;
+    constexpr auto over = [] {
+        std::array<double, last + 1> values{};
+        for (int n = 0; n <= last; ++n) values[n] = OverFactorial(n);
         return values;
     }();
     const double square = x * x;
-    double even = Over[Last];
-    double odd = Over[Last - 1];
-    for (int n = Last - 2; n > 2; n -= 2) {
-        even = even * square + Over[n];
-        odd = odd * square + Over[n - 1];
+    double even = over[last];
+    double odd = over[last - 1];
+    for (int n = last - 2; n > 2; n -= 2) {
+        even = even * square + over[n];
+        odd = odd * square + over[n - 1];
     }
     return square * (0.5 + (x * odd + square * even));
 }
@@ -69,8 +69,8 @@ double LargestInside(double value0, double slope0, double value1, double slope1)
 
 // Whether the cubic with these values and slopes at 0 and 1 falls all the way, by a safe margin.
 bool Falls(double value0, double slope0, double value1, double slope1) {
-    constexpr double Margin = 0.1;  // the cubic is an estimate
-    const double limit = -Margin * (value0 - value1);
+    constexpr double margin = 0.1;  // the cubic is an estimate
+    const double limit = -margin * (value0 - value1);
     if (!(slope0 < limit && slope1 < limit)) return false;
     // slope0 + 2·c2·t + 3·c3·t²
     const double c2 = 3.0 * (value1 - value0) - 2.0 * slope0 - slope1;
@@ -83,7 +83,7 @@ bool Falls(double value0, double slope0, double value1, double slope1) {
 }  // namespace
 
 double ExpGain(double x) {
-    return std::abs(x) < Small ? SmallExpGain(x) : std::exp(x) - 1.0 - x;
+    return std::abs(x) < small ? SmallExpGain(x) : std::exp(x) - 1.0 - x;
 }
 
 TrialCurve::TrialCurve(const Mixture& mixture, double freeVolume)
@@ -128,15 +128,15 @@ TrialCurve::Sums TrialCurve::sumUp(double lambda, double excess) const {
         theta[i] = lambda * q_[i] - mixture.b[i] * excess;
         largest = std::max(largest, theta[i]);
     }
-    constexpr double Overflow = 600.0;  // e^600 times b² or s² has room
-    if (largest > Overflow) sums.shift = largest;
+    constexpr double overflow = 600.0;  // e^600 times b² or s² has room
+    if (largest > overflow) sums.shift = largest;
     for (std::size_t i = 0; i < mixture.count; ++i) {
         const double z = mixture.z[i];
         const double co = mixture.b[i];
         const double s = mixture.aRoot[i];
         double gain = 0.0;
         double exponential = 0.0;
-        if (std::abs(theta[i]) < Small && sums.shift == 0.0) {
+        if (std::abs(theta[i]) < small && sums.shift == 0.0) {
             gain = SmallExpGain(theta[i]);
             exponential = 1.0 + theta[i] + gain;
         } else {
@@ -187,11 +187,11 @@ TrialPhase TrialCurve::solve(double lambda, double excess, double u, Accuracy ac
         sums.se -= sums.bse * step;
         sums.qGrowth -= (sums.bse - A_ * sums.bbe) * step;
     };
-    constexpr int NearLimit = 8;
-    constexpr int StepLimit = 100;
+    constexpr int nearLimit = 8;
+    constexpr int stepLimit = 100;
     Sums sums;
     for (int round = 0; round < 2; ++round) {
-        for (int i = 0; i < NearLimit && isNear(u); ++i) {
+        for (int i = 0; i < nearLimit && isNear(u); ++i) {
             sums = sumUp(lambda, excess);
             if (sums.shift > 0.0) break;
             const double step = (sums.gain - V_ * excess) / (V_ + sums.bGrowth);
@@ -206,12 +206,12 @@ TrialPhase TrialCurve::solve(double lambda, double excess, double u, Accuracy ac
             u += step;
         };
         if (!(u > 0.0)) go(1e-3 * u_ - u);
-        for (int i = 0; i < StepLimit; ++i) {
+        for (int i = 0; i < stepLimit; ++i) {
             sums = sumUp(lambda, excess);
             const double e = u_ * sums.e;
             const double plain = (e - u) / (1.0 + u_ * sums.be);
-            constexpr double Close = 0.1;  // where the plain step converges
-            if (sums.shift == 0.0 && std::abs(e - u) <= Close * u) {
+            constexpr double close = 0.1;  // where the plain step converges
+            if (sums.shift == 0.0 && std::abs(e - u) <= close * u) {
                 go(plain);
                 if (std::abs(plain) * mixture_->largestB > enough) continue;
                 moved(sums, plain);
@@ -251,11 +251,11 @@ TrialPhase TrialCurve::at(double lambda, double u) const {
 
 // A vapour so thin that D is small beside the terms it is made of has its own pressure.
 double TrialCurve::drive(const TrialPhase& trial, double RT, double P) const {
-    constexpr double Thin = 1e-3;
-    constexpr double Rounding = 1e-13;  // of levelRT
-    const bool isThin = trial.concentration * V_ < Thin;
+    constexpr double thin = 1e-3;
+    constexpr double rounding = 1e-13;  // of levelRT
+    const bool isThin = trial.concentration * V_ < thin;
     if (isThin) return (RT * trial.u - trial.H * trial.H - P) * trial.volume() / RT;
-    const bool isRounding = std::abs(trial.levelRT() / RT - 1.0) < Rounding;
+    const bool isRounding = std::abs(trial.levelRT() / RT - 1.0) < rounding;
     if (isRounding) return 0.0;
     return (trial.excess - 0.25 * RT * trial.lambda * trial.lambda) * trial.volume();
 }
@@ -284,28 +284,28 @@ ComponentValues TrialCurve::fractions(const TrialPhase& trial) const {
 
 std::optional<TrialPhase> TrialCurve::climb(const TrialPhase& from, double RT) const {
     const double k = 2.0 / RT;
-    constexpr int StepLimit = 30;
-    constexpr double Enough = 1e-8;
+    constexpr int stepLimit = 30;
+    constexpr double enough = 1e-8;
     TrialPhase trial = from;
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         if (!(k * trial.slope < 1.0)) return {};
         const double move = (k * trial.rise - trial.lambda) / (1.0 - k * trial.slope);
         const double lambda = trial.lambda + move;
         if (lambda == 0.0 || std::abs(lambda) > 2.0 * k * mixture_->densestA) return {};
         trial = at(lambda, trial, Accuracy::Fine);
-        if (std::abs(move) <= Enough * std::abs(lambda)) return trial;
+        if (std::abs(move) <= enough * std::abs(lambda)) return trial;
     }
     return {};
 }
 
 // The slope of levelRT is 4/lambda³ times lambda·rise - 2·excess, on which Newton's method is used.
 std::optional<TrialPhase> TrialCurve::climbLevel(const TrialPhase& from) const {
-    constexpr int StepLimit = 60;
-    constexpr double Enough = 1e-8;
+    constexpr int stepLimit = 60;
+    constexpr double enough = 1e-8;
     const double least = 1e-9 / mixture_->largestARoot;
     TrialPhase trial = from;
     double longest = 2.0 * std::abs(from.lambda);
-    for (int i = 0; i < StepLimit; ++i) {
+    for (int i = 0; i < stepLimit; ++i) {
         if (std::abs(trial.lambda) < least) return {};
         const double slope = trial.lambda * trial.rise - 2.0 * trial.excess;
         const double bend = trial.lambda * trial.slope - trial.rise;
@@ -316,7 +316,7 @@ std::optional<TrialPhase> TrialCurve::climbLevel(const TrialPhase& from) const {
         move = std::clamp(move, -longest, longest);
         if (side * (trial.lambda + move) < 0.1 * std::abs(trial.lambda)) move = -0.9 * trial.lambda;
         const TrialPhase next = at(trial.lambda + move, trial, Accuracy::Fine);
-        const bool isEnd = std::abs(move) <= Enough * std::abs(trial.lambda);
+        const bool isEnd = std::abs(move) <= enough * std::abs(trial.lambda);
         if (isEnd) return next;
         if (next.levelRT() < trial.levelRT() * (1.0 - 1e-14)) {
             longest = 0.5 * std::abs(move);
@@ -334,19 +334,19 @@ class TrialCurve::Search {
         : curve_(curve),
           k_(2.0 / RT),
           maxima_(maxima),
-          step_(std::max(RelativeStep / curve.mixture_->largestARoot,
-                         LeastStep * k_ * curve.mixture_->densestA)) {}
+          step_(std::max(relativeStep / curve.mixture_->largestARoot,
+                         leastStep * k_ * curve.mixture_->densestA)) {}
 
     void above();
     void below();
 
   private:
     // Of the shortest length over which a weight changes by a factor e.
-    static constexpr double RelativeStep = 1.0;
+    static constexpr double relativeStep = 1.0;
     // Of the range, for temperatures so low that no mixture has numbers for its phases.
-    static constexpr double LeastStep = 1e-3;
+    static constexpr double leastStep = 1e-3;
     // Beyond both ends, on which a phase of the densest component alone and an empty one lie.
-    static constexpr double Beyond = 1.001;
+    static constexpr double beyond = 1.001;
 
     TrialPhase at(double lambda, const TrialPhase& from) const {
         return curve_.at(lambda, from, Accuracy::Rough);
@@ -367,12 +367,12 @@ class TrialCurve::Search {
 };
 
 void TrialCurve::Search::above() {
-    const double densest = k_ * (Beyond * curve_.mixture_->densestA - curve_.A_);
+    const double densest = k_ * (beyond * curve_.mixture_->densestA - curve_.A_);
     within(curve_.bulk_, at(densest, curve_.bulk_));
 }
 
 void TrialCurve::Search::below() {
-    within(at(-Beyond * k_ * curve_.A_, curve_.bulk_), curve_.bulk_);
+    within(at(-beyond * k_ * curve_.A_, curve_.bulk_), curve_.bulk_);
 }
 
 // A phase between two known ones, from the nearer of which it is foretold.
@@ -395,13 +395,13 @@ void TrialCurve::Search::within(TrialPhase low, TrialPhase high) {
             !isBulk(low) && !isBulk(high) && ascent(low) > 0.0 && ascent(high) <= 0.0;
         if (!(from < to) && !crosses) return;
         if (width <= step_ || !(from < to)) break;
-        constexpr double Worthwhile = 0.3;  // less than halving
+        constexpr double worthwhile = 0.3;  // less than halving
         // Not onto a place of H = A itself, on which rounding would hide it.
-        constexpr double Part = 0.99;
-        if (!isBulk(low) && from - low.lambda > Worthwhile * width) {
-            low = at(low.lambda + Part * (from - low.lambda), low, high);
-        } else if (!isBulk(high) && high.lambda - to > Worthwhile * width) {
-            high = at(high.lambda - Part * (high.lambda - to), low, high);
+        constexpr double part = 0.99;
+        if (!isBulk(low) && from - low.lambda > worthwhile * width) {
+            low = at(low.lambda + part * (from - low.lambda), low, high);
+        } else if (!isBulk(high) && high.lambda - to > worthwhile * width) {
+            high = at(high.lambda - part * (high.lambda - to), low, high);
         } else {
             const TrialPhase middle = at(0.5 * (low.lambda + high.lambda), low, high);
             within(low, middle);
@@ -419,17 +419,17 @@ void TrialCurve::Search::within(TrialPhase low, TrialPhase high) {
 
 // Beside the bulk every D has its double zero divided out: (H - A)/(A - A_z) is looked at.
 void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
-    constexpr int DepthLimit = 24;  // halvings towards the bulk
+    constexpr int depthLimit = 24;  // halvings towards the bulk
     const double width = near.lambda;
     const double value0 = k_ * curve_.bulk_.slope - 1.0;
     const double value1 = ascent(near) / width;
     const double slope0 = 0.5 * k_ * curve_.curvature_ * width;
     const double slope1 = k_ * near.slope - 1.0 - value1;
     if (value0 > 0.0 && value1 > 0.0) return;
-    constexpr double Doubt = 0.1;  // of the cubic, as tested by brute force
+    constexpr double doubt = 0.1;  // of the cubic, as tested by brute force
     double place = 0.5 * width;
-    constexpr double Parabolic = 0.05;
-    if (std::abs(width) * curve_.mixture_->largestARoot < Parabolic) {
+    constexpr double parabolic = 0.05;
+    if (std::abs(width) * curve_.mixture_->largestARoot < parabolic) {
         // So near the bulk it is value0 + 2·half·t + bend·t² for t from 0 to 1.
         const double half = 0.5 * slope0;
         const double bend = k_ * curve_.third_ * width * width / 6.0;
@@ -438,7 +438,7 @@ void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
             const double root = std::sqrt(std::max(half * half - value0 * bend, 0.0));
             place = 0.5 * width * std::min(1.0, value0 / (root - half));  // well before its root
         } else if (value1 > 0.0 || !(peak > 0.0 && peak < 1.0) ||
-                   !(value0 + peak * (half - Doubt * bend * peak) > 0.0)) {
+                   !(value0 + peak * (half - doubt * bend * peak) > 0.0)) {
             return;
         } else {
             place = peak * width;
@@ -446,9 +446,9 @@ void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
     } else {
         const double largest = LargestInside(value0, slope0, value1, slope1);
         const double spread = std::abs(value1 - value0) + std::abs(slope0) + std::abs(slope1);
-        if (largest + Doubt * spread < 0.0) return;
+        if (largest + doubt * spread < 0.0) return;
     }
-    if (depth == DepthLimit) return;
+    if (depth == depthLimit) return;
     const TrialPhase middle = at(place, curve_.bulk_);
     firstCell(middle, depth + 1);
     if (width > 0.0) {
@@ -459,14 +459,14 @@ void TrialCurve::Search::firstCell(const TrialPhase& near, int depth) {
 }
 
 void TrialCurve::Search::cell(const TrialPhase& low, const TrialPhase& high, int depth) {
-    constexpr int DepthLimit = 6;  // a 64th of the shortest length of change
+    constexpr int depthLimit = 6;  // a 64th of the shortest length of change
     const double value0 = ascent(low);
     const double value1 = ascent(high);
     const double width = high.lambda - low.lambda;
     if (value0 > 0.0 && value1 <= 0.0) {
         const double slope0 = (k_ * low.slope - 1.0) * width;
         const double slope1 = (k_ * high.slope - 1.0) * width;
-        if (depth == DepthLimit || Falls(value0, slope0, value1, slope1)) {
+        if (depth == depthLimit || Falls(value0, slope0, value1, slope1)) {
             keep(low, high);
             return;
         }
@@ -480,10 +480,10 @@ void TrialCurve::Search::cell(const TrialPhase& low, const TrialPhase& high, int
     const double sign = value0 > 0.0 ? -1.0 : 1.0;
     const double slope0 = sign * (k_ * low.slope - 1.0) * width;
     const double slope1 = sign * (k_ * high.slope - 1.0) * width;
-    if (slope0 <= 0.0 || slope1 >= 0.0 || depth == DepthLimit) return;
+    if (slope0 <= 0.0 || slope1 >= 0.0 || depth == depthLimit) return;
     const double largest = LargestInside(sign * value0, slope0, sign * value1, slope1);
-    constexpr double Doubt = 0.025;  // of the cubic, as tested by brute force
-    if (largest + Doubt * (slope0 - slope1) < 0.0) return;
+    constexpr double doubt = 0.025;  // of the cubic, as tested by brute force
+    if (largest + doubt * (slope0 - slope1) < 0.0) return;
     const TrialPhase middle = at(0.5 * (low.lambda + high.lambda), low);
     cell(low, middle, depth + 1);
     cell(middle, high, depth + 1);
@@ -496,16 +496,16 @@ void TrialCurve::Search::keep(const TrialPhase& low, const TrialPhase& high) {
     const double fromLow = ascent(low) / std::abs(1.0 - k_ * low.slope);
     const double fromHigh = -ascent(high) / std::abs(1.0 - k_ * high.slope);
     TrialPhase trial = fromLow < fromHigh ? low : high;
-    constexpr int StepLimit = 60;
-    for (int i = 0; i < StepLimit; ++i) {
+    constexpr int stepLimit = 60;
+    for (int i = 0; i < stepLimit; ++i) {
         double next = trial.lambda + ascent(trial) / (1.0 - k_ * trial.slope);
         if (k_ * trial.slope >= 1.0 || !(next >= lower && next <= upper)) {
             next = 0.5 * (lower + upper);
         }
         const double move = next - trial.lambda;
         trial = curve_.at(next, trial, Accuracy::Fine);
-        constexpr double Enough = 1e-8;
-        if (std::abs(move) <= Enough * std::abs(next)) break;
+        constexpr double enough = 1e-8;
+        if (std::abs(move) <= enough * std::abs(next)) break;
         (ascent(trial) > 0.0 ? lower : upper) = next;
     }
     maxima_.push_back(trial);

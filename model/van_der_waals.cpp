@@ -55,7 +55,7 @@ ComponentValues FugacityCoefficients(std::int32_t n, double bMix, std::span<cons
     const double logFree = state.logFree(P);
     for (std::size_t i = 0; i < count; ++i) {
         const double logPhi = state.interaction(B[i], A[i]) - logFree;
-        if (std::abs(logPhi) < LargestLogPhi) coefficients[i] = std::exp(logPhi);
+        if (std::abs(logPhi) < largestLogPhi) coefficients[i] = std::exp(logPhi);
     }
     return coefficients;
 }

@@ -16,8 +16,8 @@ const std::string notUsed = "---";
 
 const toolkit::List::Row heads = {"gas", "Vm (pure gas)", "activity", "coefficient"};
 
-/// Makes an entry ready for a number, or shows that none is wanted.
-void setUse(toolkit::Entry& entry, bool isUsed) {
+// Makes an entry ready for a number, or shows that none is wanted.
+void SetUse(toolkit::Entry& entry, bool isUsed) {
     if (!isUsed) {
         entry.setText(notUsed);
     } else if (entry.text() == notUsed) {
@@ -33,7 +33,7 @@ ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
     state.onChange(this, &ActivityWindow::emptyAll);
     state.calculate.onClick(this, &ActivityWindow::calculate_Action);
     choice.onChoose([this](std::size_t number) {
-        show(fugacitiesAt(fluid::AcceptedMixture(), calculated_, number));
+        show(FugacitiesAt(fluid::AcceptedMixture(), calculated_, number));
     });
     choice.setUnit(result.Label4);
     StandardChoice0.onChoose(this, &ActivityWindow::StandardChoice0_Action);
@@ -61,17 +61,17 @@ ActivityWindow::ActivityWindow(toolkit::ScreenHost& host)
 void ActivityWindow::layOut() {
     using toolkit::Block;
     const Block standard =
-        standardBox.around(toolkit::grid({{StandardChoice0},
+        standardBox.around(toolkit::Grid({{StandardChoice0},
                                           {StandardChoice1, dataEntryPref1, unitPref1},
                                           {StandardChoice2, dataEntryPref2, unitPref2}},
-                                         toolkit::Spacing::none));
-    setContent(toolkit::columns(
-        {"state", toolkit::column({state.block(), choice.block(), result.slope,
-                                   Block(toolkit::grid(result.rows())).atStart()})},
+                                         toolkit::Spacing::Touching));
+    setContent(toolkit::Columns(
+        {"state", toolkit::Column({state.block(), choice.block(), result.slope,
+                                   Block(toolkit::Grid(result.rows())).atStart()})},
         {{"activities",
-          toolkit::column(
+          toolkit::Column(
               {standard,
-               toolkit::row({Block(warning).expanding(), toolkit::buttonRow({PushButton1})}),
+               toolkit::Row({Block(warning).expanding(), toolkit::ButtonRow({PushButton1})}),
                ListBox1.scrolling(visibleRows).expanding(), volumeNote, note})}}));
 }
 
@@ -87,7 +87,7 @@ void ActivityWindow::calculate_Action() {
     emptyAll();
     if (const auto typed = state.read(state.temperatureText(), missingStateSentence)) {
         calculated_ = *typed;
-        choice.show(rootsAt(fluid::AcceptedMixture(), *typed), state.warning);
+        choice.show(RootsAt(fluid::AcceptedMixture(), *typed), state.warning);
     }
 }
 
@@ -126,20 +126,20 @@ void ActivityWindow::emptyActivities() {
 }
 
 void ActivityWindow::StandardChoice0_Action() {
-    setUse(dataEntryPref1, false);
-    setUse(dataEntryPref2, false);
+    SetUse(dataEntryPref1, false);
+    SetUse(dataEntryPref2, false);
     emptyActivities();
 }
 
 void ActivityWindow::StandardChoice1_Action() {
-    setUse(dataEntryPref1, true);
-    setUse(dataEntryPref2, false);
+    SetUse(dataEntryPref1, true);
+    SetUse(dataEntryPref2, false);
     emptyActivities();
 }
 
 void ActivityWindow::StandardChoice2_Action() {
-    setUse(dataEntryPref1, false);
-    setUse(dataEntryPref2, true);
+    SetUse(dataEntryPref1, false);
+    SetUse(dataEntryPref2, true);
     emptyActivities();
 }
 
@@ -171,7 +171,7 @@ std::optional<ActivityWindow::Standard> ActivityWindow::readStandard() {
 void ActivityWindow::PushButton1_Action() {
     emptyActivities();
     if (const auto standard = readStandard()) {
-        show(activitiesAt(fluid::AcceptedMixture(), calculated_, fugacities_, standard->state,
+        show(ActivitiesAt(fluid::AcceptedMixture(), calculated_, fugacities_, standard->state,
                           standard->pressure));
     }
 }
@@ -179,11 +179,11 @@ void ActivityWindow::PushButton1_Action() {
 void ActivityWindow::show(const ActivityTable& table) {
     std::vector<toolkit::List::Row> rows;
     for (const ActivityTable::Gas& gas : table.gases) {
-        rows.push_back(activityRow(gas));
+        rows.push_back(ActivityRow(gas));
     }
     ListBox1.setRows(rows);
-    note.setText(guardSentence(table));
-    toolkit::announce(ListBox1, "activities of " + std::to_string(rows.size()) +
+    note.setText(GuardSentence(table));
+    toolkit::Announce(ListBox1, "activities of " + std::to_string(rows.size()) +
                                     (rows.size() == 1 ? " gas" : " gases"));
 }
 

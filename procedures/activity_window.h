@@ -12,7 +12,7 @@
 
 namespace procedures {
 
-/// The activity and the activity coefficient of each component against a standard state.
+// The activity and the activity coefficient of each component against a standard state.
 class ActivityWindow : public toolkit::Screen {
   public:
     explicit ActivityWindow(toolkit::ScreenHost& host);
@@ -20,7 +20,7 @@ class ActivityWindow : public toolkit::Screen {
     void Event_Activate() override;
 
   private:
-    /// What the activities are calculated of, beside the chosen root.
+    // What the activities are calculated of, beside the chosen root.
     struct Standard {
         StandardState state;
         double pressure;  // MPa
@@ -35,7 +35,7 @@ class ActivityWindow : public toolkit::Screen {
     void PushButton1_Action();
 
     void layOut();
-    /// Nothing, and a sentence about what is missing, where no activities can be calculated.
+    // Nothing, and a sentence about what is missing, where no activities can be calculated.
     std::optional<Standard> readStandard();
     void show(const FugacityTable& table);
     void show(const ActivityTable& table);

@@ -23,10 +23,10 @@ BubbleDewPoint::BubbleDewPoint(toolkit::ScreenHost& host)
     : Screen(host, "BubbleDewPoint", "Homogenization conditions - Drovan W"),
       CanvasLiquid("CanvasLiquid", inclusionPictureWidth * pictureHeight, pictureHeight,
                    "A fluid inclusion whose bubble shrinks until only liquid is left",
-                   paintHomogenisationIntoLiquid),
+                   PaintHomogenisationIntoLiquid),
       CanvasVapour("CanvasVapour", inclusionPictureWidth * pictureHeight, pictureHeight,
                    "A fluid inclusion whose bubble grows until only vapour is left",
-                   paintHomogenisationIntoVapour) {
+                   PaintHomogenisationIntoVapour) {
     for (toolkit::Entry* const entry : {&dataEntryTh, &dataEntryPh}) {
         entry->setPlaceholder(notUsed);
         entry->setText(notUsed);
@@ -70,27 +70,27 @@ void BubbleDewPoint::connectHandlers() {
 
 toolkit::Block BubbleDewPoint::inputBlock() {
     using toolkit::Block;
-    const Block pictures = toolkit::row({CanvasLiquid, CanvasVapour})
+    const Block pictures = toolkit::Row({CanvasLiquid, CanvasVapour})
                                .asking({pictureHeight * inclusionPictureWidth, pictureHeight});
     const Block mode =
-        modeBox.around(toolkit::row({toolkit::column({LiquidMode, VapourMode}), pictures}));
-    return toolkit::column(
-        {toolkit::grid({{RadioButtonTh, Block(dataEntryTh).expanding(), StaticText3},
+        modeBox.around(toolkit::Row({toolkit::Column({LiquidMode, VapourMode}), pictures}));
+    return toolkit::Column(
+        {toolkit::Grid({{RadioButtonTh, Block(dataEntryTh).expanding(), StaticText3},
                         {RadioButtonPh, Block(dataEntryPh).expanding(), StaticText4}}),
-         toolkit::row({temperature.block(), mode.expanding()})});
+         toolkit::Row({temperature.block(), mode.expanding()})});
 }
 
 toolkit::Block BubbleDewPoint::approachBlock() {
     return GroupBox5.around(
-        toolkit::row({Homogen, toolkit::Block(dataEntry2).expanding(), Dimension}));
+        toolkit::Row({Homogen, toolkit::Block(dataEntry2).expanding(), Dimension}));
 }
 
 void BubbleDewPoint::layOut() {
     const toolkit::Block conditions =
-        toolkit::column({inputBlock(), approachBlock(),
-                         toolkit::buttonRow({Explanations, Clear, FirstApproach, calculate}),
+        toolkit::Column({inputBlock(), approachBlock(),
+                         toolkit::ButtonRow({Explanations, Clear, FirstApproach, calculate}),
                          results.answerBlock(Homogen2, Dimension2)});
-    setContent(toolkit::columns(
+    setContent(toolkit::Columns(
         {"conditions", conditions.expanding()},
         {{"first approach", approach.block()}, {"phases", results.phasesBlock()}}));
 }
@@ -210,7 +210,7 @@ std::optional<HomogenisationInput> BubbleDewPoint::read() const {
         isIntoLiquid ? fluid::Homogenisation::IntoLiquid : fluid::Homogenisation::IntoVapour;
     input.scale = temperature.scale();
     const toolkit::Entry& entry = isTemperature ? dataEntryTh : dataEntryPh;
-    const std::optional<double> number = toolkit::parseNumber(entry.text());
+    const std::optional<double> number = toolkit::ParseNumber(entry.text());
     if (number) {
         input.value = isTemperature ? input.scale.toKelvin(*number) : *number;
     }
@@ -221,15 +221,16 @@ std::optional<HomogenisationInput> BubbleDewPoint::read() const {
 
 std::optional<fluid::PhaseGuess> BubbleDewPoint::readApproach(
     const HomogenisationInput& input) const {
-    const std::optional<double> number = toolkit::parseNumber(dataEntry2.text());
+    const std::optional<double> number = toolkit::ParseNumber(dataEntry2.text());
     const double unknown = number ? input.taken(*number) : 0.0;
     return unknown > 0.0 ? approach.guess(fluid::AcceptedMixture(), unknown) : std::nullopt;
 }
 
 void BubbleDewPoint::showApproach(const HomogenisationInput& input) {
     const fluid::Mixture& mixture = fluid::AcceptedMixture();
-    const HomogenisationStart start = homogenisationStart(mixture, input, point_ ? *point_ + 1 : 0);
-    dataEntry2.setText(toolkit::numberText(input.shown(start.guess.unknown)));
+    const HomogenisationStart start =
+        HomogenisationStartOf(mixture, input, point_ ? *point_ + 1 : 0);
+    dataEntry2.setText(toolkit::NumberText(input.shown(start.guess.unknown)));
     approach.show(mixture, start.guess);
     emptyResults();
     point_ = start.point;
@@ -262,7 +263,7 @@ void BubbleDewPoint::calculate_Action() {
         return;
     }
     const HomogenisationAnswer answer =
-        homogenisationFrom(fluid::AcceptedMixture(), *input, *guess);
+        HomogenisationFrom(fluid::AcceptedMixture(), *input, *guess);
     results.show(fluid::AcceptedMixture(), answer.results);
     if (answer.point) {
         point_ = answer.point;

@@ -16,7 +16,7 @@
 
 namespace procedures {
 
-/// The temperature or pressure at which a fluid inclusion homogenizes into liquid or vapour.
+// The temperature or pressure at which a fluid inclusion homogenizes into liquid or vapour.
 class BubbleDewPoint : public toolkit::Screen {
   public:
     explicit BubbleDewPoint(toolkit::ScreenHost& host);
@@ -47,11 +47,11 @@ class BubbleDewPoint : public toolkit::Screen {
     void emptyAll();
     void refuse();
 
-    /// Nothing where a choice is missing, or the given quantity is no number above 0.
+    // Nothing where a choice is missing, or the given quantity is no number above 0.
     std::optional<HomogenisationInput> read() const;
-    /// The first approach in the entry and the lists; nothing where a part of it is unusable.
+    // The first approach in the entry and the lists; nothing where a part of it is unusable.
     std::optional<fluid::PhaseGuess> readApproach(const HomogenisationInput& input) const;
-    /// Goes on to the next point where one is shown.
+    // Goes on to the next point where one is shown.
     void showApproach(const HomogenisationInput& input);
 
     toolkit::RadioGroup quantityGroup;

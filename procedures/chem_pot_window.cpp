@@ -20,7 +20,7 @@ ChemPotWindow::ChemPotWindow(toolkit::ScreenHost& host)
     ListBox1.setEmptyText(
         "The chemical potential and the partial molar properties of each gas appear here when they "
         "are calculated.");
-    for (std::size_t column = 1; column < potentialHeads().size(); ++column) {
+    for (std::size_t column = 1; column < PotentialHeads().size(); ++column) {
         ListBox1.alignAtPoint(column, 0);
     }
     reference.reserve(0, 2);
@@ -30,10 +30,10 @@ ChemPotWindow::ChemPotWindow(toolkit::ScreenHost& host)
 }
 
 void ChemPotWindow::layOut() {
-    setContent(toolkit::columns(
-        {"state", toolkit::column({state.block(), choice.block()})},
+    setContent(toolkit::Columns(
+        {"state", toolkit::Column({state.block(), choice.block()})},
         {{"potentials",
-          toolkit::column({ListBox1.scrolling(visibleRows).expanding(), reference, note})}}));
+          toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), reference, note})}}));
 }
 
 void ChemPotWindow::Event_Activate() {
@@ -50,7 +50,7 @@ void ChemPotWindow::calculate_Action() {
 }
 
 void ChemPotWindow::showPotentials() {
-    showTable(potentialsAt(choice.mixture(), choice.state(), choice.chosen()), ListBox1, note);
+    ShowTable(PotentialsAt(choice.mixture(), choice.state(), choice.chosen()), ListBox1, note);
 }
 
 void ChemPotWindow::emptyAll() {

@@ -8,7 +8,7 @@
 
 namespace procedures {
 
-/// The chemical potentials and the partial molar properties of the gases in the mixture.
+// The chemical potentials and the partial molar properties of the gases in the mixture.
 class ChemPotWindow : public toolkit::Screen {
   public:
     explicit ChemPotWindow(toolkit::ScreenHost& host);
@@ -24,7 +24,7 @@ class ChemPotWindow : public toolkit::Screen {
 
     StateEntry state{"Label1", "warning"};
     StateChoice choice;
-    toolkit::List ListBox1{"ListBox1", potentialHeads(), {10, 11, 11, 11, 10, 11, 10, 11}};
+    toolkit::List ListBox1{"ListBox1", PotentialHeads(), {10, 11, 11, 11, 10, 11, 10, 11}};
     toolkit::Label reference{"reference",
                              "The standard part is that of the ideal gas at this temperature and "
                              "p° = 0.1 MPa; energies refer "

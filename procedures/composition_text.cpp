@@ -8,8 +8,8 @@ namespace procedures {
 
 namespace {
 
-/// The formula with its numbers as subscripts.
-std::string printed(const std::string& formula) {
+// The formula with its numbers as subscripts.
+std::string Printed(const std::string& formula) {
     constexpr unsigned char subscriptZero = 0x80;  // the last byte of U+2080
     std::string text;
     for (const char c : formula) {
@@ -23,14 +23,14 @@ std::string printed(const std::string& formula) {
     return text;
 }
 
-/// Fractions and formulas of all gases that are there.
-std::string joined(const fluid::Mixture& mixture, const char* between, const char* separator,
+// Fractions and formulas of all gases that are there.
+std::string Joined(const fluid::Mixture& mixture, const char* between, const char* separator,
                    const std::function<std::string(const std::string&)>& formulaText) {
     std::string text;
     for (std::size_t k = 0; k < mixture.count; ++k) {
         text += text.empty() ? "" : separator;
         if (mixture.count > 1) {
-            text += toolkit::numberText(mixture.fractions[k]) + between;
+            text += toolkit::NumberText(mixture.fractions[k]) + between;
         }
         text += formulaText(std::string(mixture.formula(k)));
     }
@@ -39,12 +39,12 @@ std::string joined(const fluid::Mixture& mixture, const char* between, const cha
 
 }  // namespace
 
-std::string compositionTitle(const fluid::Mixture& mixture) {
-    return joined(mixture, " ", " + ", printed) + ", van der Waals";
+std::string CompositionTitle(const fluid::Mixture& mixture) {
+    return Joined(mixture, " ", " + ", Printed) + ", van der Waals";
 }
 
-std::string compositionName(const fluid::Mixture& mixture) {
-    return joined(mixture, "", "-", [](const std::string& formula) { return formula; });
+std::string CompositionName(const fluid::Mixture& mixture) {
+    return Joined(mixture, "", "-", [](const std::string& formula) { return formula; });
 }
 
 }  // namespace procedures

@@ -30,8 +30,8 @@ constexpr int decimals = 6;
 constexpr int mostPoints = 4;
 constexpr int resultWidth = 12;  // characters
 
-std::string resultText(double value) {
-    return toolkit::resultText(value, decimals);
+std::string ResultText(double value) {
+    return toolkit::ResultText(value, decimals);
 }
 
 }  // namespace
@@ -71,15 +71,15 @@ CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
 
 void CriticalPointWindow::layOut() {
     using toolkit::Block;
-    const Block pseudo = GroupBox2.around(toolkit::grid({{Temperature, ResultT, Label1},
+    const Block pseudo = GroupBox2.around(toolkit::Grid({{Temperature, ResultT, Label1},
                                                          {Pressure, ResultP, Label2},
                                                          {MolarVolume, ResultV, Label3}}));
-    const Block left = toolkit::column(
+    const Block left = toolkit::Column(
         {Count, ListBox1.framed(mostPoints),
-         toolkit::row({pseudo, temperature.block(),
-                       GroupBox4.around(toolkit::column({AxesTP, AxesVP, AxesDT}))}),
-         toolkit::buttonRow({Explanations, Export, CopyCurves, calculate}), warning});
-    setContent(toolkit::columns({"points", left}, {{"diagram", plotPanel.block()}}));
+         toolkit::Row({pseudo, temperature.block(),
+                       GroupBox4.around(toolkit::Column({AxesTP, AxesVP, AxesDT}))}),
+         toolkit::ButtonRow({Explanations, Export, CopyCurves, calculate}), warning});
+    setContent(toolkit::Columns({"points", left}, {{"diagram", plotPanel.block()}}));
 }
 
 void CriticalPointWindow::Event_Activate() {
@@ -108,12 +108,12 @@ void CriticalPointWindow::calculate_Action() {
 
 void CriticalPointWindow::Export_Action() {
     const std::string text = points_.fileText() + "\n" + curves().fileText();
-    saveToFile(*this, warning, "Export", "critical-point", {".txt"},
-               [text](const std::string& path) { return toolkit::writeFile(path, text); });
+    SaveToFile(*this, warning, "Export", "critical-point", {".txt"},
+               [text](const std::string& path) { return toolkit::WriteFile(path, text); });
 }
 
 void CriticalPointWindow::CopyCurves_Action() {
-    toolkit::setClipboardText(curves().copiedText(temperature.scale()));
+    toolkit::SetClipboardText(curves().copiedText(temperature.scale()));
     warning.inform("the points of the curves are on the clipboard");
 }
 
@@ -128,7 +128,7 @@ void CriticalPointWindow::showResults() {
 }
 
 std::string CriticalPointWindow::temperatureText(double T) const {
-    return resultText(temperature.fromKelvin(T));
+    return ResultText(temperature.fromKelvin(T));
 }
 
 void CriticalPointWindow::showPoints() {
@@ -146,7 +146,7 @@ void CriticalPointWindow::showPoints() {
     const ShownPressures shown(points_.places());
     for (const fluid::CriticalPoint& point : points_.places()) {
         if (!shown.include(point.P)) {
-            sentence += "; for that at " + sentenceText(point.P) + " MPa press Home in the plot";
+            sentence += "; for that at " + SentenceText(point.P) + " MPa press Home in the plot";
         }
     }
     Count.setText(sentence);
@@ -156,8 +156,8 @@ void CriticalPointWindow::showPseudoCriticalPoint() {
     const auto pseudo = fluid::FindPseudoCriticalPoint(mixture_);
     ResultT.setText(temperatureText(pseudo.T));
     Label1.setText(temperature.unitText());
-    ResultP.setText(resultText(pseudo.P));
-    ResultV.setText(resultText(pseudo.V));
+    ResultP.setText(ResultText(pseudo.P));
+    ResultV.setText(ResultText(pseudo.V));
 }
 
 ShownPressures CriticalPointWindow::allPressures() const {
@@ -232,7 +232,7 @@ void CriticalPointWindow::plot() {
     const auto place = [this](const StatePoint& state) { return placeOf(state); };
     const auto through = [&](PlotSeries series, const std::vector<std::vector<StatePoint>>& pieces,
                              const std::function<std::optional<StatePoint>(double V)>& stateAt) {
-        return throughStates(std::move(series), pieces, shown, place, stateAt);
+        return ThroughStates(std::move(series), pieces, shown, place, stateAt);
     };
     std::array<std::vector<std::vector<StatePoint>>, 2> pieces;
     for (const fluid::BoundaryPiece& piece : boundary_) {
@@ -241,14 +241,14 @@ void CriticalPointWindow::plot() {
         std::copy_if(piece.points.begin(), piece.points.end(), std::back_inserter(those.back()),
                      [coldest](const StatePoint& point) { return point.T >= coldest; });
     }
-    PlotSeries bubble = through(PlotSeries("bubble points"), pieces[0], boundaryStates(mixture_));
-    PlotSeries dew = through(PlotSeries("dew points", PlotSeries::Style::line, 1), pieces[1],
-                             boundaryStates(mixture_));
-    PlotSeries spinodal = through(PlotSeries("spinodal", PlotSeries::Style::dashed, 2), spinodal_,
-                                  spinodalStates(mixture_, fluid::SpinodalKind::Diffusional));
-    PlotSeries critical("critical point", PlotSeries::Style::markers, 3);
-    PlotSeries metastable("meta-stable critical point", PlotSeries::Style::markers, 1);
-    PlotSeries unstable("unstable critical point", PlotSeries::Style::markers, 4);
+    PlotSeries bubble = through(PlotSeries("bubble points"), pieces[0], BoundaryStates(mixture_));
+    PlotSeries dew = through(PlotSeries("dew points", PlotSeries::Style::Line, 1), pieces[1],
+                             BoundaryStates(mixture_));
+    PlotSeries spinodal = through(PlotSeries("spinodal", PlotSeries::Style::Dashed, 2), spinodal_,
+                                  SpinodalStates(mixture_, fluid::SpinodalKind::Diffusional));
+    PlotSeries critical("critical point", PlotSeries::Style::Markers, 3);
+    PlotSeries metastable("meta-stable critical point", PlotSeries::Style::Markers, 1);
+    PlotSeries unstable("unstable critical point", PlotSeries::Style::Markers, 4);
     for (const auto& [point, stability] : points_.points()) {
         PlotSeries& series = stability == Stability::Unstable     ? unstable
                              : stability == Stability::Metastable ? metastable
@@ -257,7 +257,7 @@ void CriticalPointWindow::plot() {
         series.add(at.x, at.y);
     }
     const auto pseudo = fluid::FindPseudoCriticalPoint(mixture_);
-    PlotSeries pseudoPoint("pseudo-critical point", PlotSeries::Style::markers, 5);
+    PlotSeries pseudoPoint("pseudo-critical point", PlotSeries::Style::Markers, 5);
     const toolkit::PlotPoint at = placeOf({pseudo.T, pseudo.P, pseudo.V});
     pseudoPoint.add(at.x, at.y);
     if (AxesDT.isOn()) {

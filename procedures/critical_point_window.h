@@ -16,7 +16,7 @@
 
 namespace procedures {
 
-/// All critical points of the mixture, and where they lie in its phase diagram.
+// All critical points of the mixture, and where they lie in its phase diagram.
 class CriticalPointWindow : public toolkit::Screen {
   public:
     explicit CriticalPointWindow(toolkit::ScreenHost& host);
@@ -31,21 +31,21 @@ class CriticalPointWindow : public toolkit::Screen {
     void Export_Action();
 
     void layOut();
-    /// Shows what is calculated, in the unit and with the plot that are chosen.
+    // Shows what is calculated, in the unit and with the plot that are chosen.
     void showResults();
     void showPoints();
     void showPseudoCriticalPoint();
-    /// The pressures of all critical points.
+    // The pressures of all critical points.
     ShownPressures allPressures() const;
-    /// The coldest temperature in K of a plot of these pressures.
+    // The coldest temperature in K of a plot of these pressures.
     double coldestOf(const ShownPressures& shown) const;
-    /// Around the stable points and the curves between them.
+    // Around the stable points and the curves between them.
     toolkit::FirstView firstView() const;
     CurveTable curves() const { return {mixture_, boundary_, spinodal_}; }
     void plot();
-    /// Where a state lies between the axes that are chosen.
+    // Where a state lies between the axes that are chosen.
     toolkit::PlotPoint placeOf(const fluid::StatePoint& state) const;
-    /// A temperature in K as the screen has it.
+    // A temperature in K as the screen has it.
     std::string temperatureText(double T) const;
 
     fluid::Mixture mixture_;  // of what is shown

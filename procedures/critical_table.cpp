@@ -28,15 +28,15 @@ SeriesTable::Row CriticalTable::row(std::size_t number, const TemperatureScale& 
     const double density = fluid::MolarVolumeFromDensity(mixture_, place.V);
     const double Z = place.P * place.V / (fluid::R * place.T);
     const double T = WrittenTemperature::calculated(place.T).in(scale);
-    std::string state = stabilityName(stability);
+    std::string state = StabilityName(stability);
     if (place.P < 0.0) {
         state += ", at negative pressure";
     }
-    return {cellText(T, temperatureDecimals, digits),
-            cellText(place.P, pressureDecimals, digits),
-            cellText(place.V, volumeDecimals, digits),
-            cellText(density, densityDecimals, digits),
-            cellText(Z, decimals, digits),
+    return {CellText(T, temperatureDecimals, digits),
+            CellText(place.P, pressureDecimals, digits),
+            CellText(place.V, volumeDecimals, digits),
+            CellText(density, densityDecimals, digits),
+            CellText(Z, decimals, digits),
             state};
 }
 
@@ -67,9 +67,9 @@ SeriesTable::Row CurveTable::row(std::size_t number, const TemperatureScale& sca
     const auto& [kind, state] = points_[number];
     const double T = WrittenTemperature::calculated(state.T).in(scale);
     const double density = fluid::MolarVolumeFromDensity(mixture_, state.V);
-    return {kind, cellText(T, temperatureDecimals, digits),
-            cellText(state.P, pressureDecimals, digits), cellText(state.V, volumeDecimals, digits),
-            cellText(density, densityDecimals, digits)};
+    return {kind, CellText(T, temperatureDecimals, digits),
+            CellText(state.P, pressureDecimals, digits), CellText(state.V, volumeDecimals, digits),
+            CellText(density, densityDecimals, digits)};
 }
 
 std::string CurveTable::fileHeading() const {

@@ -10,7 +10,7 @@
 
 namespace procedures {
 
-/// All critical points of a mixture.
+// All critical points of a mixture.
 class CriticalTable : public SeriesTable {
   public:
     struct Point {
@@ -37,7 +37,7 @@ class CriticalTable : public SeriesTable {
     std::vector<Point> points_;
 };
 
-/// The points of the curves of a phase diagram, each with what it is.
+// The points of the curves of a phase diagram, each with what it is.
 class CurveTable : public SeriesTable {
   public:
     CurveTable(const fluid::Mixture& mixture, const std::vector<fluid::BoundaryPiece>& boundary,
@@ -47,7 +47,7 @@ class CurveTable : public SeriesTable {
     Row row(std::size_t number, const TemperatureScale& scale, Digits digits) const override;
     std::string fileHeading() const override;
     std::size_t fileColumns() const override { return 5; }
-    /// As it is put on the clipboard: heads and rows, their cells parted by tabs.
+    // As it is put on the clipboard: heads and rows, their cells parted by tabs.
     std::string copiedText(const TemperatureScale& scale) const;
 
   private:

@@ -140,7 +140,7 @@ ExplanationScreen::ExplanationScreen(toolkit::ScreenHost& host, const std::strin
         blocks.emplace_back(*text);
         labels_.push_back(std::move(text));
     }
-    setContent(toolkit::column(blocks, toolkit::Spacing::group));
+    setContent(toolkit::Column(blocks, toolkit::Spacing::Group));
 }
 
 ExplainFirst::ExplainFirst(toolkit::ScreenHost& host)

@@ -10,7 +10,7 @@
 
 namespace procedures {
 
-/// A window of static text in paragraphs.
+// A window of static text in paragraphs.
 class ExplanationScreen : public toolkit::Screen {
   protected:
     ExplanationScreen(toolkit::ScreenHost& host, const std::string& name, const std::string& title,
@@ -20,25 +20,25 @@ class ExplanationScreen : public toolkit::Screen {
     std::vector<std::unique_ptr<toolkit::Label>> labels_;
 };
 
-/// About homogenisation conditions.
+// About homogenisation conditions.
 class ExplainFirst : public ExplanationScreen {
   public:
     explicit ExplainFirst(toolkit::ScreenHost& host);
 };
 
-/// About liquid-vapour equilibria.
+// About liquid-vapour equilibria.
 class ExplainSecond : public ExplanationScreen {
   public:
     explicit ExplainSecond(toolkit::ScreenHost& host);
 };
 
-/// About the spinodal.
+// About the spinodal.
 class ExplainSpinodal : public ExplanationScreen {
   public:
     explicit ExplainSpinodal(toolkit::ScreenHost& host);
 };
 
-/// About critical points.
+// About critical points.
 class ExplainCritical : public ExplanationScreen {
   public:
     explicit ExplainCritical(toolkit::ScreenHost& host);

@@ -9,15 +9,15 @@ namespace procedures {
 
 namespace {
 
-/// Whether a coefficient of 1 stands for one beyond the range of numbers. Only where the volume is
-/// far larger than the co-volume a gas is so nearly ideal that its coefficient is 1.
-bool isGuarded(double coefficient, double V, double b) {
+// Whether a coefficient of 1 stands for one beyond the range of numbers. Only where the volume is
+// far larger than the co-volume a gas is so nearly ideal that its coefficient is 1.
+bool IsGuarded(double coefficient, double V, double b) {
     constexpr double dilute = 1e10;
     return coefficient == 1.0 && !(V > dilute * b);
 }
 
 template <class Gases>
-std::string sentenceOf(const Gases& gases) {
+std::string SentenceOf(const Gases& gases) {
     std::string names;
     for (const auto& gas : gases) {
         if (gas.isGuarded) {
@@ -31,27 +31,25 @@ std::string sentenceOf(const Gases& gases) {
 
 }  // namespace
 
-FugacityTable fugacitiesAt(const fluid::Mixture& mixture, const TypedState& state,
+FugacityTable FugacitiesAt(const fluid::Mixture& mixture, const TypedState& state,
                            std::size_t number) {
-    FugacityTable table{.root = rootVolume(mixture, state, rootsAt(mixture, state)[number])};
+    FugacityTable table{.root = RootVolumeOf(mixture, state, RootsAt(mixture, state)[number])};
     const double V = table.root.V;
-    if (table.root.kind != RootVolume::Kind::Volume) {
-        return table;
-    }
+    if (table.root.kind != RootVolume::Kind::Volume) return table;
     const fluid::ComponentValues coefficients =
         fluid::FugacityCoefficients(mixture, state.T, state.P, V);
     for (std::size_t k = 0; k < mixture.count; ++k) {
         table.gases.push_back({mixture.formula(k), mixture.fractions[k] * coefficients[k] * state.P,
-                               coefficients[k], isGuarded(coefficients[k], V, mixture.covolume)});
+                               coefficients[k], IsGuarded(coefficients[k], V, mixture.covolume)});
     }
     return table;
 }
 
-std::vector<std::string> fugacityRow(const FugacityTable::Gas& gas) {
-    return {std::string(gas.formula), valueText(gas.fugacity), valueText(gas.coefficient)};
+std::vector<std::string> FugacityRow(const FugacityTable::Gas& gas) {
+    return {std::string(gas.formula), ValueText(gas.fugacity), ValueText(gas.coefficient)};
 }
 
-ActivityTable activitiesAt(const fluid::Mixture& mixture, const TypedState& state,
+ActivityTable ActivitiesAt(const fluid::Mixture& mixture, const TypedState& state,
                            const FugacityTable& fugacities, StandardState standard,
                            double reference) {
     ActivityTable table;
@@ -65,7 +63,7 @@ ActivityTable activitiesAt(const fluid::Mixture& mixture, const TypedState& stat
             V = fluid::PureGasVolume(mixture, k, state.T, state.P).volume;
             coefficient = fluid::PureFugacityCoefficient(mixture, k, state.T, reference, V);
             if (V > 0.0) {
-                guarded = guarded || isGuarded(coefficient, V, mixture.b[k]);
+                guarded = guarded || IsGuarded(coefficient, V, mixture.b[k]);
             } else {
                 V = coefficient = std::numeric_limits<double>::quiet_NaN();
             }
@@ -76,17 +74,17 @@ ActivityTable activitiesAt(const fluid::Mixture& mixture, const TypedState& stat
     return table;
 }
 
-std::vector<std::string> activityRow(const ActivityTable::Gas& gas) {
-    return {std::string(gas.formula), valueText(gas.V), valueText(gas.activity),
-            valueText(gas.coefficient)};
+std::vector<std::string> ActivityRow(const ActivityTable::Gas& gas) {
+    return {std::string(gas.formula), ValueText(gas.V), ValueText(gas.activity),
+            ValueText(gas.coefficient)};
 }
 
-std::string guardSentence(const FugacityTable& table) {
-    return sentenceOf(table.gases);
+std::string GuardSentence(const FugacityTable& table) {
+    return SentenceOf(table.gases);
 }
 
-std::string guardSentence(const ActivityTable& table) {
-    return sentenceOf(table.gases);
+std::string GuardSentence(const ActivityTable& table) {
+    return SentenceOf(table.gases);
 }
 
 }  // namespace procedures

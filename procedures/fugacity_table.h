@@ -9,7 +9,7 @@
 
 namespace procedures {
 
-/// The fugacities of the gases in a mixture.
+// The fugacities of the gases in a mixture.
 struct FugacityTable {
     struct Gas {
         std::string_view formula;
@@ -22,15 +22,15 @@ struct FugacityTable {
     std::vector<Gas> gases{};  // none where the root is no volume
 };
 
-/// `number`: which of the roots at the state is meant.
-FugacityTable fugacitiesAt(const fluid::Mixture& mixture, const TypedState& state,
+// `number`: which of the roots at the state is meant.
+FugacityTable FugacitiesAt(const fluid::Mixture& mixture, const TypedState& state,
                            std::size_t number);
-std::vector<std::string> fugacityRow(const FugacityTable::Gas& gas);
+std::vector<std::string> FugacityRow(const FugacityTable::Gas& gas);
 
-/// Which pure gas has the activity 1.
+// Which pure gas has the activity 1.
 enum class StandardState { Real, Ideal };
 
-/// The activities of the gases in a mixture.
+// The activities of the gases in a mixture.
 struct ActivityTable {
     struct Gas {
         std::string_view formula;
@@ -43,14 +43,14 @@ struct ActivityTable {
     std::vector<Gas> gases;
 };
 
-/// `reference`: the reference pressure in MPa, not 0.
-ActivityTable activitiesAt(const fluid::Mixture& mixture, const TypedState& state,
+// `reference`: the reference pressure in MPa, not 0.
+ActivityTable ActivitiesAt(const fluid::Mixture& mixture, const TypedState& state,
                            const FugacityTable& fugacities, StandardState standard,
                            double reference);
-std::vector<std::string> activityRow(const ActivityTable::Gas& gas);
+std::vector<std::string> ActivityRow(const ActivityTable::Gas& gas);
 
-/// Names the gases whose coefficient of fugacity has no number; empty where there is none.
-std::string guardSentence(const FugacityTable& table);
-std::string guardSentence(const ActivityTable& table);
+// Names the gases whose coefficient of fugacity has no number; empty where there is none.
+std::string GuardSentence(const FugacityTable& table);
+std::string GuardSentence(const ActivityTable& table);
 
 }  // namespace procedures

@@ -22,15 +22,15 @@ FugacityWindow::FugacityWindow(toolkit::ScreenHost& host)
     state.onChange(this, &FugacityWindow::emptyAll);
     state.calculate.onClick(this, &FugacityWindow::calculate_Action);
     choice.onChoose([this](std::size_t number) {
-        show(fugacitiesAt(fluid::AcceptedMixture(), calculated_, number));
+        show(FugacitiesAt(fluid::AcceptedMixture(), calculated_, number));
     });
     choice.setUnit(result.Label4);
     ListBox1.setAccessibleName("results of each gas");
     ListBox1.setEmptyText(
         "The fugacity and the fugacity coefficient of each gas appear here when a solution for the "
         "molar volume is chosen.");
-    setContent(toolkit::column({state.block(), choice.block(), result.slope,
-                                Block(toolkit::grid(result.rows())).atStart(),
+    setContent(toolkit::Column({state.block(), choice.block(), result.slope,
+                                Block(toolkit::Grid(result.rows())).atStart(),
                                 ListBox1.scrolling(visibleRows).expanding(), note}));
     setDefault(state.calculate);
     setFocus(state.dataEntryT);
@@ -46,7 +46,7 @@ void FugacityWindow::calculate_Action() {
     emptyAll();
     if (const auto typed = state.read(state.temperatureText(), missingStateSentence)) {
         calculated_ = *typed;
-        choice.show(rootsAt(fluid::AcceptedMixture(), *typed), state.warning);
+        choice.show(RootsAt(fluid::AcceptedMixture(), *typed), state.warning);
     }
 }
 
@@ -55,10 +55,10 @@ void FugacityWindow::show(const FugacityTable& table) {
     result.showAny(table.root, state.warning);
     std::vector<toolkit::List::Row> rows;
     for (const FugacityTable::Gas& gas : table.gases) {
-        rows.push_back(fugacityRow(gas));
+        rows.push_back(FugacityRow(gas));
     }
     ListBox1.setRows(rows);
-    note.setText(guardSentence(table));
+    note.setText(GuardSentence(table));
 }
 
 void FugacityWindow::emptyResults() {

@@ -9,7 +9,7 @@
 
 namespace procedures {
 
-/// The fugacity and the fugacity coefficient of each component of the mixture.
+// The fugacity and the fugacity coefficient of each component of the mixture.
 class FugacityWindow : public toolkit::Screen {
   public:
     explicit FugacityWindow(toolkit::ScreenHost& host);

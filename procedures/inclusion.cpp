@@ -22,12 +22,12 @@ const std::string noNumber = "no number in ";
 
 // --- States
 
-const char* intoText(Homogenisation into) {
+const char* IntoText(Homogenisation into) {
     return into == Homogenisation::IntoLiquid ? "into the liquid" : "into the vapour";
 }
 
-/// All that homogenizes at a temperature, in this way.
-void findPoints(const fluid::Mixture& mixture, const Inclusion& inclusion, InclusionState& state) {
+// All that homogenizes at a temperature, in this way.
+void FindPoints(const fluid::Mixture& mixture, const Inclusion& inclusion, InclusionState& state) {
     const WrittenTemperature T = inclusion.temperature();
     const Homogenisation into = inclusion.by == GivenBy::IntoLiquid ? Homogenisation::IntoLiquid
                                                                     : Homogenisation::IntoVapour;
@@ -49,7 +49,7 @@ void findPoints(const fluid::Mixture& mixture, const Inclusion& inclusion, Inclu
         state.remark =
             !found.isExamined
                 ? "not examined: so cold or at such pressures nothing is searched"
-                : std::string("nothing homogenizes ") + intoText(into) + " at this temperature";
+                : std::string("nothing homogenizes ") + IntoText(into) + " at this temperature";
     } else if (state.points.size() == 1) {
         state.point = state.points.front();
     } else if (inclusion.point && *inclusion.point < state.points.size()) {
@@ -61,17 +61,17 @@ void findPoints(const fluid::Mixture& mixture, const Inclusion& inclusion, Inclu
     }
 }
 
-void findBoundary(const fluid::Mixture& mixture, InclusionState& state) {
+void FindBoundary(const fluid::Mixture& mixture, InclusionState& state) {
     const double b = mixture.covolume;
     if (!(state.V > b) || !std::isfinite(state.V)) {
         state.V = 0.0;
         state.remark = "the molar volume must be larger than the co-volume of this fluid, " +
-                       sentenceText(b) + " " + volumeUnit;
+                       SentenceText(b) + " " + volumeUnit;
         return;
     }
     const auto boundary = fluid::FindBoundary(mixture, state.V);
     if (!boundary) {
-        state.remark = "homogeneous above " + sentenceText(fluid::ColdestT(mixture)) +
+        state.remark = "homogeneous above " + SentenceText(fluid::ColdestT(mixture)) +
                        " Kelvin; below it nothing is searched";
         return;
     }
@@ -82,7 +82,7 @@ void findBoundary(const fluid::Mixture& mixture, InclusionState& state) {
 
 // --- Pasted texts
 
-std::string_view trimmed(std::string_view text) {
+std::string_view Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos) {
         return {};
@@ -90,12 +90,12 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/// The parts between separators, trimmed; those that are empty are left out.
-std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
+// The parts between separators, trimmed; those that are empty are left out.
+std::vector<std::string_view> Split(std::string_view text, std::string_view separators) {
     std::vector<std::string_view> parts;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of(separators), text.size());
-        if (const auto part = trimmed(text.substr(0, end)); !part.empty()) {
+        if (const auto part = Trimmed(text.substr(0, end)); !part.empty()) {
             parts.push_back(part);
         }
         text.remove_prefix(std::min(end + 1, text.size()));
@@ -103,11 +103,11 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
     return parts;
 }
 
-bool isOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
+bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-std::string lowerCase(std::string_view word) {
+std::string LowerCase(std::string_view word) {
     std::string lower(word);
     for (char& letter : lower) {
         letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -115,12 +115,12 @@ std::string lowerCase(std::string_view word) {
     return lower;
 }
 
-std::optional<GivenBy> homogenizationOf(std::string_view word) {
-    const std::string lower = lowerCase(word);
-    if (isOneOf(lower, {"l", "liquid", "into the liquid", "into liquid", "bubble point"})) {
+std::optional<GivenBy> HomogenizationOf(std::string_view word) {
+    const std::string lower = LowerCase(word);
+    if (IsOneOf(lower, {"l", "liquid", "into the liquid", "into liquid", "bubble point"})) {
         return GivenBy::IntoLiquid;
     }
-    if (isOneOf(lower, {"v", "g", "vapour", "vapor", "gas", "into the vapour", "into vapour",
+    if (IsOneOf(lower, {"v", "g", "vapour", "vapor", "gas", "into the vapour", "into vapour",
                         "into the vapor", "into vapor", "dew point"})) {
         return GivenBy::IntoVapour;
     }
@@ -132,18 +132,18 @@ struct Unit {
     TemperatureScale scale = kelvinScale;
 };
 
-std::optional<Unit> unitOf(std::string_view word) {
-    if (isOneOf(word, {"K", "Kelvin", "kelvin"})) {
+std::optional<Unit> UnitOf(std::string_view word) {
+    if (IsOneOf(word, {"K", "Kelvin", "kelvin"})) {
         return Unit{{}, kelvinScale};
     }
-    if (isOneOf(word, {"C", "°C", "˚C", "ºC", "℃", "°Celsius", "˚Celsius", "Celsius", "celsius",
+    if (IsOneOf(word, {"C", "°C", "˚C", "ºC", "℃", "°Celsius", "˚Celsius", "Celsius", "celsius",
                        "deg C"})) {
         return Unit{{}, celsiusScale};
     }
-    if (isOneOf(word, {"g/cm3", "g/cm³", "g/cc", "g/ml", "g/mL"})) {
+    if (IsOneOf(word, {"g/cm3", "g/cm³", "g/cc", "g/ml", "g/mL"})) {
         return Unit{GivenBy::Density, {}};
     }
-    if (isOneOf(word, {"cm3/mol", "cm³/mol", "cc/mol", "ml/mol", "mL/mol"})) {
+    if (IsOneOf(word, {"cm3/mol", "cm³/mol", "cc/mol", "ml/mol", "mL/mol"})) {
         return Unit{GivenBy::MolarVolume, {}};
     }
     return std::nullopt;
@@ -154,8 +154,8 @@ struct Value {
     std::optional<Unit> unit;
 };
 
-/// A number with a unit behind it or none.
-std::optional<Value> valueOf(std::string_view cell) {
+// A number with a unit behind it or none.
+std::optional<Value> ValueOf(std::string_view cell) {
     std::string text(cell);
     for (const std::string_view minus : {"\u2212", "\u2013"}) {  // those of word processors
         if (text.starts_with(minus)) {
@@ -163,12 +163,12 @@ std::optional<Value> valueOf(std::string_view cell) {
         }
     }
     const std::string_view all = text;
-    if (const auto number = toolkit::parseNumber(all)) {
+    if (const auto number = toolkit::ParseNumber(all)) {
         return Value{*number, {}};
     }
     for (std::size_t at = 1; at < all.size(); ++at) {
-        const auto unit = unitOf(trimmed(all.substr(at)));
-        const auto number = unit ? toolkit::parseNumber(all.substr(0, at)) : std::nullopt;
+        const auto unit = UnitOf(Trimmed(all.substr(at)));
+        const auto number = unit ? toolkit::ParseNumber(all.substr(0, at)) : std::nullopt;
         if (number) {
             return Value{*number, unit};
         }
@@ -176,13 +176,13 @@ std::optional<Value> valueOf(std::string_view cell) {
     return std::nullopt;
 }
 
-bool hasDecimalComma(std::string_view cell) {
+bool HasDecimalComma(std::string_view cell) {
     std::string text(cell);
     std::replace(text.begin(), text.end(), ',', '.');
-    return text != cell && valueOf(text);
+    return text != cell && ValueOf(text);
 }
 
-/// A row of a pasted text, its parts still as texts.
+// A row of a pasted text, its parts still as texts.
 struct PastedRow {
     std::string name;
     std::string_view value;
@@ -191,29 +191,27 @@ struct PastedRow {
     bool hasTooMany = false;
 };
 
-PastedRow partsOf(std::string_view line) {
+PastedRow PartsOf(std::string_view line) {
     const bool isTabbed = line.find('\t') != std::string_view::npos;
     const bool hasColumns = isTabbed || line.find(';') != std::string_view::npos;
     const std::string_view separators = isTabbed ? "\t" : hasColumns ? ";" : blanks;
-    std::vector<std::string_view> cells = split(line, separators);
+    std::vector<std::string_view> cells = Split(line, separators);
     for (std::string_view& cell : cells) {
         if (cell.size() > 1 && cell.starts_with('"') && cell.ends_with('"')) {
-            cell = trimmed(cell.substr(1, cell.size() - 2));
+            cell = Trimmed(cell.substr(1, cell.size() - 2));
         }
     }
     PastedRow row;
-    if (cells.empty()) {
-        return row;
-    }
-    if (cells.size() > 1 && (row.into = homogenizationOf(cells.back()))) {
+    if (cells.empty()) return row;
+    if (cells.size() > 1 && (row.into = HomogenizationOf(cells.back()))) {
         cells.pop_back();
     }
-    if (cells.size() > 1 && (row.unit = unitOf(cells.back()))) {
+    if (cells.size() > 1 && (row.unit = UnitOf(cells.back()))) {
         cells.pop_back();
     }
     row.value = cells.back();
     cells.pop_back();
-    const bool areNumbers = std::all_of(cells.begin(), cells.end(), valueOf);
+    const bool areNumbers = std::all_of(cells.begin(), cells.end(), ValueOf);
     row.hasTooMany = cells.size() > 1 && (hasColumns || areNumbers);
     for (const std::string_view cell : cells) {
         row.name += (row.name.empty() ? "" : " ") + std::string(cell);
@@ -221,8 +219,8 @@ PastedRow partsOf(std::string_view line) {
     return row;
 }
 
-/// Takes the number for what it is; returns a sentence where that cannot be told.
-std::string interpret(const PastedRow& row, const Value& value, const PastePattern& pattern,
+// Takes the number for what it is; returns a sentence where that cannot be told.
+std::string Interpret(const PastedRow& row, const Value& value, const PastePattern& pattern,
                       Inclusion& inclusion) {
     const std::optional<Unit> unit = value.unit ? value.unit : row.unit;
     const bool byVolume = pattern.by == GivenBy::MolarVolume || pattern.by == GivenBy::Density;
@@ -240,36 +238,34 @@ std::string interpret(const PastedRow& row, const Value& value, const PastePatte
     return "";
 }
 
-/// The unit that the heads of a table name, if they name one: "Th (°C)", "Th/K".
-std::string_view unitIn(std::string_view heads) {
-    for (std::string_view word : split(heads, "\t;,()[]\" ")) {
-        if (!unitOf(word)) {
+// The unit that the heads of a table name, if they name one: "Th (°C)", "Th/K".
+std::string_view UnitIn(std::string_view heads) {
+    for (std::string_view word : Split(heads, "\t;,()[]\" ")) {
+        if (!UnitOf(word)) {
             word.remove_prefix(std::min(word.find('/'), word.size() - 1) + 1);
         }
-        if (unitOf(word)) {
-            return word;
-        }
+        if (UnitOf(word)) return word;
     }
     return {};
 }
 
-Inclusion inclusionOf(std::string_view line, const PastePattern& pattern,
+Inclusion InclusionOf(std::string_view line, const PastePattern& pattern,
                       std::string_view usualUnit) {
-    PastedRow row = partsOf(line);
+    PastedRow row = PartsOf(line);
     if (!row.unit) {
-        row.unit = unitOf(usualUnit);
+        row.unit = UnitOf(usualUnit);
     }
     Inclusion inclusion;
-    const auto value = valueOf(row.value);
+    const auto value = ValueOf(row.value);
     const std::string cell = "\u201C" + std::string(row.value) + "\u201D";
     if (!value) {
-        inclusion.problem = hasDecimalComma(row.value)
+        inclusion.problem = HasDecimalComma(row.value)
                                 ? "put a decimal point instead of the comma in " + cell
                                 : noNumber + cell;
     } else if (row.hasTooMany) {
         inclusion.problem = "more columns than a name, a number and L or V";
     } else {
-        inclusion.problem = interpret(row, *value, pattern, inclusion);
+        inclusion.problem = Interpret(row, *value, pattern, inclusion);
     }
     inclusion.name = inclusion.problem.empty() ? row.name : std::string(line);
     std::replace(inclusion.name.begin(), inclusion.name.end(), '\t', ' ');
@@ -285,13 +281,13 @@ InclusionState StateOf(const fluid::Mixture& mixture, const Inclusion& inclusion
         return state;
     }
     if (inclusion.isByTemperature()) {
-        findPoints(mixture, inclusion, state);
+        FindPoints(mixture, inclusion, state);
         state.V = state.point ? state.point->V : 0.0;
     } else {
         state.V = inclusion.by == GivenBy::Density
                       ? fluid::MolarVolumeFromDensity(mixture, inclusion.number)
                       : inclusion.number;
-        findBoundary(mixture, state);
+        FindBoundary(mixture, state);
     }
     if (state.V > 0.0) {
         state.density = inclusion.by == GivenBy::Density
@@ -333,13 +329,13 @@ Trapped TrappedAt(const fluid::Mixture& mixture, const InclusionState& state,
 PastedInclusions ReadPasted(std::string_view text, const PastePattern& pattern) {
     PastedInclusions pasted;
     bool isFirst = true;
-    for (const std::string_view line : split(text, "\n\r")) {
-        Inclusion inclusion = inclusionOf(line, pattern, pasted.unit);
+    for (const std::string_view line : Split(text, "\n\r")) {
+        Inclusion inclusion = InclusionOf(line, pattern, pasted.unit);
         const bool isHeads = isFirst && inclusion.problem.starts_with(noNumber);
         isFirst = false;
         if (isHeads) {
             pasted.heads = line;
-            pasted.unit = unitIn(line);
+            pasted.unit = UnitIn(line);
             continue;
         }
         pasted.problems += inclusion.problem.empty() ? 0 : 1;

@@ -14,20 +14,16 @@ namespace {
 
 constexpr int decimals = 6;
 
-/// "Th" or the quantity that is given, as its column shows it.
-const char* givenText(const Inclusion& inclusion) {
-    if (!inclusion.problem.empty()) {
-        return "";
-    }
+// "Th" or the quantity that is given, as its column shows it.
+const char* GivenText(const Inclusion& inclusion) {
+    if (!inclusion.problem.empty()) return "";
     return inclusion.isByTemperature()        ? "Th"
            : inclusion.by == GivenBy::Density ? "density"
                                               : "molar volume";
 }
 
-const char* intoText(const HomogenizationPoint& point) {
-    if (point.isCritical) {
-        return "critical";
-    }
+const char* IntoText(const HomogenizationPoint& point) {
+    if (point.isCritical) return "critical";
     return point.into == fluid::Homogenisation::IntoLiquid ? "liquid" : "vapour";
 }
 
@@ -137,9 +133,7 @@ void InclusionList::remove(const Rows& rows) {
 InclusionList::Rows InclusionList::move(const Rows& rows, bool towardsEnd) {
     const bool isAtEnd =
         rows.empty() || (towardsEnd ? rows.back() + 1 == count() : rows.front() == 0);
-    if (isAtEnd) {
-        return rows;
-    }
+    if (isAtEnd) return rows;
     Rows moved = rows;
     if (towardsEnd) {
         std::for_each(rows.rbegin(), rows.rend(),
@@ -183,13 +177,13 @@ Trapped InclusionList::trapped(std::size_t row) const {
 SeriesTable::Row InclusionList::row(std::size_t number, const TemperatureScale& scale,
                                     Digits digits) const {
     const auto& [inclusion, state, kept] = entries_[number];
-    const auto text = [digits](double value) { return cellText(value, decimals, digits); };
+    const auto text = [digits](double value) { return CellText(value, decimals, digits); };
     Row cells(heads(scale).size());
     cells[0] = inclusion.name;
-    cells[1] = givenText(inclusion);
+    cells[1] = GivenText(inclusion);
     if (state.point) {
         cells[2] = text(state.point->T.in(scale));
-        cells[3] = intoText(*state.point);
+        cells[3] = IntoText(*state.point);
         cells[4] = text(state.point->P);
     } else if (inclusion.problem.empty() && inclusion.isByTemperature()) {
         cells[2] = text(inclusion.temperature().in(scale));

@@ -17,18 +17,18 @@ constexpr double radiusX = 0.56;
 constexpr double radiusY = 0.42;
 constexpr double lineWidth = 0.035;
 
-void paintInclusion(const toolkit::Painter& painter, double x, const Colour& filling) {
+void PaintInclusion(const toolkit::Painter& painter, double x, const Colour& filling) {
     painter.fillEllipse(x, middleY, radiusX, radiusY, filling);
     painter.strokeEllipse(x, middleY, radiusX, radiusY, lineWidth, outline);
 }
 
-void paintBubble(const toolkit::Painter& painter, double share) {
+void PaintBubble(const toolkit::Painter& painter, double share) {
     painter.fillEllipse(leftX, middleY, share * radiusX, share * radiusY, vapour);
     painter.strokeEllipse(leftX, middleY, share * radiusX, share * radiusY, 0.7 * lineWidth,
                           outline);
 }
 
-void paintArrow(const toolkit::Painter& painter) {
+void PaintArrow(const toolkit::Painter& painter) {
     constexpr double gap = 0.12;
     painter.arrow(leftX + radiusX + gap, middleY, rightX - radiusX - gap, middleY, lineWidth,
                   painter.ink());
@@ -36,18 +36,18 @@ void paintArrow(const toolkit::Painter& painter) {
 
 }  // namespace
 
-void paintHomogenisationIntoLiquid(const toolkit::Painter& painter) {
-    paintInclusion(painter, leftX, liquid);
-    paintBubble(painter, 0.35);
-    paintArrow(painter);
-    paintInclusion(painter, rightX, liquid);
+void PaintHomogenisationIntoLiquid(const toolkit::Painter& painter) {
+    PaintInclusion(painter, leftX, liquid);
+    PaintBubble(painter, 0.35);
+    PaintArrow(painter);
+    PaintInclusion(painter, rightX, liquid);
 }
 
-void paintHomogenisationIntoVapour(const toolkit::Painter& painter) {
-    paintInclusion(painter, leftX, liquid);
-    paintBubble(painter, 0.82);
-    paintArrow(painter);
-    paintInclusion(painter, rightX, vapour);
+void PaintHomogenisationIntoVapour(const toolkit::Painter& painter) {
+    PaintInclusion(painter, leftX, liquid);
+    PaintBubble(painter, 0.82);
+    PaintArrow(painter);
+    PaintInclusion(painter, rightX, vapour);
 }
 
 }  // namespace procedures

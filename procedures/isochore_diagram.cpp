@@ -21,18 +21,16 @@ namespace {
 using fluid::StatePoint;
 using toolkit::PlotSeries;
 
-/// The smallest of 1, 2 and 5 times a power of ten that is not below `width`.
-double roundStep(double width) {
+// The smallest of 1, 2 and 5 times a power of ten that is not below `width`.
+double RoundStep(double width) {
     const double power = std::pow(10.0, std::floor(std::log10(width)));
     for (const double times : {1.0, 2.0, 5.0}) {
-        if (times * power >= width) {
-            return times * power;
-        }
+        if (times * power >= width) return times * power;
     }
     return 10.0 * power;
 }
 
-double hottestStable(const fluid::CriticalPoints& points) {
+double HottestStable(const fluid::CriticalPoints& points) {
     double hottest = 0.0;
     for (const fluid::CriticalPoint& point : points) {
         if (point.isLocallyStable && point.P > 0.0) {
@@ -42,21 +40,21 @@ double hottestStable(const fluid::CriticalPoints& points) {
     return hottest;
 }
 
-double inUnit(double kelvin, const TemperatureScale& scale) {
+double InUnit(double kelvin, const TemperatureScale& scale) {
     return WrittenTemperature::calculated(kelvin).in(scale);
 }
 
-InclusionLine::State stateOf(const fluid::PhaseSplit& split) {
+InclusionLine::State StateOf(const fluid::PhaseSplit& split) {
     return split.metastable ? InclusionLine::State::TwoOfThree : InclusionLine::State::TwoPhases;
 }
 
-const char* stateText(InclusionLine::State state) {
+const char* StateText(InclusionLine::State state) {
     constexpr std::array<const char*, 3> texts = {"one phase", "two phases", "two of three phases"};
     return texts[static_cast<std::size_t>(state)];
 }
 
-/// The pressures of a curve at its points and wherever it was asked for between them: a plot asks
-/// for the same places again and again.
+// The pressures of a curve at its points and wherever it was asked for between them: a plot asks
+// for the same places again and again.
 class PathPressures {
   public:
     PathPressures(const fluid::Mixture& mixture, double V) : mixture_(mixture), V_(V) {}
@@ -80,7 +78,7 @@ class PathPressures {
     std::map<double, std::optional<double>> known_;
 };
 
-/// The pressure of two phases from their end at the homogenization down to `lowestT`.
+// The pressure of two phases from their end at the homogenization down to `lowestT`.
 class Path {
   public:
     Path(const fluid::Mixture& mixture, const StatePoint& end, InclusionLine& line)
@@ -93,9 +91,9 @@ class Path {
         StatePoint point;
         InclusionLine::State state = InclusionLine::State::TwoPhases;
     };
-    /// Nothing where it is one phase, but for rounding.
+    // Nothing where it is one phase, but for rounding.
     std::optional<Place> at(double T);
-    /// Goes on to a place of another kind by way of where the kind changes.
+    // Goes on to a place of another kind by way of where the kind changes.
     void change(Place next);
     void add(const Place& place);
 
@@ -110,7 +108,7 @@ std::optional<Path::Place> Path::at(double T) {
         line_.isColdEndReached = true;
     }
     return split && split->found
-               ? std::optional(Place{{T, split->phases.P, last_.V}, stateOf(*split)})
+               ? std::optional(Place{{T, split->phases.P, last_.V}, StateOf(*split)})
                : std::nullopt;
 }
 
@@ -127,9 +125,7 @@ void Path::change(Place next) {
     const InclusionLine::State state = line_.pieces.back().state;
     for (int i = 0; i < halvings; ++i) {
         const auto middle = at(0.5 * (last_.T + next.point.T));
-        if (!middle) {
-            break;
-        }
+        if (!middle) break;
         middle->state == state ? add(*middle) : void(next = *middle);
     }
     add(next);
@@ -141,9 +137,7 @@ void Path::follow(double lowestT, std::size_t steps) {
     for (std::size_t i = 1; i <= steps && !line_.isColdEndReached; ++i) {
         const double share = static_cast<double>(i) / static_cast<double>(steps);
         const auto place = at(std::lerp(highestT, lowestT, share));
-        if (!place) {
-            continue;
-        }
+        if (!place) continue;
         if (line_.pieces.back().state != place->state) {
             change(*place);
         }
@@ -163,10 +157,10 @@ void Path::follow(double lowestT, std::size_t steps) {
 
 }  // namespace
 
-TemperatureRange proposedTemperatures(const fluid::Mixture& mixture,
+TemperatureRange ProposedTemperatures(const fluid::Mixture& mixture,
                                       const std::vector<InclusionState>& inclusions,
                                       const TemperatureScale& scale, double hottestTrapping) {
-    double hottest = hottestStable(fluid::FindCriticalPoints(mixture));
+    double hottest = HottestStable(fluid::FindCriticalPoints(mixture));
     double coldest = std::numeric_limits<double>::infinity();
     for (const InclusionState& inclusion : inclusions) {
         if (inclusion.point) {
@@ -182,9 +176,9 @@ TemperatureRange proposedTemperatures(const fluid::Mixture& mixture,
     constexpr double above = 1.5;
     constexpr double edge = 1.05;
     constexpr double steps = 50.0;
-    const double first = inUnit(std::max(below * coldest, fluid::ColdestT(mixture)), scale);
-    const double last = inUnit(std::max(above * hottest, edge * hottestTrapping), scale);
-    const double step = roundStep((last - first) / steps);
+    const double first = InUnit(std::max(below * coldest, fluid::ColdestT(mixture)), scale);
+    const double last = InUnit(std::max(above * hottest, edge * hottestTrapping), scale);
+    const double step = RoundStep((last - first) / steps);
     const double start = std::max(step * std::ceil(first / step), step - zeroCelsius);
     return {*ValueRange::of(start, step * std::ceil(last / step), step), scale};
 }
@@ -244,7 +238,7 @@ std::string LineSentences(const fluid::Mixture& mixture, const std::vector<Inclu
     }
     if (endsCold || lowestT < fluid::ColdestT(mixture)) {
         sentences.push_back(
-            "Below " + sentenceText(inUnit(fluid::ColdestT(mixture), scale)) + " " + scale.name +
+            "Below " + SentenceText(InUnit(fluid::ColdestT(mixture), scale)) + " " + scale.name +
             " nothing is searched: bubble points, dew points and two phases end there.");
     }
     std::string text;
@@ -261,7 +255,7 @@ std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double hig
     shown.extendTo(highestP);
     shown.lowest = 0.0;
     const auto x = [scale = style.scale](const StatePoint& point) {
-        return inUnit(point.T, scale);
+        return InUnit(point.T, scale);
     };
     using Pieces = std::vector<std::vector<StatePoint>>;
     Pieces bubble;
@@ -275,14 +269,14 @@ std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double hig
             const auto point = fluid::FindBoundary(mixture, V);
             return point ? std::optional(StatePoint{point->T, point->P, V}) : std::nullopt;
         };
-        return throughStates(PlotSeries(name, PlotSeries::Style::line, colour), pieces, shown, x,
+        return ThroughStates(PlotSeries(name, PlotSeries::Style::Line, colour), pieces, shown, x,
                              stateAt);
     };
-    PlotSeries points("critical point", PlotSeries::Style::markers, 3);
+    PlotSeries points("critical point", PlotSeries::Style::Markers, 3);
     for (const fluid::CriticalPoint& point : critical) {
         const bool isStable = fluid::CriticalStability(mixture, point) == fluid::Stability::Stable;
         if (isStable && shown.include(point.P)) {
-            points.add(inUnit(point.T, style.scale), point.P);
+            points.add(InUnit(point.T, style.scale), point.P);
         }
     }
     std::vector<PlotSeries> series = {through("bubble points", 0, bubble),
@@ -294,8 +288,8 @@ std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double hig
             return std::optional(
                 StatePoint{T, fluid::PressureVdW(mixture.attraction, mixture.covolume, T, V), V});
         };
-        series.push_back(throughStates(
-            PlotSeries("spinodal", PlotSeries::Style::dotted, 2),
+        series.push_back(ThroughStates(
+            PlotSeries("spinodal", PlotSeries::Style::Dotted, 2),
             fluid::TraceSpinodal(mixture, fluid::SpinodalKind::Diffusional, style.lowestT,
                                  std::numeric_limits<double>::infinity()),
             shown, x, stateAt));
@@ -307,22 +301,22 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
                                    const TemperatureScale& scale, const std::string& legend,
                                    std::size_t colour) {
     using Style = PlotSeries::Style;
-    constexpr std::array<Style, 3> styles = {Style::line, Style::dashed, Style::dotted};
+    constexpr std::array<Style, 3> styles = {Style::Line, Style::Dashed, Style::Dotted};
     constexpr std::size_t mostLabels = 8;
     constexpr std::size_t mostMarks = 100;
     std::vector<PlotSeries> series;
     std::vector<PlotSeries> marks;
     for (const InclusionLine& line : lines) {
-        PlotSeries curve(line.name.empty() ? "isochore" : "isochore " + line.name, Style::line,
+        PlotSeries curve(line.name.empty() ? "isochore" : "isochore " + line.name, Style::Line,
                          colour);
         curve.legend = legend;
         curve.label = lines.size() <= mostLabels ? line.name : "";
         for (const InclusionLine::Piece& piece : line.pieces) {
             // Further pieces begin where the one before them ends.
             const bool isFirst = curve.size() == 0;
-            curve.change(stateText(piece.state), styles[static_cast<std::size_t>(piece.state)]);
+            curve.change(StateText(piece.state), styles[static_cast<std::size_t>(piece.state)]);
             for (std::size_t i = isFirst ? 0 : 1; i < piece.points.size(); ++i) {
-                curve.add(inUnit(piece.points[i].T, scale), piece.points[i].P);
+                curve.add(InUnit(piece.points[i].T, scale), piece.points[i].P);
             }
         }
         if (line.pathPressure) {
@@ -338,9 +332,9 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
         series.push_back(std::move(curve));
         if (line.homogenization && lines.size() <= mostMarks) {
             PlotSeries mark("homogenization" + (line.name.empty() ? "" : " of " + line.name),
-                            Style::markers, colour);
+                            Style::Markers, colour);
             mark.legend = "homogenization";
-            mark.add(inUnit(line.homogenization->T, scale), line.homogenization->P);
+            mark.add(InUnit(line.homogenization->T, scale), line.homogenization->P);
             marks.push_back(std::move(mark));
         }
     }

@@ -13,10 +13,8 @@ namespace {
 
 constexpr int fractionDecimals = 8;  // as those of the phases elsewhere
 
-const char* splitName(const fluid::PhaseSplit& split) {
-    if (!split.found) {
-        return "two phases, not found";
-    }
+const char* SplitName(const fluid::PhaseSplit& split) {
+    if (!split.found) return "two phases, not found";
     return split.metastable ? "two of three phases" : "two phases";
 }
 
@@ -32,7 +30,7 @@ std::string IsochoreInput::refusal(const fluid::Mixture& mixture) const {
     const double b = mixture.covolume;
     if (!(V > b)) {
         return "warning: the molar volume must be larger than the co-volume of this fluid, " +
-               sentenceText(b) + " " + volumeUnit;
+               SentenceText(b) + " " + volumeUnit;
     }
     const std::string refused = temperatures->refusal();
     const double a = mixture.attraction;
@@ -60,35 +58,33 @@ double IsochoreTable::pressure(double T) const {
 SeriesTable::Row IsochoreTable::row(std::size_t number, const TemperatureScale& scale,
                                     Digits digits) const {
     const WrittenTemperature T = temperatures_.at(number);
-    Row cells = {cellText(T.in(scale), temperatures_.decimals(scale), digits),
-                 cellText(pressure(T.kelvin), pressureDecimals, digits), "", "", ""};
+    Row cells = {CellText(T.in(scale), temperatures_.decimals(scale), digits),
+                 CellText(pressure(T.kelvin), pressureDecimals, digits), "", "", ""};
     if (!boundary_ && T.kelvin < fluid::ColdestT(mixture_)) {
         cells.back() = "not examined";
     }
-    if (!splitsAt(T.kelvin)) {
-        return cells;
-    }
+    if (!splitsAt(T.kelvin)) return cells;
     const auto split = fluid::SplitAtVolume(mixture_, T.kelvin, V_);
     if (!split) {  // one phase, but for rounding
         return cells;
     }
-    cells.back() = splitName(*split);
+    cells.back() = SplitName(*split);
     if (split->found) {
-        cells[2] = cellText(split->phases.P, pressureDecimals, digits);
-        cells[3] = cellText(split->volumeFraction, fractionDecimals, digits);
+        cells[2] = CellText(split->phases.P, pressureDecimals, digits);
+        cells[3] = CellText(split->volumeFraction, fractionDecimals, digits);
     }
     return cells;
 }
 
 std::string IsochoreTable::fileHeading() const {
-    return "Molar Volume = " + toolkit::numberText(V_) + " cm3/mol\nDensity = " +
-           toolkit::numberText(fluid::MolarVolumeFromDensity(mixture_, V_)) +
+    return "Molar Volume = " + toolkit::NumberText(V_) + " cm3/mol\nDensity = " +
+           toolkit::NumberText(fluid::MolarVolumeFromDensity(mixture_, V_)) +
            " g/cm3\nTemperature, Pressure\n(Celsius), (MPa)\n";
 }
 
 std::string IsochoreTable::homogenizationSentence(const TemperatureScale& scale) const {
     const auto inUnit = [scale](double kelvin) {
-        return sentenceText(WrittenTemperature::calculated(kelvin).in(scale)) + " " + scale.name;
+        return SentenceText(WrittenTemperature::calculated(kelvin).in(scale)) + " " + scale.name;
     };
     if (!boundary_) {
         return "The fluid of this density is homogeneous at every temperature above " +
@@ -96,7 +92,7 @@ std::string IsochoreTable::homogenizationSentence(const TemperatureScale& scale)
     }
     const bool intoLiquid = boundary_->kind() == fluid::Homogenisation::IntoLiquid;
     std::string sentence =
-        "Homogenization at " + inUnit(boundary_->T) + " and " + sentenceText(boundary_->P) + " MPa";
+        "Homogenization at " + inUnit(boundary_->T) + " and " + SentenceText(boundary_->P) + " MPa";
     sentence += boundary_->isCritical() ? ", at the critical point"
                 : boundary_->twoLiquids ? ", where two liquids become one"
                 : intoLiquid            ? ", into the liquid"

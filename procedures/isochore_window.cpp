@@ -21,31 +21,31 @@ const TemperatureScale longestScale = {"˚Celsius", zeroCelsius};
 constexpr int visibleRows = 4;
 constexpr std::size_t mostPaths = 60;
 
-/// The composition: "CO2 0.7, CH4 0.3".
-std::string compositionText(const fluid::Mixture& mixture) {
+// The composition: "CO2 0.7, CH4 0.3".
+std::string CompositionText(const fluid::Mixture& mixture) {
     std::string text;
     for (std::size_t k = 0; k < mixture.count; ++k) {
         text += (k == 0 ? "" : ", ") + std::string(mixture.formula(k)) + " " +
-                toolkit::numberText(mixture.fractions[k]);
+                toolkit::NumberText(mixture.fractions[k]);
     }
     return text;
 }
 
-std::string pointsSentence(const InclusionState& state) {
+std::string PointsSentence(const InclusionState& state) {
     std::string sentence = "warning: " + std::to_string(state.points.size()) +
                            " points of homogenization; choose by “next point”:";
     for (const HomogenizationPoint& point : state.points) {
         sentence +=
-            "\n" + sentenceText(point.P) + " MPa and " + sentenceText(point.V) + " " + volumeUnit;
+            "\n" + SentenceText(point.P) + " MPa and " + SentenceText(point.V) + " " + volumeUnit;
     }
     return sentence;
 }
 
-/// ". Trapping at 500 Kelvin and 80 MPa", or why there is none; empty where none was asked for.
-std::string trappingText(const Trapped& trapped, const TemperatureScale& scale) {
+// ". Trapping at 500 Kelvin and 80 MPa", or why there is none; empty where none was asked for.
+std::string TrappingText(const Trapped& trapped, const TemperatureScale& scale) {
     if (trapped.point) {
-        return ". Trapping at " + sentenceText(trapped.point->T.in(scale)) + " " + scale.name +
-               " and " + sentenceText(trapped.point->P) + " MPa";
+        return ". Trapping at " + SentenceText(trapped.point->T.in(scale)) + " " + scale.name +
+               " and " + SentenceText(trapped.point->P) + " MPa";
     }
     return trapped.remark.empty() ? "" : ". No trapping: " + trapped.remark;
 }
@@ -134,39 +134,39 @@ toolkit::Block IsochoreWindow::inputBlock() {
         {Name, Block(dataEntryName).expanding()}};
     const std::vector<std::vector<Block>> temperatures = range.rows();
     entries.insert(entries.end(), temperatures.begin(), temperatures.end());
-    const Block units = toolkit::column({volume.unit.block(), temperature.block()});
-    return toolkit::column({toolkit::row({toolkit::grid(entries).expanding(), units}),
-                            volume.DensityResult, toolkit::row({LiquidMode, VapourMode})});
+    const Block units = toolkit::Column({volume.unit.block(), temperature.block()});
+    return toolkit::Column({toolkit::Row({toolkit::Grid(entries).expanding(), units}),
+                            volume.DensityResult, toolkit::Row({LiquidMode, VapourMode})});
 }
 
 toolkit::Block IsochoreWindow::pageBlock() {
     using toolkit::Block;
     const Block trapping =
-        toolkit::grid({{TrappingT, Block(dataEntryTt).expanding(), StaticText3},
+        toolkit::Grid({{TrappingT, Block(dataEntryTt).expanding(), StaticText3},
                        {TrappingP, Block(dataEntryPt).expanding(), StaticText4, SetTrapping}});
     const Block buttons =
-        toolkit::grid({{Paste, Rename, Remove, Keep}, {Up, Down, list.Export, ExportIsochores}});
+        toolkit::Grid({{Paste, Rename, Remove, Keep}, {Up, Down, list.Export, ExportIsochores}});
     return Pages.of(
         {table.ListBox1.scrolling(visibleRows),
-         toolkit::column({trapping, list.ListBox1.scrolling(visibleRows).expanding(), buttons})});
+         toolkit::Column({trapping, list.ListBox1.scrolling(visibleRows).expanding(), buttons})});
 }
 
 void IsochoreWindow::layOut() {
     using toolkit::Block;
-    const Block left = toolkit::column(
-        {inputBlock(), toolkit::buttonRow({Clear, NextPoint, Add, table.Export, calculate}),
+    const Block left = toolkit::Column(
+        {inputBlock(), toolkit::ButtonRow({Clear, NextPoint, Add, table.Export, calculate}),
          warning, Homogenisation});
-    const Block plot = toolkit::column({plotPanel.block().expanding(), DiagramNote,
-                                        toolkit::row({WithoutSpinodal, WithSpinodal})});
+    const Block plot = toolkit::Column({plotPanel.block().expanding(), DiagramNote,
+                                        toolkit::Row({WithoutSpinodal, WithSpinodal})});
     const Block tables =
-        toolkit::column({toolkit::row({ShowTable, ShowList}), pageBlock().expanding()});
-    setContent(toolkit::columns({"inclusion", left}, {{"plot", plot}, {"tables", tables}}));
+        toolkit::Column({toolkit::Row({ShowTable, ShowList}), pageBlock().expanding()});
+    setContent(toolkit::Columns({"inclusion", left}, {{"plot", plot}, {"tables", tables}}));
 }
 
 void IsochoreWindow::Event_Activate() {
     showUnits();
     if (!(fluid_.mixture == fluid::AcceptedMixture())) {
-        fluid_ = {fluid::AcceptedMixture(), compositionText(fluid::AcceptedMixture())};
+        fluid_ = {fluid::AcceptedMixture(), CompositionText(fluid::AcceptedMixture())};
         inclusions_->forgetResults();
         typedPoint_.reset();
         emptyResults();
@@ -273,7 +273,7 @@ std::optional<Inclusion> IsochoreWindow::readInclusion() {
         }
         return inclusion;
     }
-    const auto number = toolkit::parseNumber(dataEntryTh.text());
+    const auto number = toolkit::ParseNumber(dataEntryTh.text());
     if (!number || !(temperature.toKelvin(*number) > 0.0)) {
         warning.setText("warning: put a homogenization temperature above absolute zero");
         return std::nullopt;
@@ -290,15 +290,15 @@ std::optional<Inclusion> IsochoreWindow::readInclusion() {
 std::optional<TemperatureRange> IsochoreWindow::readRange(
     const std::vector<InclusionState>& inclusions, double hottestTrapping) const {
     const TemperatureRange proposed =
-        proposedTemperatures(fluid_.mixture, inclusions, temperature.scale(), hottestTrapping);
+        ProposedTemperatures(fluid_.mixture, inclusions, temperature.scale(), hottestTrapping);
     const auto values = range.read(proposed.values);
     return values ? std::optional(TemperatureRange{*values, temperature.scale()}) : std::nullopt;
 }
 
 std::optional<Trapping> IsochoreWindow::readTrapping() {
     Trapping trapping;
-    const auto T = toolkit::parseNumber(dataEntryTt.text());
-    const auto P = toolkit::parseNumber(dataEntryPt.text());
+    const auto T = toolkit::ParseNumber(dataEntryTt.text());
+    const auto P = toolkit::ParseNumber(dataEntryPt.text());
     if (T && temperature.toKelvin(*T) > 0.0) {
         trapping.T = WrittenTemperature::typed(*T, temperature.scale());
     } else if (!T && P && *P > 0.0) {
@@ -322,9 +322,7 @@ bool IsochoreWindow::takeTrapping() {
 void IsochoreWindow::SetTrapping_Action() {
     const InclusionList::Rows rows = list.ListBox1.selected();
     const std::optional<Trapping> trapping = readTrapping();
-    if (!trapping) {
-        return;
-    }
+    if (!trapping) return;
     if (rows.empty()) {
         warning.setText("warning: select the inclusions in the list that it is for");
         return;
@@ -342,17 +340,13 @@ void IsochoreWindow::calculate_Action() {
     emptyResults();
     const bool isListOnly =
         volume.dataEntryV.text().empty() && dataEntryTh.text().empty() && inclusions_->count() > 0;
-    if (!takeTrapping()) {
-        return;
-    }
+    if (!takeTrapping()) return;
     if (isListOnly) {
         calculateList();
         return;
     }
     const std::optional<Inclusion> inclusion = readInclusion();
-    if (!inclusion) {
-        return;
-    }
+    if (!inclusion) return;
     typed_ = StateOf(fluid_.mixture, *inclusion);
     if (inclusions_->count() > 0) {
         inclusions_->calculate(fluid_);
@@ -380,7 +374,7 @@ void IsochoreWindow::NextPoint_Action() {
 void IsochoreWindow::showIsochore(const InclusionState& state) {
     if (!(state.V > 0.0)) {
         const bool areSeveral = state.points.size() > 1;
-        warning.setText(areSeveral ? pointsSentence(state) : "warning: " + state.remark);
+        warning.setText(areSeveral ? PointsSentence(state) : "warning: " + state.remark);
         showDiagram();
         return;
     }
@@ -394,7 +388,7 @@ void IsochoreWindow::showIsochore(const InclusionState& state) {
     const auto isochore = std::make_shared<const IsochoreTable>(fluid_.mixture, input);
     const std::string tail = state.points.size() > 1 ? " (" + state.remark + ")" : "";
     Homogenisation.setText(isochore->homogenizationSentence(temperature.scale()) + tail +
-                           trappingText(TrappedAt(fluid_.mixture, state, inclusions_->trapping()),
+                           TrappingText(TrappedAt(fluid_.mixture, state, inclusions_->trapping()),
                                         temperature.scale()));
     table.show(isochore, temperature.scale());
     showDiagram();
@@ -417,9 +411,7 @@ void IsochoreWindow::showList(const InclusionList::Rows& selected) {
 
 void IsochoreWindow::Add_Action() {
     const std::optional<Inclusion> inclusion = readInclusion();
-    if (!inclusion || !takeTrapping()) {
-        return;
-    }
+    if (!inclusion || !takeTrapping()) return;
     inclusions_->calculate(fluid_);
     inclusions_->add({*inclusion});
     typed_.reset();
@@ -431,7 +423,7 @@ void IsochoreWindow::Add_Action() {
 }
 
 void IsochoreWindow::Paste_Action() {
-    list.ListBox1.perform(toolkit::EditCommand::paste);
+    list.ListBox1.perform(toolkit::EditCommand::Paste);
 }
 
 void IsochoreWindow::pasted(const std::string& text) {
@@ -518,7 +510,7 @@ void IsochoreWindow::showSelected() {
             Homogenisation.setText(
                 inclusions_->inclusion(rows.front()).name + ": " +
                 isochore->homogenizationSentence(temperature.scale()) +
-                trappingText(inclusions_->trapped(rows.front()), temperature.scale()));
+                TrappingText(inclusions_->trapped(rows.front()), temperature.scale()));
             table.show(isochore, temperature.scale());
         }
     }
@@ -547,8 +539,8 @@ void IsochoreWindow::ExportIsochores_Action() {
         warning.setText("warning: there is no isochore to export; calculate one first");
         return;
     }
-    saveToFile(*this, warning, "Export isochores", "isochores", {".txt"},
-               [text](const std::string& path) { return toolkit::writeFile(path, text); });
+    SaveToFile(*this, warning, "Export isochores", "isochores", {".txt"},
+               [text](const std::string& path) { return toolkit::WriteFile(path, text); });
 }
 
 void IsochoreWindow::ShowList_Action() {
@@ -611,7 +603,7 @@ void IsochoreWindow::showDiagram() {
         selected += each.isSelected ? 1 : 0;
         if (each.trapping) {
             trapping.emplace_back("trapping" + (each.name.empty() ? "" : " of " + each.name),
-                                  toolkit::PlotSeries::Style::markers, 2);
+                                  toolkit::PlotSeries::Style::Markers, 2);
             trapping.back().legend = "trapping";
             trapping.back().add(each.trapping->T.in(scale), each.trapping->P);
             hottestTrapping = std::max(hottestTrapping, each.trapping->T.kelvin);
@@ -620,7 +612,7 @@ void IsochoreWindow::showDiagram() {
     }
     std::optional<TemperatureRange> temperatures = readRange(states, hottestTrapping);
     if (!temperatures || !temperatures->refusal().empty()) {
-        temperatures = proposedTemperatures(fluid_.mixture, states, scale, hottestTrapping);
+        temperatures = ProposedTemperatures(fluid_.mixture, states, scale, hottestTrapping);
     }
     const double lowestT = temperatures->lowest().kelvin;
     const double highestT = temperatures->highest().kelvin;

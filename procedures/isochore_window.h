@@ -18,9 +18,9 @@
 
 namespace procedures {
 
-/// The isochores of inclusions whose molar volume, density or homogenization temperature is known:
-/// a list of them with where they homogenize and were trapped, the table of one of them, and all in
-/// a P-T diagram.
+// The isochores of inclusions whose molar volume, density or homogenization temperature is known:
+// a list of them with where they homogenize and were trapped, the table of one of them, and all in
+// a P-T diagram.
 class IsochoreWindow : public toolkit::Screen {
   public:
     explicit IsochoreWindow(toolkit::ScreenHost& host);
@@ -57,22 +57,22 @@ class IsochoreWindow : public toolkit::Screen {
     toolkit::Block inputBlock();
     toolkit::Block pageBlock();
     void showUnits();
-    /// Empties what belongs to the inclusion that is typed.
+    // Empties what belongs to the inclusion that is typed.
     void emptyResults();
-    /// The inclusion that is typed; nothing where it is refused, by a sentence.
+    // The inclusion that is typed; nothing where it is refused, by a sentence.
     std::optional<Inclusion> readInclusion();
-    /// The temperatures for these inclusions: as typed, and as proposed where nothing is.
+    // The temperatures for these inclusions: as typed, and as proposed where nothing is.
     std::optional<TemperatureRange> readRange(const std::vector<InclusionState>& inclusions,
                                               double hottestTrapping = 0.0) const;
-    /// The trapping condition that is typed; nothing where it is refused, by a sentence.
+    // The trapping condition that is typed; nothing where it is refused, by a sentence.
     std::optional<Trapping> readTrapping();
-    /// Gives it to all inclusions; returns whether that could be done.
+    // Gives it to all inclusions; returns whether that could be done.
     bool takeTrapping();
-    /// Shows the isochore of the inclusion that is typed, or says why there is none.
+    // Shows the isochore of the inclusion that is typed, or says why there is none.
     void showIsochore(const InclusionState& state);
-    /// Shows the table of the inclusion that is selected in the list, if it is one.
+    // Shows the table of the inclusion that is selected in the list, if it is one.
     void showSelected();
-    /// Shows the list with these rows selected, and the diagram.
+    // Shows the list with these rows selected, and the diagram.
     void showList(const InclusionList::Rows& selected);
     void showDiagram();
     struct Shown;
@@ -81,7 +81,7 @@ class IsochoreWindow : public toolkit::Screen {
 
     Fluid fluid_;  // of what is shown
     std::shared_ptr<InclusionList> inclusions_ = std::make_shared<InclusionList>();
-    /// The inclusion that is typed, once it is calculated, and which of several points it is.
+    // The inclusion that is typed, once it is calculated, and which of several points it is.
     std::optional<InclusionState> typed_;
     std::optional<std::size_t> typedPoint_;
 

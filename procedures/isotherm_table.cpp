@@ -14,7 +14,7 @@ namespace procedures {
 
 namespace {
 
-/// Denser states than that of the table are of interest for their boundaries, up to this V/b.
+// Denser states than that of the table are of interest for their boundaries, up to this V/b.
 constexpr double densest = 1.01;
 
 }  // namespace
@@ -33,8 +33,8 @@ std::string IsothermInput::refusal(const fluid::Mixture& mixture) const {
     const double smallest = smallestV(mixture);
     if (!(smallest > b)) {
         return "warning: molar volumes must be larger than the co-volume of this fluid, " +
-               sentenceText(b) + " " + volumeUnit + ", and densities smaller than " +
-               sentenceText(fluid::MolarVolumeFromDensity(mixture, b)) + " " + densityUnit;
+               SentenceText(b) + " " + volumeUnit + ", and densities smaller than " +
+               SentenceText(fluid::MolarVolumeFromDensity(mixture, b)) + " " + densityUnit;
     }
     const double largest = areDensities ? fluid::MolarVolumeFromDensity(mixture, values->smallest())
                                         : values->largest();
@@ -71,13 +71,13 @@ SeriesTable::Row IsothermTable::heads() {
 SeriesTable::Row IsothermTable::row(std::size_t number, const TemperatureScale& /*scale*/,
                                     Digits digits) const {
     const State& state = states_[number];
-    return {cellText(state.V, areDensities_ ? volumeDecimals : typedDecimals_, digits),
-            cellText(state.density, areDensities_ ? typedDecimals_ : densityDecimals, digits),
-            cellText(state.P, pressureDecimals, digits), stabilityName(state.stability)};
+    return {CellText(state.V, areDensities_ ? volumeDecimals : typedDecimals_, digits),
+            CellText(state.density, areDensities_ ? typedDecimals_ : densityDecimals, digits),
+            CellText(state.P, pressureDecimals, digits), StabilityName(state.stability)};
 }
 
 std::string IsothermTable::fileHeading() const {
-    return "Temperature = " + toolkit::numberText(T_.celsius) +
+    return "Temperature = " + toolkit::NumberText(T_.celsius) +
            " Celsius\nMolar Volume, Density, Pressure\n(cm3/mol), (g/cm3), (MPa)\n";
 }
 
@@ -88,11 +88,11 @@ std::string IsothermTable::boundarySentences() const {
     std::string sentences;
     for (std::size_t i = stability_.boundaries().size(); i-- > 0;) {
         const fluid::BoundaryPoint& point = stability_.boundaries()[i];
-        std::string name = pointName(point);
+        std::string name = PointName(point);
         name.front() = static_cast<char>(std::toupper(name.front()));
         sentences += sentences.empty() ? "" : "\n";
-        sentences += name + " at " + sentenceText(point.V) + " " + volumeUnit + " and " +
-                     sentenceText(point.P);
+        sentences += name + " at " + SentenceText(point.V) + " " + volumeUnit + " and " +
+                     SentenceText(point.P);
         sentences += " MPa";
     }
     return sentences;

@@ -11,20 +11,20 @@
 
 namespace procedures {
 
-/// What an isotherm is calculated from.
+// What an isotherm is calculated from.
 struct IsothermInput {
     std::optional<WrittenTemperature> T;
     std::optional<ValueRange> values;  // of molar volumes in cm3/mol, or of densities in g/cm3
     bool areDensities = false;
 
-    /// Why it cannot be calculated, as a sentence; empty where it can.
+    // Why it cannot be calculated, as a sentence; empty where it can.
     std::string refusal(const fluid::Mixture& mixture) const;
-    /// The smallest molar volume of the range.
+    // The smallest molar volume of the range.
     double smallestV(const fluid::Mixture& mixture) const;
 };
 
-/// The pressures of the mixture over a range of molar volumes or densities, and the stability of
-/// each state.
+// The pressures of the mixture over a range of molar volumes or densities, and the stability of
+// each state.
 class IsothermTable : public SeriesTable {
   public:
     struct State {
@@ -34,7 +34,7 @@ class IsothermTable : public SeriesTable {
         fluid::Stability stability = fluid::Stability::Unknown;
     };
 
-    /// `input` must not be refused.
+    // `input` must not be refused.
     IsothermTable(const fluid::Mixture& mixture, const IsothermInput& input);
 
     static Row heads();
@@ -47,7 +47,7 @@ class IsothermTable : public SeriesTable {
     double T() const { return T_.kelvin; }
     const std::vector<State>& states() const { return states_; }
     const fluid::IsothermStability& stability() const { return stability_; }
-    /// The bubble and dew points at this temperature, inside the range or not.
+    // The bubble and dew points at this temperature, inside the range or not.
     std::string boundarySentences() const;
 
   private:

@@ -29,10 +29,10 @@ using toolkit::PlotSeries;
 
 constexpr int visibleRows = 8;
 
-PlotSeries::Style styleOf(Stability state) {
+PlotSeries::Style StyleOf(Stability state) {
     constexpr std::array<PlotSeries::Style, 4> styles = {
-        PlotSeries::Style::line, PlotSeries::Style::dashed, PlotSeries::Style::dotted,
-        PlotSeries::Style::dashDotted};
+        PlotSeries::Style::Line, PlotSeries::Style::Dashed, PlotSeries::Style::Dotted,
+        PlotSeries::Style::DashDotted};
     return styles[static_cast<std::size_t>(state)];
 }
 
@@ -66,12 +66,12 @@ void IsothermWindow::layOut() {
     std::vector<std::vector<Block>> entries = range.rows();
     entries.insert(entries.begin(), {Temperature, Block(dataEntryT).expanding(), StaticText3});
     const Block inputs =
-        toolkit::row({toolkit::grid(entries).expanding(),
-                      toolkit::column({volumeUnitChoice.block(), temperature.block()})});
+        toolkit::Row({toolkit::Grid(entries).expanding(),
+                      toolkit::Column({volumeUnitChoice.block(), temperature.block()})});
     const Block left =
-        toolkit::column({inputs, toolkit::buttonRow({Clear, table.Export, calculate}), warning,
+        toolkit::Column({inputs, toolkit::ButtonRow({Clear, table.Export, calculate}), warning,
                          table.ListBox1.scrolling(visibleRows).expanding(), Boundaries});
-    setContent(toolkit::columns({"table", left}, {{"plot", plotPanel.block()}}));
+    setContent(toolkit::Columns({"table", left}, {{"plot", plotPanel.block()}}));
 }
 
 void IsothermWindow::Event_Activate() {
@@ -117,7 +117,7 @@ void IsothermWindow::temperatureUnitChosen() {
 
 std::optional<IsothermInput> IsothermWindow::read() {
     IsothermInput input;
-    if (const auto number = toolkit::parseNumber(dataEntryT.text())) {
+    if (const auto number = toolkit::ParseNumber(dataEntryT.text())) {
         input.T = WrittenTemperature::typed(*number, temperature.scale());
     }
     input.values = range.read();
@@ -151,7 +151,7 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
     }
     const auto [smallest, largest] = std::minmax({volumes.front(), volumes.back()});
     std::map<std::string, PlotSeries> points;
-    PlotSeries spinodal("spinodal", PlotSeries::Style::markers, 2);
+    PlotSeries spinodal("spinodal", PlotSeries::Style::Markers, 2);
     std::vector<double> marked;  // pressures
     const auto mark = [&, low = smallest, high = largest](PlotSeries& series, double V, double P) {
         if (V >= low && V <= high) {
@@ -161,11 +161,11 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
         }
     };
     for (const fluid::BoundaryPoint& point : stability.boundaries()) {
-        const std::string name = pointName(point);
+        const std::string name = PointName(point);
         const std::size_t colour = point.twoLiquids                                    ? 3
                                    : point.kind() == fluid::Homogenisation::IntoLiquid ? 4
                                                                                        : 5;
-        mark(points.try_emplace(name, name, PlotSeries::Style::markers, colour).first->second,
+        mark(points.try_emplace(name, name, PlotSeries::Style::Markers, colour).first->second,
              point.V, point.P);
     }
     for (const double V :
@@ -173,16 +173,14 @@ void IsothermWindow::plot(const IsothermTable& isotherm) {
         mark(spinodal, V, fluid::PressureVdW(a, b, T, V));
     }
     std::sort(volumes.begin(), volumes.end());
-    const std::string given = toolkit::numberText(dataEntryT.number());
+    const std::string given = toolkit::NumberText(dataEntryT.number());
     PlotSeries curve("isotherm " + given + " " + temperature.scale().symbol());
     std::optional<Stability> before;
     for (const double V : volumes) {
-        if (!curve.x.empty() && !(V > curve.x.back())) {
-            continue;
-        }
+        if (!curve.x.empty() && !(V > curve.x.back())) continue;
         const Stability state = stability.at(curve.x.empty() ? V : 0.5 * (curve.x.back() + V));
         if (state != before) {
-            curve.change(stabilityName(state), styleOf(state));
+            curve.change(StabilityName(state), StyleOf(state));
         }
         before = state;
         curve.add(V, fluid::PressureVdW(a, b, T, V));

@@ -13,8 +13,8 @@
 
 namespace procedures {
 
-/// The pressures of the mixture over a range of molar volumes or densities at one temperature, and
-/// the stability of each state.
+// The pressures of the mixture over a range of molar volumes or densities at one temperature, and
+// the stability of each state.
 class IsothermWindow : public toolkit::Screen {
   public:
     explicit IsothermWindow(toolkit::ScreenHost& host);
@@ -30,7 +30,7 @@ class IsothermWindow : public toolkit::Screen {
     void showUnits();
     void volumeUnitChosen();
     void temperatureUnitChosen();
-    /// What was typed; nothing where it is refused, by a sentence.
+    // What was typed; nothing where it is refused, by a sentence.
     std::optional<IsothermInput> read();
     void show(const std::shared_ptr<const IsothermTable>& isotherm);
     void plot(const IsothermTable& isotherm);

@@ -34,27 +34,27 @@ void LiquidVapourEq::connectHandlers() {
 
 toolkit::Block LiquidVapourEq::inputBlock() {
     using toolkit::Block;
-    const Block entries = toolkit::grid(
+    const Block entries = toolkit::Grid(
         {{temperature.Temperature, Block(temperature.dataEntryT).expanding(),
           temperature.unitLabel},
          {volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel}});
-    return toolkit::column({entries, volume.DensityResult,
-                            toolkit::row({temperature.unit.block(), volume.unit.block()})});
+    return toolkit::Column({entries, volume.DensityResult,
+                            toolkit::Row({temperature.unit.block(), volume.unit.block()})});
 }
 
 toolkit::Block LiquidVapourEq::approachBlock() {
     using toolkit::Block;
-    const Block numbers = toolkit::grid({{Pressure, Block(dataEntryP).expanding(), pressureUnit},
+    const Block numbers = toolkit::Grid({{Pressure, Block(dataEntryP).expanding(), pressureUnit},
                                          {VapourFraction, Block(dataEntryF).expanding()}});
     return approachBox.around(
-        toolkit::row({Block(CalFirstApproach).atStart(), numbers.expanding()}));
+        toolkit::Row({Block(CalFirstApproach).atStart(), numbers.expanding()}));
 }
 
 void LiquidVapourEq::layOut() {
-    const toolkit::Block conditions = toolkit::column(
-        {inputBlock(), approachBlock(), toolkit::buttonRow({PushButton1, Clear, calculate}),
+    const toolkit::Block conditions = toolkit::Column(
+        {inputBlock(), approachBlock(), toolkit::ButtonRow({PushButton1, Clear, calculate}),
          results.answerBlock(answerCaption, answerUnit)});
-    setContent(toolkit::columns(
+    setContent(toolkit::Columns(
         {"conditions", conditions.expanding()},
         {{"first approach", approach.block()}, {"phases", results.phasesBlock()}}));
 }
@@ -107,11 +107,9 @@ std::optional<EquilibriumInput> LiquidVapourEq::read() const {
 }
 
 std::optional<EquilibriumStart> LiquidVapourEq::readApproach() const {
-    const std::optional<double> P = toolkit::parseNumber(dataEntryP.text());
-    const std::optional<double> fraction = toolkit::parseNumber(dataEntryF.text());
-    if (!P || !(*P > 0.0) || !fraction || *fraction < 0.0 || *fraction > 1.0) {
-        return std::nullopt;
-    }
+    const std::optional<double> P = toolkit::ParseNumber(dataEntryP.text());
+    const std::optional<double> fraction = toolkit::ParseNumber(dataEntryF.text());
+    if (!P || !(*P > 0.0) || !fraction || *fraction < 0.0 || *fraction > 1.0) return std::nullopt;
     const std::optional<fluid::PhaseGuess> guess = approach.guess(fluid::AcceptedMixture(), *P);
     return guess ? std::optional(EquilibriumStart{*guess, *fraction, ""}) : std::nullopt;
 }
@@ -124,9 +122,9 @@ void LiquidVapourEq::CalFirstApproach_Action() {
         return;
     }
     const fluid::Mixture& mixture = fluid::AcceptedMixture();
-    const EquilibriumStart start = equilibriumStart(mixture, *input);
-    dataEntryP.setText(toolkit::numberText(start.guess.unknown));
-    dataEntryF.setText(toolkit::numberText(start.volumeFraction));
+    const EquilibriumStart start = EquilibriumStartOf(mixture, *input);
+    dataEntryP.setText(toolkit::NumberText(start.guess.unknown));
+    dataEntryF.setText(toolkit::NumberText(start.volumeFraction));
     approach.show(mixture, start.guess);
     emptyResults();
     results.warning.setText(start.warning);
@@ -141,7 +139,7 @@ void LiquidVapourEq::calculate_Action() {
             "put a correct number for temperature, pressure, density and volume fraction");
         return;
     }
-    results.show(fluid::AcceptedMixture(), equilibriumFrom(fluid::AcceptedMixture(), *input,
+    results.show(fluid::AcceptedMixture(), EquilibriumFrom(fluid::AcceptedMixture(), *input,
                                                            start->volumeFraction, start->guess));
 }
 

@@ -16,7 +16,7 @@
 
 namespace procedures {
 
-/// The liquid and the vapour of a fluid inclusion of known density, and their pressure.
+// The liquid and the vapour of a fluid inclusion of known density, and their pressure.
 class LiquidVapourEq : public toolkit::Screen {
   public:
     explicit LiquidVapourEq(toolkit::ScreenHost& host);
@@ -37,9 +37,9 @@ class LiquidVapourEq : public toolkit::Screen {
     toolkit::Block approachBlock();
     void emptyResults();
     void emptyApproach();
-    /// Nothing where the temperature is not above 0 or the volume not above the co-volume.
+    // Nothing where the temperature is not above 0 or the volume not above the co-volume.
     std::optional<EquilibriumInput> read() const;
-    /// The first approach; nothing where a part of it is unusable.
+    // The first approach; nothing where a part of it is unusable.
     std::optional<EquilibriumStart> readApproach() const;
 
     TemperatureEntry temperature{"GroupBox2", "StaticText3", "\u00B0Celsius"};

@@ -39,7 +39,7 @@ void ShownPressures::extendTo(double P) {
     highest = std::max(highest, beyond * P);
 }
 
-void addCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>& curve,
+void AddCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>& curve,
               const ShownPressures& shown,
               const std::function<double(const fluid::StatePoint&)>& x) {
     bool isGap = true;
@@ -56,7 +56,7 @@ void addCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>&
     }
 }
 
-toolkit::PlotSeries throughStates(toolkit::PlotSeries series,
+toolkit::PlotSeries ThroughStates(toolkit::PlotSeries series,
                                   const std::vector<std::vector<StatePoint>>& pieces,
                                   const ShownPressures& shown, const PlaceOf& place,
                                   const StateAt& stateAt) {
@@ -88,23 +88,23 @@ toolkit::PlotSeries throughStates(toolkit::PlotSeries series,
     return series;
 }
 
-toolkit::PlotSeries throughStates(toolkit::PlotSeries series,
+toolkit::PlotSeries ThroughStates(toolkit::PlotSeries series,
                                   const std::vector<std::vector<StatePoint>>& pieces,
                                   const ShownPressures& shown,
                                   const std::function<double(const StatePoint&)>& x,
                                   const StateAt& stateAt) {
     const PlaceOf place = [x](const StatePoint& point) { return PlotPoint{x(point), point.P}; };
-    return throughStates(std::move(series), pieces, shown, place, stateAt);
+    return ThroughStates(std::move(series), pieces, shown, place, stateAt);
 }
 
-StateAt boundaryStates(const fluid::Mixture& mixture) {
+StateAt BoundaryStates(const fluid::Mixture& mixture) {
     return [mixture](double V) {
         const auto point = fluid::FindBoundary(mixture, V);
         return point ? std::optional(StatePoint{point->T, point->P, point->V}) : std::nullopt;
     };
 }
 
-StateAt spinodalStates(const fluid::Mixture& mixture, fluid::SpinodalKind kind) {
+StateAt SpinodalStates(const fluid::Mixture& mixture, fluid::SpinodalKind kind) {
     const fluid::Spinodal limit = fluid::SpinodalOf(mixture, kind);
     return [mixture, limit](double V) {
         const double T = limit.temperature(V);

@@ -15,37 +15,35 @@ namespace {
 constexpr int visibleGases = 4;
 constexpr std::size_t fractionColumn = 1;
 
-void editClicked(toolkit::List& list) {
+void EditClicked(toolkit::List& list) {
     const toolkit::List::Cell& cell = list.clickedCell();
     if (cell.column == fractionColumn) {
         list.editCell(cell.row);
     }
 }
 
-void showApproach(toolkit::List& list, const std::vector<std::string>& gases,
+void ShowApproach(toolkit::List& list, const std::vector<std::string>& gases,
                   const fluid::ComponentValues& fractions) {
     std::vector<toolkit::List::Row> rows;
     rows.reserve(gases.size());
     for (const std::string& gas : gases) {
-        rows.push_back({gas, toolkit::numberText(fractions[rows.size()])});
+        rows.push_back({gas, toolkit::NumberText(fractions[rows.size()])});
     }
     list.setRows(rows);
 }
 
-bool readFractions(const toolkit::List& list, std::size_t count,
+bool ReadFractions(const toolkit::List& list, std::size_t count,
                    fluid::ComponentValues& fractions) {
     const std::vector<toolkit::List::Row> rows = list.rows();
     for (std::size_t k = 0; k < rows.size(); ++k) {
-        const std::optional<double> fraction = toolkit::parseNumber(rows[k][fractionColumn]);
-        if (!fraction || *fraction < 0.0 || *fraction > 1.0) {
-            return false;
-        }
+        const std::optional<double> fraction = toolkit::ParseNumber(rows[k][fractionColumn]);
+        if (!fraction || *fraction < 0.0 || *fraction > 1.0) return false;
         fractions[k] = *fraction;
     }
     return rows.size() == count;
 }
 
-std::vector<toolkit::List::Row> column(const std::vector<std::string>& texts) {
+std::vector<toolkit::List::Row> Column(const std::vector<std::string>& texts) {
     std::vector<toolkit::List::Row> rows;
     rows.reserve(texts.size());
     for (const std::string& text : texts) {
@@ -73,15 +71,15 @@ ApproachLists::ApproachLists()
 
 toolkit::Block ApproachLists::block() {
     const auto side = [](toolkit::Label& caption, toolkit::List& list) {
-        return toolkit::column({caption, list.scrolling(visibleGases).expanding()}).expanding();
+        return toolkit::Column({caption, list.scrolling(visibleGases).expanding()}).expanding();
     };
-    return toolkit::row({side(captionX_, ListBoxPhaseX), side(captionY_, ListBoxPhaseY)});
+    return toolkit::Row({side(captionX_, ListBoxPhaseX), side(captionY_, ListBoxPhaseY)});
 }
 
 void ApproachLists::show(const fluid::Mixture& mixture, const fluid::PhaseGuess& guess) {
-    const std::vector<std::string> gases = gasesOf(mixture);
-    showApproach(ListBoxPhaseX, gases, guess.x);
-    showApproach(ListBoxPhaseY, gases, guess.y);
+    const std::vector<std::string> gases = GasesOf(mixture);
+    ShowApproach(ListBoxPhaseX, gases, guess.x);
+    ShowApproach(ListBoxPhaseY, gases, guess.y);
 }
 
 void ApproachLists::clear() {
@@ -93,25 +91,25 @@ std::optional<fluid::PhaseGuess> ApproachLists::guess(const fluid::Mixture& mixt
                                                       double unknown) const {
     fluid::PhaseGuess guess;
     guess.unknown = unknown;
-    const bool isUsable = readFractions(ListBoxPhaseX, mixture.count, guess.x) &&
-                          readFractions(ListBoxPhaseY, mixture.count, guess.y);
+    const bool isUsable = ReadFractions(ListBoxPhaseX, mixture.count, guess.x) &&
+                          ReadFractions(ListBoxPhaseY, mixture.count, guess.y);
     return isUsable ? std::optional(guess) : std::nullopt;
 }
 
 void ApproachLists::ListBoxPhaseX_CellClick() {
-    editClicked(ListBoxPhaseX);
+    EditClicked(ListBoxPhaseX);
 }
 
 void ApproachLists::ListBoxPhaseY_CellClick() {
-    editClicked(ListBoxPhaseY);
+    EditClicked(ListBoxPhaseY);
 }
 
 void ApproachLists::ListBoxPhaseX_CellTextChange() {
-    toolkit::runHandler(changed_, ListBoxPhaseX.name().c_str());
+    toolkit::RunHandler(changed_, ListBoxPhaseX.name().c_str());
 }
 
 void ApproachLists::ListBoxPhaseY_CellTextChange() {
-    toolkit::runHandler(changed_, ListBoxPhaseY.name().c_str());
+    toolkit::RunHandler(changed_, ListBoxPhaseY.name().c_str());
 }
 
 PhaseLists::PhaseLists(std::string phase, bool withFraction)
@@ -142,9 +140,9 @@ toolkit::Block PhaseLists::block() {
     const toolkit::Block gasBlock = gases_.scrolling(visibleGases);
     const toolkit::Block fractionBlock = fractions_.scrolling(visibleGases, &gases_);
     const toolkit::Block composition =
-        toolkit::row({gasBlock, fractionBlock.expanding()}, Spacing::related);
-    return toolkit::column(
-        {heading_, toolkit::row(quantities, Spacing::related), composition.expanding()});
+        toolkit::Row({gasBlock, fractionBlock.expanding()}, Spacing::Related);
+    return toolkit::Column(
+        {heading_, toolkit::Row(quantities, Spacing::Related), composition.expanding()});
 }
 
 void PhaseLists::showUnits() {
@@ -164,8 +162,8 @@ void PhaseLists::show(const fluid::Mixture& mixture, const std::optional<PhaseTe
     volume_.setRows({{texts->volume}});
     density_.setRows({{texts->density}});
     volumeFraction_.setRows({{texts->volumeFraction}});
-    gases_.setRows(column(gasesOf(mixture)));
-    fractions_.setRows(column(texts->fractions));
+    gases_.setRows(Column(GasesOf(mixture)));
+    fractions_.setRows(Column(texts->fractions));
 }
 
 ResultPanel::ResultPanel(const std::string& reportName, bool withFractions)
@@ -176,11 +174,11 @@ ResultPanel::ResultPanel(const std::string& reportName, bool withFractions)
 }
 
 toolkit::Block ResultPanel::answerBlock(toolkit::Caption& caption, toolkit::Label& unit) {
-    return toolkit::column({warning, toolkit::row({caption, Answer, unit}), report});
+    return toolkit::Column({warning, toolkit::Row({caption, Answer, unit}), report});
 }
 
 toolkit::Block ResultPanel::phasesBlock() {
-    return toolkit::column({x_.block().expanding(), y_.block().expanding()});
+    return toolkit::Column({x_.block().expanding(), y_.block().expanding()});
 }
 
 void ResultPanel::showUnits() {

@@ -12,24 +12,24 @@
 // Parts of the screens of phase equilibria.
 namespace procedures {
 
-/// The first approach to the compositions of both phases: two lists whose fractions the user may
-/// edit.
+// The first approach to the compositions of both phases: two lists whose fractions the user may
+// edit.
 class ApproachLists {
   public:
     ApproachLists();
 
-    /// `function` runs when the user has changed a fraction.
+    // `function` runs when the user has changed a fraction.
     template <class Object, class Base>
     void onChange(Object* object, void (Base::*function)()) {
-        changed_ = toolkit::member(object, function);
+        changed_ = toolkit::Member(object, function);
     }
-    /// The lists side by side.
+    // The lists side by side.
     toolkit::Block block();
     void show(const fluid::Mixture& mixture, const fluid::PhaseGuess& guess);
     void clear();
     bool isEmpty() const { return ListBoxPhaseX.isEmpty(); }
-    /// The guess of these compositions and of the unknown quantity; nothing where a fraction is no
-    /// number from 0 to 1, or where the lists are empty.
+    // The guess of these compositions and of the unknown quantity; nothing where a fraction is no
+    // number from 0 to 1, or where the lists are empty.
     std::optional<fluid::PhaseGuess> guess(const fluid::Mixture& mixture, double unknown) const;
 
   private:
@@ -45,16 +45,16 @@ class ApproachLists {
     toolkit::List ListBoxPhaseY;
 };
 
-/// A phase of the result: its heading, molar volume, density and composition.
+// A phase of the result: its heading, molar volume, density and composition.
 class PhaseLists {
   public:
-    /// `phase`: "X" or "Y"; `withFraction`: whether the share of the phase in the volume is shown
-    /// as well.
+    // `phase`: "X" or "Y"; `withFraction`: whether the share of the phase in the volume is shown
+    // as well.
     PhaseLists(std::string phase, bool withFraction);
 
     toolkit::Block block();
     void showUnits();
-    /// Shows this phase; without one the lists are empty.
+    // Shows this phase; without one the lists are empty.
     void show(const fluid::Mixture& mixture, const std::optional<PhaseTexts>& texts);
 
   private:
@@ -68,15 +68,15 @@ class PhaseLists {
     toolkit::List fractions_;
 };
 
-/// Everything that shows a result: the answer, how the iteration ended, both phases, and the
-/// message.
+// Everything that shows a result: the answer, how the iteration ended, both phases, and the
+// message.
 class ResultPanel {
   public:
-    /// `reportName`: the control name of the line on the iteration; `withFractions`: as for
-    /// PhaseLists.
+    // `reportName`: the control name of the line on the iteration; `withFractions`: as for
+    // PhaseLists.
     ResultPanel(const std::string& reportName, bool withFractions);
 
-    /// The message, the answer between its caption and its unit, and how it was found.
+    // The message, the answer between its caption and its unit, and how it was found.
     toolkit::Block answerBlock(toolkit::Caption& caption, toolkit::Label& unit);
     toolkit::Block phasesBlock();
     void showUnits();

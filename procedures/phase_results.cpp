@@ -12,7 +12,7 @@ constexpr int fractionDecimals = 8;
 
 }  // namespace
 
-std::vector<std::string> gasesOf(const fluid::Mixture& mixture) {
+std::vector<std::string> GasesOf(const fluid::Mixture& mixture) {
     std::vector<std::string> gases;
     for (std::size_t k = 0; k < mixture.count; ++k) {
         gases.emplace_back(mixture.formula(k));
@@ -20,22 +20,22 @@ std::vector<std::string> gasesOf(const fluid::Mixture& mixture) {
     return gases;
 }
 
-std::string quantityText(double value) {
-    return toolkit::resultText(value, quantityDecimals);
+std::string QuantityText(double value) {
+    return toolkit::ResultText(value, quantityDecimals);
 }
 
-std::string fractionText(double value) {
-    return toolkit::resultText(value, fractionDecimals);
+std::string FractionText(double value) {
+    return toolkit::ResultText(value, fractionDecimals);
 }
 
-PhaseTexts phaseTexts(const fluid::Mixture& mixture, const fluid::ComponentValues& fractions,
-                      double V) {
+PhaseTexts PhaseTextsOf(const fluid::Mixture& mixture, const fluid::ComponentValues& fractions,
+                        double V) {
     PhaseTexts texts;
-    texts.volume = quantityText(V);
+    texts.volume = QuantityText(V);
     texts.density =
-        quantityText(fluid::MolarVolumeFromDensity(fluid::WithFractions(mixture, fractions), V));
+        QuantityText(fluid::MolarVolumeFromDensity(fluid::WithFractions(mixture, fractions), V));
     for (std::size_t k = 0; k < mixture.count; ++k) {
-        texts.fractions.push_back(fractionText(fractions[k]));
+        texts.fractions.push_back(FractionText(fractions[k]));
     }
     return texts;
 }

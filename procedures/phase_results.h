@@ -9,7 +9,7 @@
 // What the screens of phase equilibria show of a calculation.
 namespace procedures {
 
-/// A phase as its lists show it.
+// A phase as its lists show it.
 struct PhaseTexts {
     std::string role;            // behind the heading "Phase X" or "Phase Y"
     std::string volume;          // cm3/mol
@@ -27,15 +27,15 @@ struct PhaseResults {
     std::optional<PhaseTexts> y;
 };
 
-/// The formulas of the gases of a mixture, in the order of its fractions.
-std::vector<std::string> gasesOf(const fluid::Mixture& mixture);
+// The formulas of the gases of a mixture, in the order of its fractions.
+std::vector<std::string> GasesOf(const fluid::Mixture& mixture);
 
-/// A pressure, temperature, molar volume or density as it is shown, and a fraction.
-std::string quantityText(double value);
-std::string fractionText(double value);
+// A pressure, temperature, molar volume or density as it is shown, and a fraction.
+std::string QuantityText(double value);
+std::string FractionText(double value);
 
-/// A phase of these amount fractions and the molar volume V in cm3/mol.
-PhaseTexts phaseTexts(const fluid::Mixture& mixture, const fluid::ComponentValues& fractions,
-                      double V);
+// A phase of these amount fractions and the molar volume V in cm3/mol.
+PhaseTexts PhaseTextsOf(const fluid::Mixture& mixture, const fluid::ComponentValues& fractions,
+                        double V);
 
 }  // namespace procedures

@@ -13,14 +13,14 @@ inline constexpr const char* trivialSentence =
     "possible trivial solution, optional: adjust First Approach and try again";
 inline constexpr const char* twoLiquidsSentence = "both phases are liquids";
 
-/// A number within a sentence: at most nine significant digits.
-std::string sentenceText(double value);
+// A number within a sentence: at most nine significant digits.
+std::string SentenceText(double value);
 
-/// "bubble point" or "dew point"; "liquid-liquid point" where both phases are liquids.
-std::string pointName(const fluid::BoundaryPoint& point);
+// "bubble point" or "dew point"; "liquid-liquid point" where both phases are liquids.
+std::string PointName(const fluid::BoundaryPoint& point);
 
-/// That two liquids are stable which the roots of the phases cannot hold; `value`: their pressure
-/// or temperature with its unit.
-std::string hiddenLiquidsSentence(const std::string& value);
+// That two liquids are stable which the roots of the phases cannot hold; `value`: their pressure
+// or temperature with its unit.
+std::string HiddenLiquidsSentence(const std::string& value);
 
 }  // namespace procedures

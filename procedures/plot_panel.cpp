@@ -17,25 +17,25 @@ namespace procedures {
 
 namespace {
 
-/// What was written under the names of this session's files, without their extensions.
-std::map<std::string, std::string>& writtenNames() {
+// What was written under the names of this session's files, without their extensions.
+std::map<std::string, std::string>& WrittenNames() {
     static std::map<std::string, std::string> names;
     return names;
 }
 
-void tell(toolkit::Message& message, const std::string& path,
+void Tell(toolkit::Message& message, const std::string& path,
           const std::optional<std::string>& failure) {
-    failure ? message.setText(*failure) : message.inform(toolkit::shownName(path) + " was written");
+    failure ? message.setText(*failure) : message.inform(toolkit::ShownName(path) + " was written");
 }
 
 }  // namespace
 
-void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
+void SaveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
                 const std::string& fileName, const std::vector<std::string>& extensions,
                 std::function<std::optional<std::string>(const std::string& path)> write) {
-    toolkit::chooseFileToSave(screen, title, fileName + extensions.front(), extensions,
+    toolkit::ChooseFileToSave(screen, title, fileName + extensions.front(), extensions,
                               [&message, write = std::move(write)](const std::string& path) {
-                                  tell(message, path, write(path));
+                                  Tell(message, path, write(path));
                               });
 }
 
@@ -72,9 +72,9 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
 toolkit::Block PlotPanel::block() {
     constexpr double width = 23.0;  // lines of text
     constexpr double height = 18.0;
-    return toolkit::column({plot.sized(width, height), ReadOut, limits_.block(),
-                            toolkit::row({SavePicture, CopyPicture, ExportCurves, Enlarge, Copy},
-                                         toolkit::Spacing::related)});
+    return toolkit::Column({plot.sized(width, height), ReadOut, limits_.block(),
+                            toolkit::Row({SavePicture, CopyPicture, ExportCurves, Enlarge, Copy},
+                                         toolkit::Spacing::Related)});
 }
 
 void PlotPanel::setAxes(const std::string& x, const std::string& xUnit, const std::string& y,
@@ -85,7 +85,7 @@ void PlotPanel::setAxes(const std::string& x, const std::string& xUnit, const st
 void PlotPanel::show(std::vector<toolkit::PlotSeries> series, const toolkit::FirstView& first,
                      const std::string& given) {
     given_ = given;
-    plot.setTitle(compositionTitle(fluid::AcceptedMixture()));
+    plot.setTitle(CompositionTitle(fluid::AcceptedMixture()));
     plot.show(std::move(series), first);
 }
 
@@ -97,61 +97,53 @@ bool PlotPanel::hasPlot() {
 }
 
 std::string PlotPanel::proposedName() const {
-    const std::string name = fileName_ + "-" + compositionName(fluid::AcceptedMixture()) +
+    const std::string name = fileName_ + "-" + CompositionName(fluid::AcceptedMixture()) +
                              (given_.empty() ? "" : "-" + given_);
-    const std::string curves = toolkit::curvesText(plot.content());
+    const std::string curves = toolkit::CurvesText(plot.content());
     std::string proposed = name;
-    const auto& written = writtenNames();
+    const auto& written = WrittenNames();
     for (int i = 2;; ++i) {
         const auto found = written.find(proposed);
-        if (found == written.end() || found->second == curves) {
-            return proposed;
-        }
+        if (found == written.end() || found->second == curves) return proposed;
         proposed = name + "-" + std::to_string(i);
     }
 }
 
 void PlotPanel::tellWritten(const std::string& path, const std::optional<std::string>& failure) {
     if (!failure) {
-        writtenNames()[std::filesystem::path(path).stem().string()] =
-            toolkit::curvesText(plot.content());
+        WrittenNames()[std::filesystem::path(path).stem().string()] =
+            toolkit::CurvesText(plot.content());
     }
-    tell(message_, path, failure);
+    Tell(message_, path, failure);
 }
 
 void PlotPanel::SavePicture_Action() {
-    if (!hasPlot()) {
-        return;
-    }
+    if (!hasPlot()) return;
     std::vector<std::string> sizes;
     sizes.reserve(std::size(toolkit::pictureSizes));
     for (const toolkit::PictureSize& size : toolkit::pictureSizes) {
         sizes.emplace_back(size.name);
     }
-    toolkit::chooseFileToSave(
+    toolkit::ChooseFileToSave(
         screen_, "Save picture", proposedName() + ".svg", {".svg", ".pdf", ".png"}, sizes,
         toolkit::pageSize, [this](const std::string& path, std::size_t size) {
-            tellWritten(path, toolkit::savePlot(path, toolkit::pictureSizes[size], plot.content(),
+            tellWritten(path, toolkit::SavePlot(path, toolkit::pictureSizes[size], plot.content(),
                                                 plot.view()));
         });
 }
 
 void PlotPanel::CopyPicture_Action() {
-    if (!hasPlot()) {
-        return;
-    }
+    if (!hasPlot()) return;
     const auto failure = plot.copyPicture();
     failure ? message_.setText(*failure) : message_.inform("the picture is on the clipboard");
 }
 
 void PlotPanel::ExportCurves_Action() {
-    if (!hasPlot()) {
-        return;
-    }
-    toolkit::chooseFileToSave(
+    if (!hasPlot()) return;
+    toolkit::ChooseFileToSave(
         screen_, "Export curves", proposedName() + ".txt", {".txt"},
         [this](const std::string& path) {
-            tellWritten(path, toolkit::writeFile(path, toolkit::curvesText(plot.content())));
+            tellWritten(path, toolkit::WriteFile(path, toolkit::CurvesText(plot.content())));
         });
 }
 
@@ -164,7 +156,7 @@ void PlotPanel::Copy_Action() {
         message_.setText("warning: there is no table to copy yet");
         return;
     }
-    toolkit::setClipboardText(table_.copiedText());
+    toolkit::SetClipboardText(table_.copiedText());
 }
 
 }  // namespace procedures

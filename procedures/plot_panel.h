@@ -15,28 +15,28 @@
 
 namespace procedures {
 
-/// Asks where to save and has `write` do so, which returns nothing or what went wrong; `message`
-/// says what came of it. `fileName` is proposed, with the first of the `extensions`.
-void saveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
+// Asks where to save and has `write` do so, which returns nothing or what went wrong; `message`
+// says what came of it. `fileName` is proposed, with the first of the `extensions`.
+void SaveToFile(toolkit::Screen& screen, toolkit::Message& message, const std::string& title,
                 const std::string& fileName, const std::vector<std::string>& extensions,
                 std::function<std::optional<std::string>(const std::string& path)> write);
 
-/// A plot with what goes with it on every screen: the line that is read out, the row of the limits,
-/// the picture as a file and on the clipboard, the curves as a file, the plot in a window of its
-/// own, and "Copy", which puts the screen's table on the clipboard.
+// A plot with what goes with it on every screen: the line that is read out, the row of the limits,
+// the picture as a file and on the clipboard, the curves as a file, the plot in a window of its
+// own, and "Copy", which puts the screen's table on the clipboard.
 class PlotPanel {
   public:
-    /// `fileName`: what the names begin with that are proposed for files; `description`: of the
-    /// plot, for a screen reader.
+    // `fileName`: what the names begin with that are proposed for files; `description`: of the
+    // plot, for a screen reader.
     PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const toolkit::List& table,
               std::string fileName, const std::string& description);
 
     toolkit::Block block();
-    /// The quantities on the axes, and their units.
+    // The quantities on the axes, and their units.
     void setAxes(const std::string& x, const std::string& xUnit, const std::string& y,
                  const std::string& yUnit);
-    /// Shows these curves of the present composition. `given`: what they were calculated for, as it
-    /// stands in the names proposed for files: "80cm3mol".
+    // Shows these curves of the present composition. `given`: what they were calculated for, as it
+    // stands in the names proposed for files: "80cm3mol".
     void show(std::vector<toolkit::PlotSeries> series, const toolkit::FirstView& first = {},
               const std::string& given = {});
     void clear() { plot.clear(); }
@@ -49,11 +49,11 @@ class PlotPanel {
     void ExportCurves_Action();
     void Enlarge_Action();
     void Copy_Action();
-    /// Whether there is something to save or to copy; a sentence says so if not.
+    // Whether there is something to save or to copy; a sentence says so if not.
     bool hasPlot();
-    /// The name to propose for a file: never one that was used for other curves.
+    // The name to propose for a file: never one that was used for other curves.
     std::string proposedName() const;
-    /// Keeps in mind which curves were written to this file, or what went wrong.
+    // Keeps in mind which curves were written to this file, or what went wrong.
     void tellWritten(const std::string& path, const std::optional<std::string>& failure);
 
     toolkit::Screen& screen_;

@@ -43,14 +43,14 @@ PressureWindow::Input PressureWindow::read() const {
 
 void PressureWindow::calculate_Action() {
     const Input input = read();
-    show(input, pressureAt(fluid::AcceptedMixture(), input.V, input.T));
+    show(input, PressureAt(fluid::AcceptedMixture(), input.V, input.T));
 }
 
 void PressureWindow::show(const Input& input, const std::optional<double>& P) {
     if (P && temperature.unit.Celsius.isOn() && input.T == zeroCelsius) {
         temperature.dataEntryT.setText("0.000");  // shows which temperature was used
     }
-    Result.setText(P ? toolkit::numberText(*P) : "");
+    Result.setText(P ? toolkit::NumberText(*P) : "");
     form.warning.setText(P ? "" : "warning: put a number for temperature and molar volume");
 }
 

@@ -8,7 +8,7 @@
 
 namespace procedures {
 
-/// The pressure of the mixture at a temperature and a molar volume or density.
+// The pressure of the mixture at a temperature and a molar volume or density.
 class PressureWindow : public toolkit::Screen {
   public:
     explicit PressureWindow(toolkit::ScreenHost& host);

@@ -57,14 +57,14 @@ constexpr std::array<Quantity, 17> quantities = {
      {"second virial coefficient", volumeUnit, "cm\u00B3/g", &All::secondVirial, otherDecimals,
       false}}};
 
-std::string percentText(double share) {
+std::string PercentText(double share) {
     constexpr double percent = 100.0;
     constexpr int digits = 6;
-    return toolkit::significantText(percent * share, digits) + " %";
+    return toolkit::SignificantText(percent * share, digits) + " %";
 }
 
-/// Each sentence that is not empty on a line of its own.
-std::string linesOf(std::initializer_list<std::string> sentences) {
+// Each sentence that is not empty on a line of its own.
+std::string LinesOf(std::initializer_list<std::string> sentences) {
     std::string lines;
     for (const std::string& sentence : sentences) {
         lines += lines.empty() || sentence.empty() ? "" : "\n";
@@ -73,41 +73,37 @@ std::string linesOf(std::initializer_list<std::string> sentences) {
     return lines;
 }
 
-/// Says that T in K lies outside the range of the ideal-gas data; empty where it does not.
-std::string outsideRangeSentence(double T) {
-    constexpr auto range = fluid::IdealGasRange;
-    if (T >= range.lowest && T <= range.highest) {
-        return "";
-    }
-    return "The ideal-gas data reach from " + sentenceText(range.lowest) + " to " +
-           sentenceText(range.highest) +
+// Says that T in K lies outside the range of the ideal-gas data; empty where it does not.
+std::string OutsideRangeSentence(double T) {
+    constexpr auto range = fluid::idealGasRange;
+    if (T >= range.lowest && T <= range.highest) return "";
+    return "The ideal-gas data reach from " + SentenceText(range.lowest) + " to " +
+           SentenceText(range.highest) +
            " Kelvin; outside this range the heat capacity is that at its end.";
 }
 
-bool isWhole(const StateTable& table) {
+bool IsWhole(const StateTable& table) {
     for (const StateTable::Line& line : table.lines) {
         for (const Number& number : line.numbers) {
-            if (!number.value && number.absence == Absence::Unexplained) {
-                return false;
-            }
+            if (!number.value && number.absence == Absence::Unexplained) return false;
         }
     }
     return true;
 }
 
-std::string missingSentence(const StateTable& table) {
-    return isWhole(table) ? ""
+std::string MissingSentence(const StateTable& table) {
+    return IsWhole(table) ? ""
                           : "--- stands for a value that is infinite or too large for a number.";
 }
 
-/// The share of the amount that phase Y has.
-double amountOfY(const PhaseSplit& split) {
+// The share of the amount that phase Y has.
+double AmountOfY(const PhaseSplit& split) {
     const double y = split.volumeFraction / split.phases.Vy;
     const double x = (1.0 - split.volumeFraction) / split.phases.Vx;
     return y / (x + y);
 }
 
-const char* kindText(fluid::PhaseKind kind) {
+const char* KindText(fluid::PhaseKind kind) {
     constexpr std::array<const char*, 4> texts = {"gas-like", "liquid-like", "supercritical",
                                                   "at a critical point"};
     return texts[static_cast<std::size_t>(kind)];
@@ -115,41 +111,37 @@ const char* kindText(fluid::PhaseKind kind) {
 
 }  // namespace
 
-std::string stateSentence(const Mixture& mixture, const FluidState& state) {
+std::string StateSentence(const Mixture& mixture, const FluidState& state) {
     if (state.volumes.empty()) {
-        return "warning: no molar volume above the co-volume " + sentenceText(mixture.covolume) +
+        return "warning: no molar volume above the co-volume " + SentenceText(mixture.covolume) +
                " " + volumeUnit + " could be calculated here";
     }
     if (!state.isExamined) {
         return "Not examined: at so low a temperature fugacities of coexisting phases have no "
                "numbers.";
     }
-    if (state.stable) {
-        return std::string("One stable phase, ") + kindText(state.kind) + ".";
-    }
-    if (!state.split) {
-        return "No single phase is stable here; the phases that are were not found.";
-    }
+    if (state.stable) return std::string("One stable phase, ") + KindText(state.kind) + ".";
+    if (!state.split) return "No single phase is stable here; the phases that are were not found.";
     const PhaseSplit& split = *state.split;
-    const double y = amountOfY(split);
+    const double y = AmountOfY(split);
     const auto phase = [](const char* name, double V, double amount, double volume) {
-        return std::string(name) + " of " + sentenceText(V) + " " + volumeUnit + ", " +
-               percentText(amount) + " of the amount and " + percentText(volume) + " of the volume";
+        return std::string(name) + " of " + SentenceText(V) + " " + volumeUnit + ", " +
+               PercentText(amount) + " of the amount and " + PercentText(volume) + " of the volume";
     };
     return std::string(split.metastable ? "Two phases, though others would be more stable,"
                                         : "Two phases") +
-           " at " + sentenceText(state.P) +
+           " at " + SentenceText(state.P) +
            " MPa: " + phase("X", split.phases.Vx, 1.0 - y, 1.0 - split.volumeFraction) + "; " +
            phase("Y", split.phases.Vy, y, split.volumeFraction) + ".";
 }
 
-std::string inversionSentence(const Mixture& mixture, double P) {
+std::string InversionSentence(const Mixture& mixture, double P) {
     std::string temperatures;
     for (const fluid::InversionPoint& point : fluid::InversionPoints(mixture, P)) {
         const FluidState state = fluid::StateAt(mixture, point.T, P);
         constexpr double same = 1e-6;
         if (state.stable && std::abs(state.volumes[*state.stable].V / point.V - 1.0) < same) {
-            temperatures += (temperatures.empty() ? "" : " and ") + sentenceText(point.T);
+            temperatures += (temperatures.empty() ? "" : " and ") + SentenceText(point.T);
         }
     }
     return temperatures.empty()
@@ -157,13 +149,13 @@ std::string inversionSentence(const Mixture& mixture, double P) {
                : "Joule-Thomson inversion at this pressure: " + temperatures + " Kelvin.";
 }
 
-StateTable::Row rowOf(const StateTable::Line& line, Digits digits) {
+StateTable::Row RowOf(const StateTable::Line& line, Digits digits) {
     StateTable::Row row = line.names;
     for (const Number& number : line.numbers) {
         if (!number.value) {
             row.emplace_back(number.absence == Absence::Pointless ? "" : "---");
         } else {
-            row.push_back(cellText(*number.value, number.decimals, digits));
+            row.push_back(CellText(*number.value, number.decimals, digits));
         }
     }
     return row;
@@ -171,14 +163,14 @@ StateTable::Row rowOf(const StateTable::Line& line, Digits digits) {
 
 namespace {
 
-/// The name of what is shown of one state, with its stability where it is not the stable one.
-std::string named(const std::string& name, const FluidState::Volume& volume) {
+// The name of what is shown of one state, with its stability where it is not the stable one.
+std::string Named(const std::string& name, const FluidState::Volume& volume) {
     return volume.stability == fluid::Stability::Stable
                ? name
-               : name + " (" + stabilityName(volume.stability) + ")";
+               : name + " (" + StabilityName(volume.stability) + ")";
 }
 
-std::string unstableSentence(const All& all) {
+std::string UnstableSentence(const All& all) {
     const bool isUnstable = all.compressibility.total.value_or(0.0) < 0.0;
     return isUnstable && !all.soundSpeed.total
                ? "--- because the fluid is mechanically unstable at this root: the square of its "
@@ -186,50 +178,50 @@ std::string unstableSentence(const All& all) {
                : "";
 }
 
-StateTable::Row namesOf(const Quantity& quantity, Amount amount) {
+StateTable::Row NamesOf(const Quantity& quantity, Amount amount) {
     const bool isPerMass = amount == Amount::Kilogram && quantity.unitPerMass != nullptr;
     return {isPerMass && quantity.property == &All::V ? "specific volume" : quantity.name,
             isPerMass ? quantity.unitPerMass : quantity.unit};
 }
 
-Number numberOf(const std::optional<double>& value, const Quantity& quantity, Amount amount,
+Number NumberOf(const std::optional<double>& value, const Quantity& quantity, Amount amount,
                 double molarMass, Absence absence = Absence::Unexplained) {
     const bool isPerMass = amount == Amount::Kilogram && quantity.unitPerMass != nullptr;
     return {value && isPerMass ? std::optional(*value / molarMass) : value, quantity.decimals,
             absence};
 }
 
-/// One state at a volume V.
-StateTable partsAt(const Mixture& mixture, const FluidState& state,
+// One state at a volume V.
+StateTable PartsAt(const Mixture& mixture, const FluidState& state,
                    const FluidState::Volume& volume, Amount amount) {
     StateTable table{
-        .heads = {"property", "unit", "ideal gas", "residual", named("total", volume)}};
+        .heads = {"property", "unit", "ideal gas", "residual", Named("total", volume)}};
     const All all = fluid::PropertiesOf(mixture, state.T, state.P, volume.V);
-    const std::string unstable = unstableSentence(all);
+    const std::string unstable = UnstableSentence(all);
     for (const Quantity& quantity : quantities) {
         const auto& [idealGas, residual, total] = all.*quantity.property;
         const bool isExplained = quantity.property == &All::soundSpeed && !unstable.empty();
         table.lines.push_back(
-            {namesOf(quantity, amount),
-             {numberOf(idealGas, quantity, amount, mixture.molarMass),
-              numberOf(residual, quantity, amount, mixture.molarMass,
+            {NamesOf(quantity, amount),
+             {NumberOf(idealGas, quantity, amount, mixture.molarMass),
+              NumberOf(residual, quantity, amount, mixture.molarMass,
                        quantity.hasResidual ? Absence::Unexplained : Absence::Pointless),
-              numberOf(total, quantity, amount, mixture.molarMass,
+              NumberOf(total, quantity, amount, mixture.molarMass,
                        isExplained ? Absence::Explained : Absence::Unexplained)}});
     }
-    table.note = linesOf({outsideRangeSentence(state.T), unstable, missingSentence(table)});
+    table.note = LinesOf({OutsideRangeSentence(state.T), unstable, MissingSentence(table)});
     return table;
 }
 
-/// Two phases and both together, whose properties are those of the phases by their amounts.
-StateTable phasesAt(const Mixture& mixture, const FluidState& state, Amount amount) {
+// Two phases and both together, whose properties are those of the phases by their amounts.
+StateTable PhasesAt(const Mixture& mixture, const FluidState& state, Amount amount) {
     StateTable table{.heads = {"property", "unit", "phase X", "phase Y", "whole"}};
     const auto& [T, P, x, y, Vx, Vy] = state.split->phases;
     const Mixture X = fluid::WithFractions(mixture, x);
     const Mixture Y = fluid::WithFractions(mixture, y);
     const All inX = fluid::PropertiesOf(X, T, P, Vx);
     const All inY = fluid::PropertiesOf(Y, T, P, Vy);
-    const double share = amountOfY(*state.split);
+    const double share = AmountOfY(*state.split);
     const auto sum = [share](const fluid::Property& one, const fluid::Property& other) {
         return one.total && other.total
                    ? std::optional((1.0 - share) * *one.total + share * *other.total)
@@ -243,12 +235,12 @@ StateTable phasesAt(const Mixture& mixture, const FluidState& state, Amount amou
             whole = mixture.molarMass / *sum(inX.V, inY.V);
         }
         table.lines.push_back(
-            {namesOf(quantity, amount),
-             {numberOf(ofX.total, quantity, amount, X.molarMass),
-              numberOf(ofY.total, quantity, amount, Y.molarMass),
-              numberOf(whole, quantity, amount, mixture.molarMass, Absence::Pointless)}});
+            {NamesOf(quantity, amount),
+             {NumberOf(ofX.total, quantity, amount, X.molarMass),
+              NumberOf(ofY.total, quantity, amount, Y.molarMass),
+              NumberOf(whole, quantity, amount, mixture.molarMass, Absence::Pointless)}});
     }
-    table.note = linesOf({outsideRangeSentence(T), missingSentence(table)});
+    table.note = LinesOf({OutsideRangeSentence(T), MissingSentence(table)});
     return table;
 }
 
@@ -268,8 +260,8 @@ constexpr std::array<Potential, 7> potentials = {
      {"partial molar\nentropy\n(J/(mol K))", &Gas::entropy, entropyDecimals},
      {"partial molar\nvolume\n(cm³/mol)", &Gas::volume, otherDecimals}}};
 
-/// The lines of the gases of one phase, `where` behind their formulas.
-void addGases(StateTable& table, const Mixture& mixture, const FluidState& state, double V,
+// The lines of the gases of one phase, `where` behind their formulas.
+void AddGases(StateTable& table, const Mixture& mixture, const FluidState& state, double V,
               const std::string& where) {
     const auto gases = fluid::ComponentPropertiesOf(mixture, state.T, state.P, V);
     for (std::size_t k = 0; k < mixture.count; ++k) {
@@ -284,13 +276,13 @@ void addGases(StateTable& table, const Mixture& mixture, const FluidState& state
 
 }  // namespace
 
-StateTable propertiesAt(const Mixture& mixture, const FluidState& state, ChosenVolume chosen,
+StateTable PropertiesAt(const Mixture& mixture, const FluidState& state, ChosenVolume chosen,
                         Amount amount) {
-    return chosen ? partsAt(mixture, state, state.volumes[*chosen], amount)
-                  : phasesAt(mixture, state, amount);
+    return chosen ? PartsAt(mixture, state, state.volumes[*chosen], amount)
+                  : PhasesAt(mixture, state, amount);
 }
 
-StateTable::Row potentialHeads() {
+StateTable::Row PotentialHeads() {
     StateTable::Row heads = {"gas", "amount\nfraction"};
     for (const Potential& potential : potentials) {
         heads.emplace_back(potential.head);
@@ -298,18 +290,18 @@ StateTable::Row potentialHeads() {
     return heads;
 }
 
-StateTable potentialsAt(const Mixture& mixture, const FluidState& state, ChosenVolume chosen) {
-    StateTable table{.heads = potentialHeads()};
+StateTable PotentialsAt(const Mixture& mixture, const FluidState& state, ChosenVolume chosen) {
+    StateTable table{.heads = PotentialHeads()};
     if (chosen) {
         const FluidState::Volume& volume = state.volumes[*chosen];
-        table.heads[0] = named(table.heads[0], volume);
-        addGases(table, mixture, state, volume.V, "");
+        table.heads[0] = Named(table.heads[0], volume);
+        AddGases(table, mixture, state, volume.V, "");
     } else {
         const auto& [T, P, x, y, Vx, Vy] = state.split->phases;
-        addGases(table, fluid::WithFractions(mixture, x), state, Vx, " in X");
-        addGases(table, fluid::WithFractions(mixture, y), state, Vy, " in Y");
+        AddGases(table, fluid::WithFractions(mixture, x), state, Vx, " in X");
+        AddGases(table, fluid::WithFractions(mixture, y), state, Vy, " in Y");
     }
-    table.note = linesOf({outsideRangeSentence(state.T), missingSentence(table)});
+    table.note = LinesOf({OutsideRangeSentence(state.T), MissingSentence(table)});
     return table;
 }
 

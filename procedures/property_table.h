@@ -11,23 +11,23 @@
 
 namespace procedures {
 
-/// What a fluid is at its temperature and pressure: one stable phase, or two with their shares.
-std::string stateSentence(const fluid::Mixture& mixture, const fluid::FluidState& state);
+// What a fluid is at its temperature and pressure: one stable phase, or two with their shares.
+std::string StateSentence(const fluid::Mixture& mixture, const fluid::FluidState& state);
 
-/// At which temperatures the Joule-Thomson coefficient of the stable fluid changes its sign.
-std::string inversionSentence(const fluid::Mixture& mixture, double P);
+// At which temperatures the Joule-Thomson coefficient of the stable fluid changes its sign.
+std::string InversionSentence(const fluid::Mixture& mixture, double P);
 
-/// What an extensive property is given for.
+// What an extensive property is given for.
 enum class Amount { Mole, Kilogram };
 
-/// What is shown of a fluid: the state that it would have at one of its molar volumes, or the two
-/// phases into which it splits.
+// What is shown of a fluid: the state that it would have at one of its molar volumes, or the two
+// phases into which it splits.
 using ChosenVolume = std::optional<std::size_t>;
 
-/// A table of numbers, one quantity in each line or each column, and what is to be said about it.
+// A table of numbers, one quantity in each line or each column, and what is to be said about it.
 struct StateTable {
     using Row = std::vector<std::string>;
-    /// Why there is no value: there can be none, the note tells, or it has no room in numbers.
+    // Why there is no value: there can be none, the note tells, or it has no room in numbers.
     enum class Absence { Pointless, Explained, Unexplained };
     struct Number {
         std::optional<double> value;
@@ -44,19 +44,19 @@ struct StateTable {
     std::string note{};
 };
 
-StateTable::Row rowOf(const StateTable::Line& line, Digits digits);
+StateTable::Row RowOf(const StateTable::Line& line, Digits digits);
 
-/// The thermodynamic properties: of one state in ideal-gas, residual and total parts, of two phases
-/// of each and of both together.
-StateTable propertiesAt(const fluid::Mixture& mixture, const fluid::FluidState& state,
+// The thermodynamic properties: of one state in ideal-gas, residual and total parts, of two phases
+// of each and of both together.
+StateTable PropertiesAt(const fluid::Mixture& mixture, const fluid::FluidState& state,
                         ChosenVolume chosen, Amount amount);
 
-/// The decimals that a number of a table has at most.
+// The decimals that a number of a table has at most.
 inline constexpr int mostDecimals = 6;
 
-StateTable::Row potentialHeads();
-/// The chemical potentials and partial molar properties of the gases, in each phase.
-StateTable potentialsAt(const fluid::Mixture& mixture, const fluid::FluidState& state,
+StateTable::Row PotentialHeads();
+// The chemical potentials and partial molar properties of the gases, in each phase.
+StateTable PotentialsAt(const fluid::Mixture& mixture, const fluid::FluidState& state,
                         ChosenVolume chosen);
 
 }  // namespace procedures

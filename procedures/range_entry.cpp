@@ -12,16 +12,16 @@ RangeEntry::RangeEntry(const std::string& firstName, const std::string& lastName
 }
 
 std::optional<ValueRange> RangeEntry::read() const {
-    const auto from = toolkit::parseNumber(first.text());
-    const auto to = toolkit::parseNumber(last.text());
+    const auto from = toolkit::ParseNumber(first.text());
+    const auto to = toolkit::ParseNumber(last.text());
     const auto step =
-        dataEntryStep.text().empty() ? 0.0 : toolkit::parseNumber(dataEntryStep.text());
+        dataEntryStep.text().empty() ? 0.0 : toolkit::ParseNumber(dataEntryStep.text());
     return from && to && step ? ValueRange::of(*from, *to, *step) : std::nullopt;
 }
 
 std::optional<ValueRange> RangeEntry::read(const ValueRange& proposed) const {
     const auto number = [](const toolkit::Entry& entry, double otherwise) {
-        return entry.text().empty() ? std::optional(otherwise) : toolkit::parseNumber(entry.text());
+        return entry.text().empty() ? std::optional(otherwise) : toolkit::ParseNumber(entry.text());
     };
     const auto from = number(first, proposed.smallest());
     const auto to = number(last, proposed.largest());

@@ -11,20 +11,20 @@
 
 namespace procedures {
 
-/// The entries of a range: its first and last value and its step, with their captions and units.
+// The entries of a range: its first and last value and its step, with their captions and units.
 class RangeEntry {
   public:
-    /// `firstName` and `lastName`: the control names of the first two entries.
+    // `firstName` and `lastName`: the control names of the first two entries.
     RangeEntry(const std::string& firstName, const std::string& lastName);
 
-    /// The range as typed; nothing where it is no range of numbers. One value needs no step.
+    // The range as typed; nothing where it is no range of numbers. One value needs no step.
     std::optional<ValueRange> read() const;
-    /// The same with what is proposed in place of what is empty.
+    // The same with what is proposed in place of what is empty.
     std::optional<ValueRange> read(const ValueRange& proposed) const;
-    /// The captions name the quantity, "First Temperature", and the units stand beside the entries.
+    // The captions name the quantity, "First Temperature", and the units stand beside the entries.
     void setQuantity(const std::string& quantity, const std::string& unit);
     void setSensitive(bool isSensitive);
-    /// Empties the first and the last value, and the step as well.
+    // Empties the first and the last value, and the step as well.
     void clearEnds();
     void clear();
     std::vector<std::vector<toolkit::Block>> rows();

@@ -10,10 +10,10 @@ namespace procedures {
 
 namespace {
 
-std::string captionOf(const fluid::CubicRoot& root) {
-    std::string caption = " " + toolkit::numberText(root.real);
+std::string CaptionOf(const fluid::CubicRoot& root) {
+    std::string caption = " " + toolkit::NumberText(root.real);
     if (!root.isReal()) {
-        caption += " and " + toolkit::numberText(root.imaginary) + "·i";
+        caption += " and " + toolkit::NumberText(root.imaginary) + "·i";
     }
     return caption;
 }
@@ -38,7 +38,7 @@ void RootChoice::setUnit(const toolkit::Label& unit) {
 }
 
 toolkit::Block RootChoice::block() {
-    return box.around(toolkit::column({Choice0, Choice1, Choice2}, toolkit::Spacing::none));
+    return box.around(toolkit::Column({Choice0, Choice1, Choice2}, toolkit::Spacing::Touching));
 }
 
 void RootChoice::show(const fluid::CubicRoots& roots, toolkit::Label& warning) {
@@ -46,13 +46,13 @@ void RootChoice::show(const fluid::CubicRoots& roots, toolkit::Label& warning) {
     std::size_t index = 0;
     std::string sentence = box.text() + ":";
     for (toolkit::RadioButton* const button : {&Choice0, &Choice1, &Choice2}) {
-        button->setCaption(captionOf(roots[index]));
+        button->setCaption(CaptionOf(roots[index]));
         button->setAccessibleName(button->caption());
         button->setSensitive(true);
         sentence += (index == 0 ? "" : ",") + button->caption();
         ++index;
     }
-    toolkit::announce(box, sentence);
+    toolkit::Announce(box, sentence);
     if (roots[0].real == 0.0) {
         warning.setText(noVolumeSentence);
     }

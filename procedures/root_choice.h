@@ -13,19 +13,19 @@
 
 namespace procedures {
 
-/// The three roots of the cubic equation of state on three choice buttons, of which none is on
-/// before the user chooses. Without roots there is nothing to choose.
+// The three roots of the cubic equation of state on three choice buttons, of which none is on
+// before the user chooses. Without roots there is nothing to choose.
 class RootChoice {
   public:
     RootChoice();
 
-    /// `chosen` runs with the number of the root that has been chosen.
+    // `chosen` runs with the number of the root that has been chosen.
     void onChoose(std::function<void(std::size_t)> chosen) { chosen_ = std::move(chosen); }
-    /// Ties the buttons to the unit of the roots.
+    // Ties the buttons to the unit of the roots.
     void setUnit(const toolkit::Label& unit);
 
     toolkit::Block block();
-    /// Shows these roots, none of them chosen; says in `warning` that there are none.
+    // Shows these roots, none of them chosen; says in `warning` that there are none.
     void show(const fluid::CubicRoots& roots, toolkit::Label& warning);
     void clear();
     bool isChosen() const;

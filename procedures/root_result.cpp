@@ -17,9 +17,9 @@ std::vector<std::vector<toolkit::Block>> RootResult::rows() {
 }
 
 void RootResult::show(const RootVolume& root) {
-    slope.setText(slopeSentence(root.slope));
-    Result.setText(toolkit::numberText(root.V));
-    DensityResult.setText(toolkit::numberText(root.density));
+    slope.setText(SlopeSentence(root.slope));
+    Result.setText(toolkit::NumberText(root.V));
+    DensityResult.setText(toolkit::NumberText(root.density));
 }
 
 void RootResult::showAny(const RootVolume& root, toolkit::Label& warning) {

@@ -9,19 +9,19 @@
 
 namespace procedures {
 
-/// The slope of the isotherm at a chosen root, its molar volume and its density.
+// The slope of the isotherm at a chosen root, its molar volume and its density.
 class RootResult {
   public:
     RootResult();
 
-    /// The molar volume and the density, each in a row of a grid.
+    // The molar volume and the density, each in a row of a grid.
     std::vector<std::vector<toolkit::Block>> rows();
     void show(const RootVolume& root);
-    /// The same of any root: "---" stands for what it lacks, and a sentence says why, in `warning`
-    /// where there is no volume.
+    // The same of any root: "---" stands for what it lacks, and a sentence says why, in `warning`
+    // where there is no volume.
     void showAny(const RootVolume& root, toolkit::Label& warning);
     void empty();
-    /// Gives the units their texts of the screen's first activation.
+    // Gives the units their texts of the screen's first activation.
     void showUnits();
 
   private:

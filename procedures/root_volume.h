@@ -8,7 +8,7 @@
 
 namespace procedures {
 
-/// What a root of the equation of state is, and the state of the mixture that it gives.
+// What a root of the equation of state is, and the state of the mixture that it gives.
 struct RootVolume {
     enum class Kind { Volume, Complex, None };
 
@@ -18,10 +18,10 @@ struct RootVolume {
     double slope = 0.0;      // of the isotherm, MPa·mol/cm3
 };
 
-fluid::CubicRoots rootsAt(const fluid::Mixture& mixture, const TypedState& state);
-/// `root`: one of these.
-RootVolume rootVolume(const fluid::Mixture& mixture, const TypedState& state,
-                      const fluid::CubicRoot& root);
+fluid::CubicRoots RootsAt(const fluid::Mixture& mixture, const TypedState& state);
+// `root`: one of these.
+RootVolume RootVolumeOf(const fluid::Mixture& mixture, const TypedState& state,
+                        const fluid::CubicRoot& root);
 
 inline constexpr const char* missingStateSentence =
     "warning: put a number for temperature and pressure";
@@ -30,10 +30,10 @@ inline constexpr const char* complexSentence =
 inline constexpr const char* noVolumeSentence =
     "warning: no molar volume could be calculated here, 0 stands for none";
 
-/// What the sign of a slope tells.
-std::string slopeSentence(double slope);
+// What the sign of a slope tells.
+std::string SlopeSentence(double slope);
 
-/// The shortest text of a number, "---" where it is infinite or none.
-std::string valueText(double value);
+// The shortest text of a number, "---" where it is infinite or none.
+std::string ValueText(double value);
 
 }  // namespace procedures

@@ -19,29 +19,27 @@ using fluid::StatePoint;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// For a pure gas both kinds are the same.
-std::vector<SpinodalKind> kindsOf(const fluid::Mixture& mixture) {
+// For a pure gas both kinds are the same.
+std::vector<SpinodalKind> KindsOf(const fluid::Mixture& mixture) {
     if (mixture.count == 1) {
         return {SpinodalKind::Diffusional};
     }
     return {SpinodalKind::Diffusional, SpinodalKind::Mechanical};
 }
 
-/// The dilute fluid is stable, so that each volume of a spinodal is a vapour side or a liquid side
-/// of unstable states by its place from the largest one.
-const char* limitName(const fluid::Mixture& mixture, SpinodalKind kind,
+// The dilute fluid is stable, so that each volume of a spinodal is a vapour side or a liquid side
+// of unstable states by its place from the largest one.
+const char* LimitName(const fluid::Mixture& mixture, SpinodalKind kind,
                       const fluid::SpinodalVolumes& volumes, std::size_t number) {
     const bool isLiquid = (volumes.count - number) % 2 == 0;
-    if (mixture.count == 1) {
-        return isLiquid ? "liquid side" : "vapour side";
-    }
+    if (mixture.count == 1) return isLiquid ? "liquid side" : "vapour side";
     if (kind == SpinodalKind::Diffusional) {
         return isLiquid ? "diffusional, liquid side" : "diffusional, vapour side";
     }
     return isLiquid ? "mechanical, liquid side" : "mechanical, vapour side";
 }
 
-std::size_t nearestOf(const fluid::SpinodalVolumes& volumes, double V) {
+std::size_t NearestOf(const fluid::SpinodalVolumes& volumes, double V) {
     const auto* const nearest =
         std::min_element(volumes.begin(), volumes.end(),
                          [V](double x, double y) { return std::abs(x - V) < std::abs(y - V); });
@@ -52,14 +50,12 @@ std::size_t nearestOf(const fluid::SpinodalVolumes& volumes, double V) {
 
 std::string SpinodalInput::refusal(const fluid::Mixture& mixture) const {
     if (given == Given::Volume) {
-        if (!(V > 0.0) || !std::isfinite(V)) {
-            return "warning: put a number for molar volume";
-        }
+        if (!(V > 0.0) || !std::isfinite(V)) return "warning: put a number for molar volume";
         const double b = mixture.covolume;
         return V > b ? ""
                      : "warning: the molar volume must be larger than the co-volume of this "
                        "fluid, " +
-                           sentenceText(b) + " " + volumeUnit;
+                           SentenceText(b) + " " + volumeUnit;
     }
     if (!temperatures) {
         return given == Given::Range
@@ -95,11 +91,11 @@ SpinodalTable::Limit SpinodalTable::limitAt(const WrittenTemperature& T, double 
 
 void SpinodalTable::addAt(const WrittenTemperature& T) {
     const std::size_t before = limits_.size();
-    for (const SpinodalKind kind : kindsOf(mixture_)) {
+    for (const SpinodalKind kind : KindsOf(mixture_)) {
         const fluid::SpinodalVolumes volumes = fluid::SpinodalOf(mixture_, kind).volumes(T.kelvin);
         for (std::size_t i = 0; i < volumes.count; ++i) {
             limits_.push_back(
-                limitAt(T, volumes.volumes[i], limitName(mixture_, kind, volumes, i)));
+                limitAt(T, volumes.volumes[i], LimitName(mixture_, kind, volumes, i)));
         }
     }
     if (limits_.size() == before) {
@@ -108,11 +104,11 @@ void SpinodalTable::addAt(const WrittenTemperature& T) {
 }
 
 void SpinodalTable::addAtVolume(double V) {
-    for (const SpinodalKind kind : kindsOf(mixture_)) {
+    for (const SpinodalKind kind : KindsOf(mixture_)) {
         const double T = fluid::SpinodalOf(mixture_, kind).temperature(V);
         const fluid::SpinodalVolumes volumes = fluid::SpinodalOf(mixture_, kind).volumes(T);
         limits_.push_back(limitAt(WrittenTemperature::calculated(T), V,
-                                  limitName(mixture_, kind, volumes, nearestOf(volumes, V))));
+                                  LimitName(mixture_, kind, volumes, NearestOf(volumes, V))));
     }
 }
 
@@ -146,10 +142,10 @@ SeriesTable::Row SpinodalTable::row(std::size_t number, const TemperatureScale& 
                                     Digits digits) const {
     const Limit& limit = limits_[number];
     const double density = fluid::MolarVolumeFromDensity(mixture_, limit.state.V);
-    return {cellText(limit.T.in(scale), temperatureDecimals, digits),
-            cellText(limit.state.P, pressureDecimals, digits),
-            cellText(limit.state.V, volumeDecimals, digits),
-            cellText(density, densityDecimals, digits), limit.name};
+    return {CellText(limit.T.in(scale), temperatureDecimals, digits),
+            CellText(limit.state.P, pressureDecimals, digits),
+            CellText(limit.state.V, volumeDecimals, digits),
+            CellText(density, densityDecimals, digits), limit.name};
 }
 
 std::string SpinodalTable::fileHeading() const {
@@ -170,7 +166,7 @@ std::string SpinodalTable::missingSentence(const TemperatureScale& scale) const 
     const auto coldest = std::min_element(
         missing_.begin(), missing_.end(),
         [](const auto& one, const auto& other) { return one.kelvin < other.kelvin; });
-    return "There is no spinodal at " + sentenceText(coldest->in(scale)) + " " + scale.name +
+    return "There is no spinodal at " + SentenceText(coldest->in(scale)) + " " + scale.name +
            " and above: " + std::to_string(missing_.size()) + " of " + std::to_string(asked_) +
            " temperatures have no row";
 }

@@ -11,7 +11,7 @@
 
 namespace procedures {
 
-/// What limits of stability are calculated from.
+// What limits of stability are calculated from.
 struct SpinodalInput {
     enum class Given { Temperature, Volume, Range };
 
@@ -19,23 +19,23 @@ struct SpinodalInput {
     double V = 0.0;                                // cm3/mol, not above 0 where none is given
     std::optional<TemperatureRange> temperatures;  // of one for a temperature
 
-    /// Why nothing can be calculated, as a sentence; empty where it can.
+    // Why nothing can be calculated, as a sentence; empty where it can.
     std::string refusal(const fluid::Mixture& mixture) const;
 };
 
-/// Limits of stability of a mixture, and the curves on which they lie.
+// Limits of stability of a mixture, and the curves on which they lie.
 class SpinodalTable : public SeriesTable {
   public:
     using Curves = std::vector<std::vector<fluid::StatePoint>>;
 
-    /// A point of a spinodal and what it limits.
+    // A point of a spinodal and what it limits.
     struct Limit {
         fluid::StatePoint state;
         WrittenTemperature T;
         const char* name = "";
     };
 
-    /// `input` must not be refused.
+    // `input` must not be refused.
     SpinodalTable(const fluid::Mixture& mixture, const SpinodalInput& input);
 
     static Row heads(const TemperatureScale& scale);
@@ -49,7 +49,7 @@ class SpinodalTable : public SeriesTable {
     const std::vector<Limit>& limits() const { return limits_; }
     const Curves& diffusional() const { return diffusional_; }
     const Curves& mechanical() const { return mechanical_; }  // none of a pure gas
-    /// Which of the temperatures have no limit, as a sentence; empty where all have some.
+    // Which of the temperatures have no limit, as a sentence; empty where all have some.
     std::string missingSentence(const TemperatureScale& scale) const;
 
   private:

@@ -72,17 +72,17 @@ void SpinodalWindow::layOut() {
                                                {GivenV, Block(dataEntryV).expanding(), StaticText2},
                                                {GivenRange}};
     for (std::vector<Block>& row : range.rows()) {
-        row.front() = row.front().indented(Spacing::section);
+        row.front() = row.front().indented(Spacing::Section);
         entries.push_back(row);
     }
-    const Block units = toolkit::column({volumeUnitChoice.block(), temperature.block()});
+    const Block units = toolkit::Column({volumeUnitChoice.block(), temperature.block()});
     const Block left =
-        toolkit::column({toolkit::row({toolkit::grid(entries).expanding(), units}),
-                         toolkit::buttonRow({Explanations, Clear, table.Export, calculate}),
+        toolkit::Column({toolkit::Row({toolkit::Grid(entries).expanding(), units}),
+                         toolkit::ButtonRow({Explanations, Clear, table.Export, calculate}),
                          warning, table.ListBox1.scrolling(visibleRows).expanding()});
-    const Block plot = toolkit::column(
-        {GroupBox4.around(toolkit::row({PlotT, PlotV})), plotPanel.block().expanding()});
-    setContent(toolkit::columns({"table", left}, {{"plot", plot}}));
+    const Block plot = toolkit::Column(
+        {GroupBox4.around(toolkit::Row({PlotT, PlotV})), plotPanel.block().expanding()});
+    setContent(toolkit::Columns({"table", left}, {{"plot", plot}}));
 }
 
 void SpinodalWindow::Event_Activate() {
@@ -179,7 +179,7 @@ std::optional<SpinodalInput> SpinodalWindow::read() {
     } else if (GivenV.isOn()) {
         input.given = SpinodalInput::Given::Volume;
         input.V = volumeUnitChoice.toMolarVolume(dataEntryV.number());
-    } else if (const auto number = toolkit::parseNumber(dataEntryT.text())) {
+    } else if (const auto number = toolkit::ParseNumber(dataEntryT.text())) {
         values = ValueRange::of(*number, *number, 0.0);
     }
     if (values) {
@@ -205,9 +205,7 @@ void SpinodalWindow::show() {
 }
 
 void SpinodalWindow::plot() {
-    if (!limits_) {
-        return;
-    }
+    if (!limits_) return;
     const ShownPressures matter(fluid::FindCriticalPoints(mixture_));
     ShownPressures all = matter;
     all.lowest = -std::numeric_limits<double>::infinity();
@@ -218,9 +216,9 @@ void SpinodalWindow::plot() {
     };
     const auto through = [&](PlotSeries series, const SpinodalTable::Curves& pieces,
                              fluid::SpinodalKind kind) {
-        return throughStates(std::move(series), pieces, all, x, spinodalStates(mixture_, kind));
+        return ThroughStates(std::move(series), pieces, all, x, SpinodalStates(mixture_, kind));
     };
-    PlotSeries marks("in the table", PlotSeries::Style::markers, 2);
+    PlotSeries marks("in the table", PlotSeries::Style::Markers, 2);
     constexpr std::size_t mostMarks = 12;
     for (const SpinodalTable::Limit& limit : limits_->limits()) {
         if (limits_->count() <= mostMarks) {
@@ -231,7 +229,7 @@ void SpinodalWindow::plot() {
     }
     plotPanel.show({through(PlotSeries(limits_->isPure() ? "spinodal" : "diffusional spinodal"),
                             limits_->diffusional(), fluid::SpinodalKind::Diffusional),
-                    through(PlotSeries("mechanical spinodal", PlotSeries::Style::dashed, 1),
+                    through(PlotSeries("mechanical spinodal", PlotSeries::Style::Dashed, 1),
                             limits_->mechanical(), fluid::SpinodalKind::Mechanical),
                     std::move(marks)},
                    view);

@@ -13,8 +13,8 @@
 
 namespace procedures {
 
-/// The limits of stability of the mixture: at a temperature, at a molar volume, or over a range of
-/// temperatures.
+// The limits of stability of the mixture: at a temperature, at a molar volume, or over a range of
+// temperatures.
 class SpinodalWindow : public toolkit::Screen {
   public:
     explicit SpinodalWindow(toolkit::ScreenHost& host);
@@ -39,7 +39,7 @@ class SpinodalWindow : public toolkit::Screen {
     void plotChosen();
     void volumeUnitChosen();
     void temperatureUnitChosen();
-    /// What was typed; nothing where it is refused, by a sentence.
+    // What was typed; nothing where it is refused, by a sentence.
     std::optional<SpinodalInput> read();
     void show();
     void plot();

@@ -15,8 +15,8 @@ namespace {
 
 constexpr int usualCaption = 20;  // characters
 
-std::string captionOf(const fluid::FluidState::Volume& volume) {
-    return " " + sentenceText(volume.V) + ", " + stabilityName(volume.stability);
+std::string CaptionOf(const fluid::FluidState::Volume& volume) {
+    return " " + SentenceText(volume.V) + ", " + StabilityName(volume.stability);
 }
 
 }  // namespace
@@ -31,19 +31,19 @@ StateChoice::StateChoice() {
 }
 
 toolkit::Block StateChoice::block() {
-    return toolkit::column(
-        {State, box.around(toolkit::grid({{Choice0, Choice1}, {Choice2, ChoicePhases}},
-                                         toolkit::Spacing::none))});
+    return toolkit::Column(
+        {State, box.around(toolkit::Grid({{Choice0, Choice1}, {Choice2, ChoicePhases}},
+                                         toolkit::Spacing::Touching))});
 }
 
 void StateChoice::calculate(const TypedState& typed) {
     clear();
     mixture_ = fluid::AcceptedMixture();
     state_ = fluid::StateAt(mixture_, typed.T, typed.P);
-    State.setText(stateSentence(mixture_, state_));
+    State.setText(StateSentence(mixture_, state_));
     toolkit::RadioButton* stable = nullptr;
     for (std::size_t i = 0; i < state_.volumes.size(); ++i) {
-        volumes_[i]->setCaption(captionOf(state_.volumes[i]));
+        volumes_[i]->setCaption(CaptionOf(state_.volumes[i]));
         volumes_[i]->setSensitive(true);
         if (state_.stable == i) {
             stable = volumes_[i];
@@ -78,25 +78,23 @@ void StateChoice::clear() {
 
 ChosenVolume StateChoice::chosen() const {
     for (std::size_t i = 0; i < volumes_.size(); ++i) {
-        if (volumes_[i]->isOn()) {
-            return i;
-        }
+        if (volumes_[i]->isOn()) return i;
     }
     return {};
 }
 
 void StateChoice::choice_Action() {
-    toolkit::runHandler(chosen_, box.name().c_str());
+    toolkit::RunHandler(chosen_, box.name().c_str());
 }
 
-void showTable(const StateTable& table, toolkit::List& list, toolkit::Label& note) {
+void ShowTable(const StateTable& table, toolkit::List& list, toolkit::Label& note) {
     list.setHeads(table.heads);
     std::vector<toolkit::List::Row> rows;
     for (const StateTable::Line& line : table.lines) {
-        rows.push_back(rowOf(line, Digits::Shown));
+        rows.push_back(RowOf(line, Digits::Shown));
     }
     list.setRows(rows);
-    list.setCopied([lines = table.lines](std::size_t i) { return rowOf(lines[i], Digits::Full); });
+    list.setCopied([lines = table.lines](std::size_t i) { return RowOf(lines[i], Digits::Full); });
     note.setText(table.note);
 }
 

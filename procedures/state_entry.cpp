@@ -20,10 +20,10 @@ StateEntry::StateEntry(const std::string& unitName, const std::string& warningNa
 toolkit::Block StateEntry::block() {
     using toolkit::Block;
     const Block inputs =
-        toolkit::grid({{Temperature, Block(dataEntryT).expanding(), temperatureUnitLabel},
+        toolkit::Grid({{Temperature, Block(dataEntryT).expanding(), temperatureUnitLabel},
                        {Pressure, Block(dataEntryP).expanding(), pressureUnitLabel}});
-    return toolkit::column({toolkit::row({inputs.expanding(), temperature.block(),
-                                          toolkit::buttonColumn({calculate, Clear})}),
+    return toolkit::Column({toolkit::Row({inputs.expanding(), temperature.block(),
+                                          toolkit::ButtonColumn({calculate, Clear})}),
                             warning});
 }
 
@@ -35,7 +35,7 @@ std::string StateEntry::temperatureText() const {
 
 std::optional<TypedState> StateEntry::read(const std::string& temperatureText,
                                            const std::string& refusal) {
-    const TypedState state{temperature.toKelvin(toolkit::numberOrZero(temperatureText)),
+    const TypedState state{temperature.toKelvin(toolkit::NumberOrZero(temperatureText)),
                            dataEntryP.number()};
     if (!(state.T > 0.0) || !(state.P > 0.0)) {
         warning.setText(refusal);
@@ -46,15 +46,13 @@ std::optional<TypedState> StateEntry::read(const std::string& temperatureText,
 }
 
 std::optional<TypedState> StateEntry::readNumbers(const std::string& refusal) {
-    if (toolkit::parseNumber(dataEntryT.text())) {
-        return read(dataEntryT.text(), refusal);
-    }
+    if (toolkit::ParseNumber(dataEntryT.text())) return read(dataEntryT.text(), refusal);
     warning.setText(refusal);
     return {};
 }
 
 void StateEntry::changed() {
-    toolkit::runHandler(changed_, "entries of a state");
+    toolkit::RunHandler(changed_, "entries of a state");
 }
 
 void StateEntry::temperatureUnitChosen() {

@@ -9,13 +9,13 @@ toolkit::Block StateForm::block(const std::vector<toolkit::Block>& second,
                                 const toolkit::Block& temperatureUnit,
                                 const std::vector<toolkit::Block>& result) {
     using toolkit::Block;
-    const Block inputs = toolkit::grid(
+    const Block inputs = toolkit::Grid(
         {{volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel}, second});
-    return toolkit::column(
-        {toolkit::column({inputs, volume.DensityResult}),
-         toolkit::row({volume.unit.block(), temperatureUnit}),
-         toolkit::buttonRow({Clear, calculate}), toolkit::grid({result}), warning},
-        toolkit::Spacing::group);
+    return toolkit::Column(
+        {toolkit::Column({inputs, volume.DensityResult}),
+         toolkit::Row({volume.unit.block(), temperatureUnit}),
+         toolkit::ButtonRow({Clear, calculate}), toolkit::Grid({result}), warning},
+        toolkit::Spacing::Group);
 }
 
 }  // namespace procedures

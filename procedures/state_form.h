@@ -9,15 +9,15 @@
 
 namespace procedures {
 
-/// What the screens share that calculate one quantity from a molar volume or density and a second
-/// quantity: the entry of the volume, the buttons, the message, and how all is arranged.
+// What the screens share that calculate one quantity from a molar volume or density and a second
+// quantity: the entry of the volume, the buttons, the message, and how all is arranged.
 class StateForm {
   public:
-    /// `boxName` and `unitName`: as for VolumeEntry.
+    // `boxName` and `unitName`: as for VolumeEntry.
     StateForm(const std::string& boxName, const std::string& unitName);
 
-    /// The whole window. `second` and `result`: a caption, an entry or a result, and its unit;
-    /// `temperatureUnit`: the choice of it.
+    // The whole window. `second` and `result`: a caption, an entry or a result, and its unit;
+    // `temperatureUnit`: the choice of it.
     toolkit::Block block(const std::vector<toolkit::Block>& second,
                          const toolkit::Block& temperatureUnit,
                          const std::vector<toolkit::Block>& result);

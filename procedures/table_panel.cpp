@@ -37,7 +37,7 @@ void TablePanel::show(std::shared_ptr<const SeriesTable> table, const Temperatur
     };
     ListBox1.setTable(table_->count(), rows(Digits::Shown), rows(Digits::Full));
     const std::size_t count = table_->count();
-    toolkit::announce(ListBox1, "table of the " + fileName_ + ": " + std::to_string(count) +
+    toolkit::Announce(ListBox1, "table of the " + fileName_ + ": " + std::to_string(count) +
                                     (count == 1 ? " row" : " rows"));
 }
 
@@ -51,9 +51,9 @@ void TablePanel::Export_Action() {
         message_.setText("warning: there is no table to export; calculate one first");
         return;
     }
-    saveToFile(screen_, message_, "Export", fileName_, {".txt"},
+    SaveToFile(screen_, message_, "Export", fileName_, {".txt"},
                [table = table_](const std::string& path) {
-                   return toolkit::writeFile(path, table->fileText());
+                   return toolkit::WriteFile(path, table->fileText());
                });
 }
 

@@ -13,7 +13,7 @@
 
 namespace procedures {
 
-/// The table of a series on its screen, and the button that exports it.
+// The table of a series on its screen, and the button that exports it.
 class TablePanel {
   public:
     struct Form {
@@ -25,11 +25,11 @@ class TablePanel {
         std::string exportName = "Export";
     };
 
-    /// `fileName`: proposed for exports, without extension; `message` says what came of them.
+    // `fileName`: proposed for exports, without extension; `message` says what came of them.
     TablePanel(toolkit::Screen& screen, toolkit::Message& message, const std::string& fileName,
                const Form& form);
 
-    /// Shows the table with temperatures in this unit.
+    // Shows the table with temperatures in this unit.
     void show(std::shared_ptr<const SeriesTable> table, const TemperatureScale& scale);
     void clear();
     bool isEmpty() const { return ListBox1.isEmpty(); }

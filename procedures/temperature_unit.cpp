@@ -16,7 +16,7 @@ TemperatureUnit::TemperatureUnit(const std::string& boxName, const char* celsius
 }
 
 toolkit::Block TemperatureUnit::block() {
-    return box.around(toolkit::column({Celsius, Kelvin}));
+    return box.around(toolkit::Column({Celsius, Kelvin}));
 }
 
 TemperatureScale TemperatureUnit::scale() const {
@@ -24,11 +24,11 @@ TemperatureScale TemperatureUnit::scale() const {
 }
 
 void TemperatureUnit::Celsius_Action() {
-    toolkit::runHandler(changed_, Celsius.name().c_str());
+    toolkit::RunHandler(changed_, Celsius.name().c_str());
 }
 
 void TemperatureUnit::Kelvin_Action() {
-    toolkit::runHandler(changed_, Kelvin.name().c_str());
+    toolkit::RunHandler(changed_, Kelvin.name().c_str());
 }
 
 TemperatureEntry::TemperatureEntry(const std::string& boxName, const std::string& unitName,
@@ -40,18 +40,18 @@ TemperatureEntry::TemperatureEntry(const std::string& boxName, const std::string
 }
 
 std::optional<double> TemperatureEntry::kelvin() const {
-    const std::optional<double> number = toolkit::parseNumber(dataEntryT.text());
+    const std::optional<double> number = toolkit::ParseNumber(dataEntryT.text());
     return number ? std::optional(unit.toKelvin(*number)) : std::nullopt;
 }
 
 void TemperatureEntry::dataEntryT_TextChange() {
-    toolkit::runHandler(changed_, dataEntryT.name().c_str());
+    toolkit::RunHandler(changed_, dataEntryT.name().c_str());
 }
 
 void TemperatureEntry::unitChosen() {
     unitLabel.setText(unit.unitText());
     dataEntryT.setText("");
-    toolkit::runHandler(changed_, unitLabel.name().c_str());
+    toolkit::RunHandler(changed_, unitLabel.name().c_str());
 }
 
 }  // namespace procedures

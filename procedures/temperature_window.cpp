@@ -56,7 +56,7 @@ TemperatureWindow::Input TemperatureWindow::read() const {
 
 void TemperatureWindow::calculate_Action() {
     const Input input = read();
-    show(input, temperatureAt(fluid::AcceptedMixture(), input.V, input.P));
+    show(input, TemperatureAt(fluid::AcceptedMixture(), input.V, input.P));
 }
 
 void TemperatureWindow::show(const Input& input,
@@ -73,7 +73,7 @@ void TemperatureWindow::show(const Input& input,
     TemperatureC = TemperatureK - zeroCelsius;
     if (TemperatureK > 0.0) {
         ResultT.setText(
-            toolkit::numberText(temperature.Celsius.isOn() ? TemperatureC : TemperatureK));
+            toolkit::NumberText(temperature.Celsius.isOn() ? TemperatureC : TemperatureK));
     }
     form.warning.setText(result->warning);
 }
@@ -81,9 +81,9 @@ void TemperatureWindow::show(const Input& input,
 void TemperatureWindow::temperatureUnitChosen() {
     Label1.setText(temperature.unitText());
     if (temperature.Kelvin.isOn()) {
-        ResultT.setText(toolkit::numberText(TemperatureK));
+        ResultT.setText(toolkit::NumberText(TemperatureK));
     } else {
-        ResultT.setText(TemperatureK > 0.0 ? toolkit::numberText(TemperatureC) : "");
+        ResultT.setText(TemperatureK > 0.0 ? toolkit::NumberText(TemperatureC) : "");
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace procedures {
 
-/// The temperature of the mixture at a pressure and a molar volume or density.
+// The temperature of the mixture at a pressure and a molar volume or density.
 class TemperatureWindow : public toolkit::Screen {
   public:
     explicit TemperatureWindow(toolkit::ScreenHost& host);

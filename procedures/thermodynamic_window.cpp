@@ -35,10 +35,10 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
 
 void ThermodynamicWindow::layOut() {
     using toolkit::Block;
-    setContent(toolkit::columns(
-        {"state", toolkit::column({state.block(), choice.block(),
-                                   Block(toolkit::row({amountOf, Mole, Kilogram})).atStart()})},
-        {{"properties", toolkit::column({ListBox1.scrolling(visibleRows).expanding(), reference,
+    setContent(toolkit::Columns(
+        {"state", toolkit::Column({state.block(), choice.block(),
+                                   Block(toolkit::Row({amountOf, Mole, Kilogram})).atStart()})},
+        {{"properties", toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), reference,
                                          Inversion, note})}}));
 }
 
@@ -52,13 +52,13 @@ void ThermodynamicWindow::calculate_Action() {
     emptyAll();
     if (const auto typed = state.readNumbers(missingStateSentence)) {
         choice.calculate(*typed);
-        Inversion.setText(inversionSentence(choice.mixture(), typed->P));
+        Inversion.setText(InversionSentence(choice.mixture(), typed->P));
     }
 }
 
 void ThermodynamicWindow::showProperties() {
     const Amount amount = Kilogram.isOn() ? Amount::Kilogram : Amount::Mole;
-    showTable(propertiesAt(choice.mixture(), choice.state(), choice.chosen(), amount), ListBox1,
+    ShowTable(PropertiesAt(choice.mixture(), choice.state(), choice.chosen(), amount), ListBox1,
               note);
 }
 

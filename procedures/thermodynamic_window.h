@@ -8,8 +8,8 @@
 
 namespace procedures {
 
-/// The thermodynamic properties of the mixture at a temperature and a pressure, each split into
-/// those of the ideal gas and what the equation of state adds to them, or those of its two phases.
+// The thermodynamic properties of the mixture at a temperature and a pressure, each split into
+// those of the ideal gas and what the equation of state adds to them, or those of its two phases.
 class ThermodynamicWindow : public toolkit::Screen {
   public:
     explicit ThermodynamicWindow(toolkit::ScreenHost& host);

@@ -10,7 +10,7 @@
 // What the screen of liquid-vapour equilibria calculates and says.
 namespace procedures {
 
-/// What is given of an equilibrium.
+// What is given of an equilibrium.
 struct EquilibriumInput {
     double T = 0.0;  // K
     double V = 0.0;  // cm3/mol, larger than the co-volume
@@ -21,9 +21,9 @@ struct EquilibriumStart {
     double volumeFraction = 0.0;  // of phase Y
     std::string warning;
 };
-EquilibriumStart equilibriumStart(const fluid::Mixture& mixture, const EquilibriumInput& input);
+EquilibriumStart EquilibriumStartOf(const fluid::Mixture& mixture, const EquilibriumInput& input);
 
-PhaseResults equilibriumFrom(const fluid::Mixture& mixture, const EquilibriumInput& input,
+PhaseResults EquilibriumFrom(const fluid::Mixture& mixture, const EquilibriumInput& input,
                              double volumeFraction, const fluid::PhaseGuess& guess);
 
 }  // namespace procedures

@@ -13,7 +13,7 @@ namespace {
 constexpr double largestWhole = 9007199254740992.0;  // whole numbers up to it are exact
 constexpr int mostDecimals = 12;
 
-bool isWholeTimes(double value, double scale) {
+bool IsWholeTimes(double value, double scale) {
     const double whole = std::round(value * scale);
     return std::abs(whole) < largestWhole && whole / scale == value;
 }
@@ -27,7 +27,7 @@ std::optional<ValueRange> ValueRange::of(double first, double last, double step)
     }
     ValueRange range;
     for (double scale = 1e2; scale <= 1e12 && !range.isDecimal_; scale *= 10.0) {
-        if (isWholeTimes(first, scale) && isWholeTimes(last, scale) && isWholeTimes(step, scale)) {
+        if (IsWholeTimes(first, scale) && IsWholeTimes(last, scale) && IsWholeTimes(step, scale)) {
             range.isDecimal_ = true;
             range.scale_ = scale;
         }
@@ -73,15 +73,11 @@ double ValueRange::rounded(double number) const {
 
 int ValueRange::decimals() const {
     constexpr int ofAnyNumber = 6;
-    if (!isDecimal_) {
-        return ofAnyNumber;
-    }
+    if (!isDecimal_) return ofAnyNumber;
     int decimals = 0;
     for (double scale = 1.0; decimals < mostDecimals; scale *= 10.0, ++decimals) {
-        const auto fits = [&](double number) { return isWholeTimes(number / scale_, scale); };
-        if (fits(first_) && fits(last_) && fits(step_)) {
-            break;
-        }
+        const auto fits = [&](double number) { return IsWholeTimes(number / scale_, scale); };
+        if (fits(first_) && fits(last_) && fits(step_)) break;
     }
     return decimals;
 }
@@ -91,7 +87,7 @@ std::string ValueRange::refusal(const std::string& quantity) const {
     constexpr double mostDigits = 1e15;
     if (count_ > mostRows) {
         const std::string count =
-            count_ < mostDigits ? toolkit::fixedText(count_, 0) : toolkit::numberText(count_);
+            count_ < mostDigits ? toolkit::FixedText(count_, 0) : toolkit::NumberText(count_);
         return "warning: these would be " + count + " " + quantity +
                ", and at most 100000 are listed; put a larger step";
     }
@@ -120,9 +116,7 @@ int TemperatureRange::decimals(const TemperatureScale& shown) const {
 }
 
 std::string TemperatureRange::refusal() const {
-    if (!(lowest().kelvin > 0.0)) {
-        return "warning: temperatures must be above absolute zero";
-    }
+    if (!(lowest().kelvin > 0.0)) return "warning: temperatures must be above absolute zero";
     return values.refusal("temperatures");
 }
 

@@ -25,15 +25,15 @@ VolumeUnit::VolumeUnit(const std::string& boxName)
 }
 
 void VolumeUnit::kgm3_Action() {
-    toolkit::runHandler(changed_, kgm3.name().c_str());
+    toolkit::RunHandler(changed_, kgm3.name().c_str());
 }
 
 void VolumeUnit::cm3mol_Action() {
-    toolkit::runHandler(changed_, cm3mol.name().c_str());
+    toolkit::RunHandler(changed_, cm3mol.name().c_str());
 }
 
 toolkit::Block VolumeUnit::block() {
-    return box.around(toolkit::column({kgm3, cm3mol}));
+    return box.around(toolkit::Column({kgm3, cm3mol}));
 }
 
 double VolumeUnit::toMolarVolume(double number) const {
@@ -73,14 +73,14 @@ void VolumeEntry::showEcho() {
     const bool isDensity = unit.kgm3.isOn();
     std::string echo = isDensity ? "corresponding molar volume" : "corresponding density";
     if (number > 0.0 && std::isfinite(other)) {
-        echo += " = " + toolkit::numberText(other) + " " + (isDensity ? volumeUnit : densityUnit);
+        echo += " = " + toolkit::NumberText(other) + " " + (isDensity ? volumeUnit : densityUnit);
     }
     DensityResult.setText(echo);
 }
 
 void VolumeEntry::dataEntryV_TextChange() {
     showEcho();
-    toolkit::runHandler(changed_, dataEntryV.name().c_str());
+    toolkit::RunHandler(changed_, dataEntryV.name().c_str());
 }
 
 void VolumeEntry::unitChosen() {

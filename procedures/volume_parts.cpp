@@ -5,14 +5,12 @@
 
 namespace procedures {
 
-VolumeParts volumePartsAt(const fluid::Mixture& mixture, const TypedState& state,
+VolumeParts VolumePartsAt(const fluid::Mixture& mixture, const TypedState& state,
                           std::size_t number) {
-    const fluid::CubicRoots roots = rootsAt(mixture, state);
+    const fluid::CubicRoots roots = RootsAt(mixture, state);
     VolumeParts parts;
-    parts.root = rootVolume(mixture, state, roots[number]);
-    if (parts.root.kind != RootVolume::Kind::Volume) {
-        return parts;
-    }
+    parts.root = RootVolumeOf(mixture, state, roots[number]);
+    if (parts.root.kind != RootVolume::Kind::Volume) return parts;
     const bool areReal = roots[1].isReal();
     const auto partial = fluid::PartialMolarVolumes(mixture, state.T, parts.root.V);
     fluid::ComponentValues pureVolumes{};
@@ -38,15 +36,15 @@ VolumeParts volumePartsAt(const fluid::Mixture& mixture, const TypedState& state
     return parts;
 }
 
-std::string volumeText(const std::optional<double>& volume) {
-    return volume ? toolkit::numberText(*volume) : "---";
+std::string VolumeText(const std::optional<double>& volume) {
+    return volume ? toolkit::NumberText(*volume) : "---";
 }
 
-std::vector<std::string> volumeRow(const VolumeParts::Gas& gas) {
-    return {" " + std::string(gas.formula), volumeText(gas.pure), volumeText(gas.partial)};
+std::vector<std::string> VolumeRow(const VolumeParts::Gas& gas) {
+    return {" " + std::string(gas.formula), VolumeText(gas.pure), VolumeText(gas.partial)};
 }
 
-std::string multipleSentence(const VolumeParts& parts) {
+std::string MultipleSentence(const VolumeParts& parts) {
     std::string gases;
     for (const VolumeParts::Gas& gas : parts.gases) {
         if (gas.hasOthers) {

@@ -10,7 +10,7 @@
 
 namespace procedures {
 
-/// The volumes of a mixture and of its parts, cm3/mol.
+// The volumes of a mixture and of its parts, cm3/mol.
 struct VolumeParts {
     struct Gas {
         std::string_view formula;
@@ -25,14 +25,14 @@ struct VolumeParts {
     std::optional<double> excess;
 };
 
-/// `number`: which of the roots at the state is meant.
-VolumeParts volumePartsAt(const fluid::Mixture& mixture, const TypedState& state,
+// `number`: which of the roots at the state is meant.
+VolumeParts VolumePartsAt(const fluid::Mixture& mixture, const TypedState& state,
                           std::size_t number);
 
-/// The line of a gas in the table.
-std::vector<std::string> volumeRow(const VolumeParts::Gas& gas);
-std::string volumeText(const std::optional<double>& volume);
-/// Names the pure gases of which there is more than one volume; empty where there is none.
-std::string multipleSentence(const VolumeParts& parts);
+// The line of a gas in the table.
+std::vector<std::string> VolumeRow(const VolumeParts::Gas& gas);
+std::string VolumeText(const std::optional<double>& volume);
+// Names the pure gases of which there is more than one volume; empty where there is none.
+std::string MultipleSentence(const VolumeParts& parts);
 
 }  // namespace procedures

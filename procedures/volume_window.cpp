@@ -24,7 +24,7 @@ VolumeWindow::VolumeWindow(toolkit::ScreenHost& host)
     state.onChange(this, &VolumeWindow::emptyAll);
     state.calculate.onClick(this, &VolumeWindow::calculate_Action);
     choice.onChoose([this](std::size_t number) {
-        show(volumePartsAt(fluid::AcceptedMixture(), calculated_, number));
+        show(VolumePartsAt(fluid::AcceptedMixture(), calculated_, number));
     });
     choice.setUnit(result.Label4);
     ListBox1.setAccessibleName("results of each gas");
@@ -42,11 +42,11 @@ VolumeWindow::VolumeWindow(toolkit::ScreenHost& host)
 void VolumeWindow::layOut() {
     using toolkit::Block;
     const Block volumes =
-        toolkit::grid({{idealCaption, ResultIdeal, Label5}, {excessCaption, ExcessVol, Label6}});
-    setContent(toolkit::columns(
-        {"mixture", toolkit::column({state.block(), choice.block(), result.slope,
-                                     Block(toolkit::grid(result.rows())).atStart(), StaticText1})},
-        {{"gases", toolkit::column({ListBox1.scrolling(visibleRows).expanding(), volumes})}}));
+        toolkit::Grid({{idealCaption, ResultIdeal, Label5}, {excessCaption, ExcessVol, Label6}});
+    setContent(toolkit::Columns(
+        {"mixture", toolkit::Column({state.block(), choice.block(), result.slope,
+                                     Block(toolkit::Grid(result.rows())).atStart(), StaticText1})},
+        {{"gases", toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), volumes})}}));
 }
 
 void VolumeWindow::Event_Activate() {
@@ -59,7 +59,7 @@ void VolumeWindow::Event_Activate() {
 }
 
 std::optional<TypedState> VolumeWindow::read() {
-    return state.read(toolkit::fixedText(state.dataEntryT.number(), temperatureDecimals),
+    return state.read(toolkit::FixedText(state.dataEntryT.number(), temperatureDecimals),
                       "warning: put a valid number for temperature and pressure");
 }
 
@@ -67,7 +67,7 @@ void VolumeWindow::calculate_Action() {
     emptyAll();
     if (const auto typed = read()) {
         calculated_ = *typed;
-        choice.show(rootsAt(fluid::AcceptedMixture(), *typed), state.warning);
+        choice.show(RootsAt(fluid::AcceptedMixture(), *typed), state.warning);
     }
 }
 
@@ -82,14 +82,14 @@ void VolumeWindow::show(const VolumeParts& parts) {
         return;
     }
     result.show(parts.root);
-    ResultIdeal.setText(volumeText(parts.ideal));
-    ExcessVol.setText(volumeText(parts.excess));
+    ResultIdeal.setText(VolumeText(parts.ideal));
+    ExcessVol.setText(VolumeText(parts.excess));
     std::vector<toolkit::List::Row> rows;
     for (const VolumeParts::Gas& gas : parts.gases) {
-        rows.push_back(volumeRow(gas));
+        rows.push_back(VolumeRow(gas));
     }
     ListBox1.setRows(rows);
-    state.warning.setText(multipleSentence(parts));
+    state.warning.setText(MultipleSentence(parts));
 }
 
 void VolumeWindow::emptyResults() {

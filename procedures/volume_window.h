@@ -12,7 +12,7 @@
 
 namespace procedures {
 
-/// The molar volumes of the mixture at a temperature and a pressure, and the volumes of its parts.
+// The molar volumes of the mixture at a temperature and a pressure, and the volumes of its parts.
 class VolumeWindow : public toolkit::Screen {
   public:
     explicit VolumeWindow(toolkit::ScreenHost& host);

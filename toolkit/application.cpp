@@ -13,13 +13,11 @@ namespace toolkit {
 
 namespace {
 
-/// Gives the windows that are open and those to come the icon of this name.
-void giveIcon(const char* name) {
+// Gives the windows that are open and those to come the icon of this name.
+void GiveIcon(const char* name) {
     GtkIconTheme* const theme = gtk_icon_theme_get_default();
     // GTK+ complains of an icon that is in no theme.
-    if (gtk_icon_theme_has_icon(theme, name) == FALSE) {
-        return;
-    }
+    if (gtk_icon_theme_has_icon(theme, name) == FALSE) return;
     // By its name alone, every window would read all sizes of it anew: 2.4 ms each.
     GList* icons = nullptr;
     for (const int pixels : {48, 32, 24, 16}) {
@@ -38,8 +36,8 @@ void giveIcon(const char* name) {
     g_list_free_full(icons, &g_object_unref);
 }
 
-/// What hands a table to screen readers goes down it by recursion, with some 128 bytes for a row.
-void makeRoomForReaders() {
+// What hands a table to screen readers goes down it by recursion, with some 128 bytes for a row.
+void MakeRoomForReaders() {
     constexpr rlim_t room = rlim_t{64} << 20;  // four times what the longest table takes
     rlimit stack{};
     if (getrlimit(RLIMIT_STACK, &stack) == 0 && stack.rlim_cur < room) {
@@ -48,9 +46,9 @@ void makeRoomForReaders() {
     }
 }
 
-/// The context menu of a text of this type comes when the clipboard has answered. Asked for by keys
-/// and come too late to be shown, it would take all input all the same.
-void watchContextMenus(GType type) {
+// The context menu of a text of this type comes when the clipboard has answered. Asked for by keys
+// and come too late to be shown, it would take all input all the same.
+void WatchContextMenus(GType type) {
     const auto leave = [](gpointer menu) -> gboolean {
         if (gtk_widget_get_visible(GTK_WIDGET(menu)) == FALSE) {
             gtk_menu_shell_deactivate(GTK_MENU_SHELL(menu));
@@ -65,46 +63,44 @@ void watchContextMenus(GType type) {
         return TRUE;
     };
     g_type_class_unref(g_type_class_ref(type));
-    g_signal_add_emission_hook(g_signal_lookup("populate-popup", type), 0, guarded(onContextMenu),
-                               reinterpret_cast<gpointer>(guarded(leave)), nullptr);
+    g_signal_add_emission_hook(g_signal_lookup("populate-popup", type), 0, Guarded(onContextMenu),
+                               reinterpret_cast<gpointer>(Guarded(leave)), nullptr);
 }
 
 }  // namespace
 
-bool openDisplay() {
+bool OpenDisplay() {
     // A file that grows over its limit shall fail to be written, and not end the process.
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-    makeRoomForReaders();
-    if (gtk_init_check(nullptr, nullptr) == FALSE) {
-        return false;
-    }
-    watchContextMenus(GTK_TYPE_ENTRY);
-    watchContextMenus(GTK_TYPE_LABEL);
+    MakeRoomForReaders();
+    if (gtk_init_check(nullptr, nullptr) == FALSE) return false;
+    WatchContextMenus(GTK_TYPE_ENTRY);
+    WatchContextMenus(GTK_TYPE_LABEL);
     // A result that Tab has passed would stay selected, and look like the one that is meant.
     g_object_set(gtk_settings_get_default(), "gtk-label-select-on-focus", FALSE, nullptr);
     return true;
 }
 
-void setWindowIcon(const char* name) {
+void SetWindowIcon(const char* name) {
     constexpr guint whenStarted = 200;  // ms
     const auto set = [](gpointer data) -> gboolean {
-        giveIcon(static_cast<const char*>(data));
+        GiveIcon(static_cast<const char*>(data));
         return FALSE;
     };
-    g_timeout_add_full(G_PRIORITY_LOW, whenStarted, guarded(set), g_strdup(name), &g_free);
+    g_timeout_add_full(G_PRIORITY_LOW, whenStarted, Guarded(set), g_strdup(name), &g_free);
 }
 
-void runLoop() {
+void RunLoop() {
     gtk_main();
 }
 
-void leaveLoop() {
+void LeaveLoop() {
     if (gtk_main_level() > 0) {
         gtk_main_quit();
     }
 }
 
-bool handlePendingEvents() {
+bool HandlePendingEvents() {
     gdk_display_sync(gdk_display_get_default());
     bool hasHandled = false;
     while (gtk_events_pending() != FALSE) {

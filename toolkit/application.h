@@ -2,19 +2,19 @@
 
 namespace toolkit {
 
-/// Prepares the process and connects to the display; false when there is none.
-bool openDisplay();
+// Prepares the process and connects to the display; false when there is none.
+bool OpenDisplay();
 
-/// Gives all windows the icon of this name in the desktop's icon theme, if it is there. It is
-/// looked for a moment after the call, so that the start does not wait for it.
-void setWindowIcon(const char* name);
+// Gives all windows the icon of this name in the desktop's icon theme, if it is there. It is
+// looked for a moment after the call, so that the start does not wait for it.
+void SetWindowIcon(const char* name);
 
-/// Runs the events of all windows until leaveLoop is called.
-void runLoop();
-void leaveLoop();
+// Runs the events of all windows until LeaveLoop is called.
+void RunLoop();
+void LeaveLoop();
 
-/// Handles what has happened until now and returns whether anything had; for programs that drive
-/// the screens themselves.
-bool handlePendingEvents();
+// Handles what has happened until now and returns whether anything had; for programs that drive
+// the screens themselves.
+bool HandlePendingEvents();
 
 }  // namespace toolkit

@@ -12,13 +12,11 @@ namespace toolkit {
 
 namespace {
 
-/// GTK+ leads Tab to the button of a group that is on, and so past a group in which none is on:
-/// there Tab goes to the first button that it comes by.
-gboolean onTabFocus(GtkWidget* button, GtkDirectionType direction, GtkWidget* none) {
+// GTK+ leads Tab to the button of a group that is on, and so past a group in which none is on:
+// there Tab goes to the first button that it comes by.
+gboolean OnTabFocus(GtkWidget* button, GtkDirectionType direction, GtkWidget* none) {
     const bool isTab = direction == GTK_DIR_TAB_FORWARD || direction == GTK_DIR_TAB_BACKWARD;
-    if (!isTab || gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(none)) == FALSE) {
-        return FALSE;
-    }
+    if (!isTab || gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(none)) == FALSE) return FALSE;
     for (const GSList* other = gtk_radio_button_get_group(GTK_RADIO_BUTTON(button));
          other != nullptr; other = other->next) {
         if (gtk_widget_is_focus(GTK_WIDGET(other->data)) != FALSE) {
@@ -36,16 +34,16 @@ Button::Button(std::string name, std::string caption)
       caption_(std::move(caption)) {
     gtk_widget_set_can_default(widget(), TRUE);
     const auto onClicked = [](GtkWidget* button, const Button* self) {
-        finishCellEdit(button);  // by its mnemonic it is pressed from within an editor
+        FinishCellEdit(button);  // by its mnemonic it is pressed from within an editor
         const Announcement announcement(button);
-        runHandler(self->click_, self->name().c_str());
+        RunHandler(self->click_, self->name().c_str());
     };
-    connect(widget(), "clicked", onClicked, this);
+    Connect(widget(), "clicked", onClicked, this);
 }
 
 void Button::underline(std::size_t position) {
     gtk_button_set_use_underline(GTK_BUTTON(widget()), TRUE);
-    gtk_button_set_label(GTK_BUTTON(widget()), markMnemonic(caption_, position).c_str());
+    gtk_button_set_label(GTK_BUTTON(widget()), MarkMnemonic(caption_, position).c_str());
 }
 
 RadioGroup::RadioGroup() : none_(gtk_radio_button_new(nullptr)) {
@@ -67,17 +65,17 @@ RadioButton::RadioButton(RadioGroup& group, std::string name, std::string captio
       none_(group.none_) {
     const auto onToggled = [](GtkWidget* button, const RadioButton* self) {
         if (self->isOn()) {
-            finishCellEdit(button);
+            FinishCellEdit(button);
             const Announcement announcement(button);
-            runHandler(self->choose_, self->name().c_str());
+            RunHandler(self->choose_, self->name().c_str());
         }
     };
     const auto onFocus = [](GtkWidget* button, GtkDirectionType direction,
                             const RadioButton* self) -> gboolean {
-        return onTabFocus(button, direction, self->none_);
+        return OnTabFocus(button, direction, self->none_);
     };
-    connect(widget(), "toggled", onToggled, this);
-    connect(widget(), "focus", onFocus, this);
+    Connect(widget(), "toggled", onToggled, this);
+    Connect(widget(), "focus", onFocus, this);
 }
 
 bool RadioButton::isOn() const {
@@ -95,9 +93,7 @@ void RadioButton::reserve(int characters) {
 }
 
 void RadioButton::setCaption(const std::string& caption) {
-    if (caption == caption_) {
-        return;
-    }
+    if (caption == caption_) return;
     caption_ = caption;
     underline(std::string::npos);
     if (changed_) {
@@ -107,7 +103,7 @@ void RadioButton::setCaption(const std::string& caption) {
 
 void RadioButton::underline(std::size_t position) {
     gtk_button_set_use_underline(GTK_BUTTON(widget()), TRUE);
-    gtk_button_set_label(GTK_BUTTON(widget()), markMnemonic(caption_, position).c_str());
+    gtk_button_set_label(GTK_BUTTON(widget()), MarkMnemonic(caption_, position).c_str());
 }
 
 }  // namespace toolkit

@@ -6,7 +6,7 @@
 
 namespace toolkit {
 
-/// A push button.
+// A push button.
 class Button : public Control, public Captioned {
   public:
     Button(std::string name, std::string caption);
@@ -14,13 +14,13 @@ class Button : public Control, public Captioned {
     std::string text() const override { return caption_; }
     template <class Object, class Base>
     void onClick(Object* object, void (Base::*function)()) {
-        click_ = member(object, function);
+        click_ = Member(object, function);
     }
 
     std::string caption() const override { return caption_; }
     void underline(std::size_t position) override;
     bool canCarryMnemonic() const override { return hasMnemonic_; }
-    /// Leaves the letters to others, where a window has more captions than there are letters.
+    // Leaves the letters to others, where a window has more captions than there are letters.
     void dropMnemonic() { hasMnemonic_ = false; }
     void setMnemonicsChanged(Handler /*changed*/) override {}  // its caption never changes
 
@@ -30,7 +30,7 @@ class Button : public Control, public Captioned {
     Handler click_;
 };
 
-/// Radio buttons of which at most one is on. The group has to outlive its buttons.
+// Radio buttons of which at most one is on. The group has to outlive its buttons.
 class RadioGroup {
   public:
     RadioGroup();
@@ -38,7 +38,7 @@ class RadioGroup {
     RadioGroup& operator=(const RadioGroup&) = delete;
     ~RadioGroup();
 
-    /// Turns every button off; no handler runs.
+    // Turns every button off; no handler runs.
     void clear();
 
   private:
@@ -46,22 +46,22 @@ class RadioGroup {
     GtkWidget* none_;  // GTK+ wants one button of a group on: this one, which is never shown
 };
 
-/// A button of a group; all buttons of a new group are off.
+// A button of a group; all buttons of a new group are off.
 class RadioButton : public Control, public Captioned {
   public:
     RadioButton(RadioGroup& group, std::string name, std::string caption);
 
     std::string text() const override { return caption_; }
     bool isOn() const;
-    /// Turns the button on, and its handler runs as if a user had chosen it.
+    // Turns the button on, and its handler runs as if a user had chosen it.
     void turnOn();
     void setCaption(const std::string& caption);
-    /// Keeps room for a caption of so many characters, whatever it is.
+    // Keeps room for a caption of so many characters, whatever it is.
     void reserve(int characters);
-    /// `function` runs when the button comes on, not when it goes off.
+    // `function` runs when the button comes on, not when it goes off.
     template <class Object, class Base>
     void onChoose(Object* object, void (Base::*function)()) {
-        choose_ = member(object, function);
+        choose_ = Member(object, function);
     }
 
     std::string caption() const override { return caption_; }

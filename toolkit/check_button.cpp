@@ -14,9 +14,9 @@ CheckButton::CheckButton(std::string name, std::string caption)
       caption_(std::move(caption)) {
     const auto onToggled = [](GtkToggleButton* button, const CheckButton* self) {
         const Announcement announcement(GTK_WIDGET(button));
-        runHandler(self->toggled_, self->name().c_str());
+        RunHandler(self->toggled_, self->name().c_str());
     };
-    connect(widget(), "toggled", onToggled, this);
+    Connect(widget(), "toggled", onToggled, this);
 }
 
 bool CheckButton::isOn() const {

@@ -4,7 +4,7 @@
 
 namespace toolkit {
 
-void setClipboardText(const std::string& text) {
+void SetClipboardText(const std::string& text) {
     gtk_clipboard_set_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), text.c_str(),
                            static_cast<gint>(text.size()));
 }

@@ -4,7 +4,7 @@
 
 namespace toolkit {
 
-/// Puts a text on the clipboard.
-void setClipboardText(const std::string& text);
+// Puts a text on the clipboard.
+void SetClipboardText(const std::string& text);
 
 }  // namespace toolkit

@@ -96,7 +96,7 @@ void Control::setAccessibleName(const std::string& name) {
     atk_object_set_name(gtk_widget_get_accessible(widget_), name.c_str());
 }
 
-std::string markMnemonic(std::string_view caption, std::size_t position) {
+std::string MarkMnemonic(std::string_view caption, std::size_t position) {
     std::string marked;
     for (std::size_t i = 0; i < caption.size(); ++i) {
         if (i == position || caption[i] == '_') {

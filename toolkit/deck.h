@@ -9,14 +9,14 @@
 
 namespace toolkit {
 
-/// Parts of a window in one place, of which one is in sight. It is as large as the largest of them.
+// Parts of a window in one place, of which one is in sight. It is as large as the largest of them.
 class Deck : public Control {
   public:
     explicit Deck(std::string name);
 
-    /// Puts the parts into it; to be called once.
+    // Puts the parts into it; to be called once.
     Block of(const std::vector<Block>& pages);
-    /// Brings one of them into sight, counted from 0.
+    // Brings one of them into sight, counted from 0.
     void show(std::size_t page);
 };
 

@@ -15,11 +15,11 @@ namespace toolkit {
 
 namespace {
 
-void setSource(cairo_t* cairo, const Colour& colour) {
+void SetSource(cairo_t* cairo, const Colour& colour) {
     cairo_set_source_rgb(cairo, colour.red, colour.green, colour.blue);
 }
 
-void ellipsePath(cairo_t* cairo, double x, double y, double radiusX, double radiusY) {
+void EllipsePath(cairo_t* cairo, double x, double y, double radiusX, double radiusY) {
     cairo_save(cairo);
     cairo_translate(cairo, x, y);
     cairo_scale(cairo, radiusX, radiusY);
@@ -32,29 +32,27 @@ void ellipsePath(cairo_t* cairo, double x, double y, double radiusX, double radi
 
 void Painter::fillEllipse(double x, double y, double radiusX, double radiusY,
                           const Colour& colour) const {
-    setSource(cairo_, colour);
-    ellipsePath(cairo_, x, y, radiusX, radiusY);
+    SetSource(cairo_, colour);
+    EllipsePath(cairo_, x, y, radiusX, radiusY);
     cairo_fill(cairo_);
 }
 
 void Painter::strokeEllipse(double x, double y, double radiusX, double radiusY, double lineWidth,
                             const Colour& colour) const {
-    setSource(cairo_, colour);
+    SetSource(cairo_, colour);
     cairo_set_line_width(cairo_, lineWidth);
-    ellipsePath(cairo_, x, y, radiusX, radiusY);
+    EllipsePath(cairo_, x, y, radiusX, radiusY);
     cairo_stroke(cairo_);
 }
 
 void Painter::arrow(double fromX, double fromY, double toX, double toY, double lineWidth,
                     const Colour& colour) const {
     const double length = std::hypot(toX - fromX, toY - fromY);
-    if (!(length > 0.0)) {
-        return;
-    }
+    if (!(length > 0.0)) return;
     const double headLength = 4.0 * lineWidth;
     const double headWidth = 2.0 * lineWidth;
     cairo_save(cairo_);
-    setSource(cairo_, colour);
+    SetSource(cairo_, colour);
     cairo_set_line_width(cairo_, lineWidth);
     cairo_translate(cairo_, fromX, fromY);
     cairo_rotate(cairo_, std::atan2(toY - fromY, toX - fromX));
@@ -79,7 +77,7 @@ Drawing::Drawing(std::string name, double widthInLines, double heightInLines,
     atk_object_set_role(gtk_widget_get_accessible(widget()), ATK_ROLE_IMAGE);
     setAccessibleName(description);
     const auto onStyleSet = [](GtkWidget* widget, GtkStyle* /*previous*/, const Drawing* self) {
-        const int height = lineHeight(widget);
+        const int height = LineHeight(widget);
         gtk_widget_set_size_request(widget,
                                     static_cast<gint>(std::lround(height * self->widthInLines_)),
                                     static_cast<gint>(std::lround(height * self->heightInLines_)));
@@ -88,7 +86,7 @@ Drawing::Drawing(std::string name, double widthInLines, double heightInLines,
                              const Drawing* self) -> gboolean {
         GtkAllocation place;
         gtk_widget_get_allocation(widget, &place);
-        const CairoContext cairo = exposedPart(widget, *event);
+        const CairoContext cairo = ExposedPart(widget, *event);
         const double shape = self->widthInLines_ / self->heightInLines_;
         const double height = std::min<double>(place.height, place.width / shape);
         const double unit = std::min(height, height * shape);
@@ -101,8 +99,8 @@ Drawing::Drawing(std::string name, double widthInLines, double heightInLines,
             Painter(cairo.get(), {text.red / whole, text.green / whole, text.blue / whole}));
         return FALSE;
     };
-    connect(widget(), "style-set", onStyleSet, this);
-    connect(widget(), "expose-event", onExpose, this);
+    Connect(widget(), "style-set", onStyleSet, this);
+    Connect(widget(), "expose-event", onExpose, this);
 }
 
 }  // namespace toolkit

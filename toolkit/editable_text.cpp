@@ -12,7 +12,7 @@ namespace toolkit {
 
 namespace {
 
-void onInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* position) {
+void OnInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* position) {
     const auto length = static_cast<std::size_t>(bytes < 0 ? std::strlen(text) : bytes);
     if (g_utf8_validate(text, static_cast<gssize>(length), nullptr) == FALSE) {
         g_signal_stop_emission_by_name(editable, "insert-text");
@@ -21,9 +21,7 @@ void onInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* positi
     }
     const glong inserted = g_utf8_strlen(text, static_cast<gssize>(length));
     const glong room = mostCharacters - gtk_entry_get_text_length(GTK_ENTRY(editable));
-    if (inserted <= room) {
-        return;
-    }
+    if (inserted <= room) return;
     g_signal_stop_emission_by_name(editable, "insert-text");
     gtk_widget_error_bell(GTK_WIDGET(editable));
     if (room > 0) {
@@ -33,8 +31,8 @@ void onInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* positi
     }
 }
 
-/// The editor of a cell in the window of `widget`; null where none is open.
-GtkWidget* cellEditorBeside(GtkWidget* widget) {
+// The editor of a cell in the window of `widget`; null where none is open.
+GtkWidget* CellEditorBeside(GtkWidget* widget) {
     GtkWidget* const window = gtk_widget_get_toplevel(widget);
     GtkWidget* const focus =
         GTK_IS_WINDOW(window) ? gtk_window_get_focus(GTK_WINDOW(window)) : nullptr;
@@ -45,74 +43,72 @@ GtkWidget* cellEditorBeside(GtkWidget* widget) {
 
 }  // namespace
 
-bool canEdit(GtkWidget* widget, EditCommand command) {
-    if (!GTK_IS_EDITABLE(widget)) {
-        return false;
-    }
+bool CanEdit(GtkWidget* widget, EditCommand command) {
+    if (!GTK_IS_EDITABLE(widget)) return false;
     switch (command) {
-        case EditCommand::undo:
+        case EditCommand::Undo:
             return false;
-        case EditCommand::cut:
-        case EditCommand::copy:
-        case EditCommand::erase:
+        case EditCommand::Cut:
+        case EditCommand::Copy:
+        case EditCommand::Erase:
             return gtk_editable_get_selection_bounds(GTK_EDITABLE(widget), nullptr, nullptr) !=
                    FALSE;
-        case EditCommand::selectAll: {
+        case EditCommand::SelectAll: {
             const std::unique_ptr<gchar, decltype(&g_free)> text(
                 gtk_editable_get_chars(GTK_EDITABLE(widget), 0, -1), &g_free);
             return *text != '\0';
         }
-        case EditCommand::paste:
+        case EditCommand::Paste:
             // Whether there is a text only its owner knows, who may be slow to say so.
             return true;
     }
     return false;
 }
 
-void edit(GtkWidget* widget, EditCommand command) {
+void Edit(GtkWidget* widget, EditCommand command) {
     // A handler of the change may take the widget away, as a list does with its cell editor.
     const std::unique_ptr<GtkEditable, decltype(&g_object_unref)> kept(
         GTK_EDITABLE(g_object_ref(widget)), &g_object_unref);
     GtkEditable* const editable = kept.get();
     switch (command) {
-        case EditCommand::undo:
+        case EditCommand::Undo:
             break;
-        case EditCommand::cut:
+        case EditCommand::Cut:
             gtk_editable_cut_clipboard(editable);
             break;
-        case EditCommand::copy:
+        case EditCommand::Copy:
             gtk_editable_copy_clipboard(editable);
             break;
-        case EditCommand::paste:
+        case EditCommand::Paste:
             gtk_editable_paste_clipboard(editable);
             break;
-        case EditCommand::erase:
+        case EditCommand::Erase:
             gtk_editable_delete_selection(editable);
             break;
-        case EditCommand::selectAll:
+        case EditCommand::SelectAll:
             gtk_editable_select_region(editable, 0, -1);
             break;
     }
 }
 
-void limitCharacters(GtkWidget* widget) {
-    connect(widget, "insert-text",
+void LimitCharacters(GtkWidget* widget) {
+    Connect(widget, "insert-text",
             [](GtkEditable* editable, const gchar* text, gint bytes, gint* position,
-               gpointer /*data*/) { onInsert(editable, text, bytes, position); });
+               gpointer /*data*/) { OnInsert(editable, text, bytes, position); });
 }
 
-bool isCellEdited(GtkWidget* widget) {
-    return cellEditorBeside(widget) != nullptr;
+bool IsCellEdited(GtkWidget* widget) {
+    return CellEditorBeside(widget) != nullptr;
 }
 
-void finishCellEdit(GtkWidget* widget) {
-    GtkWidget* const editor = cellEditorBeside(widget);
+void FinishCellEdit(GtkWidget* widget) {
+    GtkWidget* const editor = CellEditorBeside(widget);
     if (editor != nullptr) {
-        endCellEdit(editor);
+        EndCellEdit(editor);
     }
 }
 
-void endCellEdit(GtkWidget* editor) {
+void EndCellEdit(GtkWidget* editor) {
     g_object_ref(editor);
     gtk_cell_editable_editing_done(GTK_CELL_EDITABLE(editor));
     gtk_cell_editable_remove_widget(GTK_CELL_EDITABLE(editor));

@@ -8,25 +8,25 @@
 
 namespace toolkit {
 
-/// A line of text to type into. Enter presses the screen's default button; every change, by the
-/// user or by setText, runs the TextChange handler and can be undone.
+// A line of text to type into. Enter presses the screen's default button; every change, by the
+// user or by setText, runs the TextChange handler and can be undone.
 class Entry : public Control, public Editable {
   public:
-    /// An empty entry, wide enough for `widthChars` characters.
+    // An empty entry, wide enough for `widthChars` characters.
     explicit Entry(std::string name, int widthChars = 14);
 
     std::string text() const override;
     void setText(const std::string& text);
-    /// Has `text` stand for nothing typed: a click selects it whole, to be typed over.
+    // Has `text` stand for nothing typed: a click selects it whole, to be typed over.
     void setPlaceholder(const std::string& text);
-    /// Has Enter press this button of the same screen instead of the default one.
+    // Has Enter press this button of the same screen instead of the default one.
     void setDefault(const Control& button);
-    /// The number in the entry; 0 where the text is not a number.
+    // The number in the entry; 0 where the text is not a number.
     double number() const;
 
     template <class Object, class Base>
     void onTextChange(Object* object, void (Base::*function)()) {
-        textChange_ = member(object, function);
+        textChange_ = Member(object, function);
     }
 
     bool canPerform(EditCommand command) const override;

@@ -9,7 +9,7 @@
 
 namespace toolkit {
 
-void reportException(const char* where) noexcept {
+void ReportException(const char* where) noexcept {
     try {
         throw;
     } catch (const std::exception& error) {
@@ -19,33 +19,31 @@ void reportException(const char* where) noexcept {
     }
 }
 
-void runHandler(const Handler& handler, const char* name) noexcept {
-    if (!handler) {
-        return;
-    }
+void RunHandler(const Handler& handler, const char* name) noexcept {
+    if (!handler) return;
     try {
         handler();
     } catch (...) {
-        reportException(name);
+        ReportException(name);
     }
 }
 
-void later(Handler task) {
+void Later(Handler task) {
     const auto run = [](gpointer handler) -> gboolean {
-        runHandler(*static_cast<const Handler*>(handler), "idle task");
+        RunHandler(*static_cast<const Handler*>(handler), "idle task");
         return G_SOURCE_REMOVE;
     };
     const auto remove = [](gpointer handler) {
         const std::unique_ptr<Handler> owned(static_cast<Handler*>(handler));
     };
-    gdk_threads_add_idle_full(G_PRIORITY_DEFAULT_IDLE, guarded(run), new Handler(std::move(task)),
-                              guarded(remove));
+    gdk_threads_add_idle_full(G_PRIORITY_DEFAULT_IDLE, Guarded(run), new Handler(std::move(task)),
+                              Guarded(remove));
 }
 
-void connectFunction(void* object, const char* signal, void (*function)(), void* data,
+void ConnectFunction(void* object, const char* signal, void (*function)(), void* data,
                      Order order) {
     g_signal_connect_data(object, signal, function, data, nullptr,
-                          order == Order::last ? G_CONNECT_AFTER : static_cast<GConnectFlags>(0));
+                          order == Order::Last ? G_CONNECT_AFTER : static_cast<GConnectFlags>(0));
 }
 
 }  // namespace toolkit

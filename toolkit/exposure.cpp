@@ -2,7 +2,7 @@
 
 namespace toolkit {
 
-CairoContext exposedPart(GtkWidget* widget, const GdkEventExpose& event) {
+CairoContext ExposedPart(GtkWidget* widget, const GdkEventExpose& event) {
     CairoContext cairo(gdk_cairo_create(gtk_widget_get_window(widget)));
     gdk_cairo_region(cairo.get(), event.region);
     cairo_clip(cairo.get());

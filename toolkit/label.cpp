@@ -15,7 +15,7 @@ namespace toolkit {
 
 namespace {
 
-GtkLabel* labelOf(const Control& control) {
+GtkLabel* LabelOf(const Control& control) {
     return GTK_LABEL(control.widget());
 }
 
@@ -23,12 +23,12 @@ constexpr int numberWidth = 23;  // a result in full, which is bold, in plain di
 
 using AttributeList = std::unique_ptr<PangoAttrList, decltype(&pango_attr_list_unref)>;
 
-AttributeList newAttributes() {
+AttributeList NewAttributes() {
     return {pango_attr_list_new(), &pango_attr_list_unref};
 }
 
-/// Red that can be told from the background: dark on a light theme, light on a dark one.
-void colourMessage(GtkWidget* widget, bool isGoodNews) {
+// Red that can be told from the background: dark on a light theme, light on a dark one.
+void ColourMessage(GtkWidget* widget, bool isGoodNews) {
     if (isGoodNews) {
         gtk_label_set_attributes(GTK_LABEL(widget), nullptr);
         return;
@@ -37,7 +37,7 @@ void colourMessage(GtkWidget* widget, bool isGoodNews) {
     const int luminance =
         (299 * background.red + 587 * background.green + 114 * background.blue) / 1000;
     const bool isLight = luminance > 0x7fff;
-    const AttributeList attributes = newAttributes();
+    const AttributeList attributes = NewAttributes();
     pango_attr_list_insert(attributes.get(),
                            isLight ? pango_attr_foreground_new(0xa400, 0, 0)
                                    : pango_attr_foreground_new(0xff00, 0xa000, 0x9000));
@@ -47,7 +47,7 @@ void colourMessage(GtkWidget* widget, bool isGoodNews) {
 }  // namespace
 
 Label::Label(std::string name, const std::string& text)
-    : Label(std::move(name), text, Style::plain) {}
+    : Label(std::move(name), text, Style::Plain) {}
 
 Label::Label(std::string name, const std::string& text, Style style)
     : Control(std::move(name), gtk_label_new(text.c_str())) {
@@ -56,35 +56,33 @@ Label::Label(std::string name, const std::string& text, Style style)
 }
 
 void Label::setStyle(Style style) {
-    const AttributeList attributes = newAttributes();
-    if (style != Style::plain) {
+    const AttributeList attributes = NewAttributes();
+    if (style != Style::Plain) {
         pango_attr_list_insert(attributes.get(), pango_attr_weight_new(PANGO_WEIGHT_BOLD));
     }
-    if (style == Style::title) {
+    if (style == Style::Title) {
         pango_attr_list_insert(attributes.get(), pango_attr_scale_new(PANGO_SCALE_XX_LARGE));
     }
-    gtk_label_set_attributes(labelOf(*this), attributes.get());
+    gtk_label_set_attributes(LabelOf(*this), attributes.get());
 }
 
 std::string Label::text() const {
-    return gtk_label_get_text(labelOf(*this));
+    return gtk_label_get_text(LabelOf(*this));
 }
 
 void Label::setText(const std::string& text) {
-    gtk_label_set_text(labelOf(*this), text.c_str());
+    gtk_label_set_text(LabelOf(*this), text.c_str());
 }
 
 void Label::reserve(int characters, int lines) {
-    gtk_label_set_width_chars(labelOf(*this), std::max(characters, 1));
-    gtk_label_set_line_wrap(labelOf(*this), static_cast<gboolean>(lines > 1));
-    gtk_label_set_ellipsize(labelOf(*this), lines > 1 ? PANGO_ELLIPSIZE_NONE : PANGO_ELLIPSIZE_END);
+    gtk_label_set_width_chars(LabelOf(*this), std::max(characters, 1));
+    gtk_label_set_line_wrap(LabelOf(*this), static_cast<gboolean>(lines > 1));
+    gtk_label_set_ellipsize(LabelOf(*this), lines > 1 ? PANGO_ELLIPSIZE_NONE : PANGO_ELLIPSIZE_END);
     gtk_misc_set_alignment(GTK_MISC(widget()), 0.0F, lines > 1 ? 0.0F : 0.5F);
     const bool isKnown = std::exchange(lines_, lines) != 0;
-    if (isKnown) {
-        return;
-    }
+    if (isKnown) return;
     const auto onStyleSet = [](GtkWidget* widget, GtkStyle* /*previous*/, const Label* self) {
-        gtk_widget_set_size_request(widget, -1, self->lines_ * lineHeight(widget));
+        gtk_widget_set_size_request(widget, -1, self->lines_ * LineHeight(widget));
     };
     // Left to itself, GTK+ breaks lines without regard to the room that there is.
     const auto onAllocated = [](GtkWidget* widget, GtkAllocation* place, const Label* self) {
@@ -97,13 +95,13 @@ void Label::reserve(int characters, int lines) {
         const bool isWhole = pango_layout_is_ellipsized(layout) == FALSE;
         gtk_widget_set_tooltip_text(widget, isWhole ? nullptr : self->text().c_str());
     };
-    connect(widget(), "style-set", onStyleSet, this);
-    connect(widget(), "size-allocate", onAllocated, this);
+    Connect(widget(), "style-set", onStyleSet, this);
+    Connect(widget(), "size-allocate", onAllocated, this);
 }
 
 void Label::wrapAt(int characters) {
-    gtk_label_set_line_wrap(labelOf(*this), TRUE);
-    gtk_label_set_width_chars(labelOf(*this), characters);
+    gtk_label_set_line_wrap(LabelOf(*this), TRUE);
+    gtk_label_set_width_chars(LabelOf(*this), characters);
 }
 
 void Label::lowerDigits() {
@@ -112,7 +110,7 @@ void Label::lowerDigits() {
         const bool isDigit = g_ascii_isdigit(c) != FALSE;
         markup += isDigit ? "<sub>" + std::string(1, c) + "</sub>" : std::string(1, c);
     }
-    gtk_label_set_markup(labelOf(*this), markup.c_str());
+    gtk_label_set_markup(LabelOf(*this), markup.c_str());
 }
 
 void Label::alignRight() {
@@ -120,15 +118,13 @@ void Label::alignRight() {
 }
 
 Heading::Heading(std::string name, const std::string& text, Level level)
-    : Label(std::move(name), text, level == Level::window ? Style::title : Style::bold) {}
+    : Label(std::move(name), text, level == Level::Window ? Style::Title : Style::Bold) {}
 
 Caption::Caption(std::string name, const std::string& text)
     : Label(std::move(name), text), caption_(text) {}
 
 void Caption::setText(const std::string& text) {
-    if (text == caption_) {
-        return;
-    }
+    if (text == caption_) return;
     caption_ = text;
     Label::setText(text);
     if (changed_) {
@@ -139,7 +135,7 @@ void Caption::setText(const std::string& text) {
 void Caption::setTarget(Control& target) {
     const bool canFocus = gtk_widget_get_can_focus(target.widget()) != FALSE;
     if (canFocus) {
-        gtk_label_set_mnemonic_widget(labelOf(*this), target.widget());
+        gtk_label_set_mnemonic_widget(LabelOf(*this), target.widget());
         leadsSomewhere_ = true;
     }
     target.setLabelledBy(*this);
@@ -151,40 +147,38 @@ void Caption::setTarget(Control& target, const Label& unit) {
 }
 
 void Caption::underline(std::size_t position) {
-    gtk_label_set_text_with_mnemonic(labelOf(*this), markMnemonic(caption_, position).c_str());
+    gtk_label_set_text_with_mnemonic(LabelOf(*this), MarkMnemonic(caption_, position).c_str());
 }
 
 ResultLabel::ResultLabel(std::string name, const std::string& text)
-    : Label(std::move(name), text, Style::bold) {
+    : Label(std::move(name), text, Style::Bold) {
     reserve(numberWidth);
-    gtk_label_set_selectable(labelOf(*this), TRUE);
+    gtk_label_set_selectable(LabelOf(*this), TRUE);
     gtk_widget_set_can_focus(widget(), static_cast<gboolean>(!text.empty()));
 }
 
 void ResultLabel::setUnobtrusive(bool isUnobtrusive) {
-    setStyle(isUnobtrusive ? Style::plain : Style::bold);
+    setStyle(isUnobtrusive ? Style::Plain : Style::Bold);
 }
 
 void ResultLabel::setText(const std::string& text) {
     Label::setText(text);
     gtk_widget_set_can_focus(widget(), static_cast<gboolean>(!text.empty()));
-    announce(*this);
+    Announce(*this);
 }
 
 bool ResultLabel::canPerform(EditCommand command) const {
-    return !text().empty() && (command == EditCommand::copy || command == EditCommand::selectAll);
+    return !text().empty() && (command == EditCommand::Copy || command == EditCommand::SelectAll);
 }
 
 void ResultLabel::perform(EditCommand command) {
-    if (!canPerform(command)) {
+    if (!canPerform(command)) return;
+    if (command == EditCommand::SelectAll) {
+        gtk_label_select_region(LabelOf(*this), 0, -1);
         return;
     }
-    if (command == EditCommand::selectAll) {
-        gtk_label_select_region(labelOf(*this), 0, -1);
-        return;
-    }
-    if (gtk_label_get_selection_bounds(labelOf(*this), nullptr, nullptr) == FALSE) {
-        setClipboardText(text());
+    if (gtk_label_get_selection_bounds(LabelOf(*this), nullptr, nullptr) == FALSE) {
+        SetClipboardText(text());
         return;
     }
     g_signal_emit_by_name(widget(), "copy-clipboard");
@@ -192,9 +186,9 @@ void ResultLabel::perform(EditCommand command) {
 
 Message::Message(std::string name) : Label(std::move(name)) {
     const auto onStyleSet = [](GtkWidget* widget, GtkStyle* /*previous*/, const Message* self) {
-        colourMessage(widget, self->isGoodNews());
+        ColourMessage(widget, self->isGoodNews());
     };
-    connect(widget(), "style-set", onStyleSet, this);
+    Connect(widget(), "style-set", onStyleSet, this);
     reserve(0, 2);
 }
 
@@ -209,11 +203,11 @@ void Message::inform(const std::string& text) {
 void Message::show(const std::string& text, bool isGoodNews) {
     if (isGoodNews != isGoodNews_) {
         isGoodNews_ = isGoodNews;
-        colourMessage(widget(), isGoodNews);
+        ColourMessage(widget(), isGoodNews);
     }
     Label::setText(text);
     const Announcement ownOne(widget());  // where nothing has been pressed
-    announce(*this);
+    Announce(*this);
 }
 
 }  // namespace toolkit

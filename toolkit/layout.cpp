@@ -14,21 +14,21 @@ namespace toolkit {
 
 namespace {
 
-void append(std::vector<Control*>& controls, const Block& block) {
+void Append(std::vector<Control*>& controls, const Block& block) {
     controls.insert(controls.end(), block.controls().begin(), block.controls().end());
 }
 
 constexpr const char* askedKey = "toolkit-asked";
 constexpr const char* titlesKey = "toolkit-titles";
 
-/// What a block asks for.
+// What a block asks for.
 struct Asked {
     Lines size;
     Lines least;
 };
 
-void request(GtkWidget* widget, const Asked& asked) {
-    const int line = lineHeight(widget);
+void Request(GtkWidget* widget, const Asked& asked) {
+    const int line = LineHeight(widget);
     const auto pixels = [line](double lines) {
         return lines > 0.0 ? static_cast<gint>(std::lround(lines * line)) : -1;
     };
@@ -37,7 +37,7 @@ void request(GtkWidget* widget, const Asked& asked) {
 
 using Titles = std::vector<std::string>;
 
-std::vector<GtkWidget*> childrenOf(GtkWidget* box) {
+std::vector<GtkWidget*> ChildrenOf(GtkWidget* box) {
     GList* const list = gtk_container_get_children(GTK_CONTAINER(box));
     std::vector<GtkWidget*> children;
     for (const GList* each = list; each != nullptr; each = each->next) {
@@ -47,17 +47,17 @@ std::vector<GtkWidget*> childrenOf(GtkWidget* box) {
     return children;
 }
 
-/// Makes pages of the parts of `columns`.
-void paginate(GtkWidget* box, const Titles& titles) {
-    const std::vector<GtkWidget*> both = childrenOf(box);
-    std::vector<GtkWidget*> parts = childrenOf(both[1]);
+// Makes pages of the parts of `Columns`.
+void Paginate(GtkWidget* box, const Titles& titles) {
+    const std::vector<GtkWidget*> both = ChildrenOf(box);
+    std::vector<GtkWidget*> parts = ChildrenOf(both[1]);
     parts.insert(parts.begin(), both[0]);
     GtkWidget* const pages = gtk_notebook_new();
     for (std::size_t i = 0; i < titles.size(); ++i) {
         g_object_ref(parts[i]);
         gtk_container_remove(GTK_CONTAINER(gtk_widget_get_parent(parts[i])), parts[i]);
         gtk_container_set_border_width(GTK_CONTAINER(parts[i]),
-                                       static_cast<guint>(Spacing::related));
+                                       static_cast<guint>(Spacing::Related));
         gtk_notebook_append_page(GTK_NOTEBOOK(pages), parts[i], gtk_label_new(titles[i].c_str()));
         g_object_unref(parts[i]);
     }
@@ -66,7 +66,7 @@ void paginate(GtkWidget* box, const Titles& titles) {
     gtk_box_pack_start(GTK_BOX(box), pages, TRUE, TRUE, 0);
 }
 
-void scaleFont(GtkWidget* widget, double scale) {
+void ScaleFont(GtkWidget* widget, double scale) {
     const std::unique_ptr<PangoFontDescription, decltype(&pango_font_description_free)> font(
         pango_font_description_copy(gtk_widget_get_style(widget)->font_desc),
         &pango_font_description_free);
@@ -74,33 +74,33 @@ void scaleFont(GtkWidget* widget, double scale) {
     pango_font_description_set_size(font.get(), static_cast<gint>(size));
     if (GTK_IS_CONTAINER(widget)) {
         const auto visit = [](GtkWidget* child, gpointer data) {
-            scaleFont(child, *static_cast<const double*>(data));
+            ScaleFont(child, *static_cast<const double*>(data));
         };
-        gtk_container_forall(GTK_CONTAINER(widget), guarded(visit), &scale);
+        gtk_container_forall(GTK_CONTAINER(widget), Guarded(visit), &scale);
     }
     gtk_widget_modify_font(widget, font.get());
 }
 
-Block pack(GtkWidget* box, const std::vector<Block>& blocks) {
+Block Pack(GtkWidget* box, const std::vector<Block>& blocks) {
     std::vector<Control*> controls;
     for (const Block& block : blocks) {
         if (block.widget() != nullptr) {
             const auto expand = static_cast<gboolean>(block.expands());
             gtk_box_pack_start(GTK_BOX(box), block.widget(), expand, expand, 0);
-            append(controls, block);
+            Append(controls, block);
         }
     }
     gtk_widget_show(box);
     return {box, std::move(controls)};
 }
 
-Block packButtons(GtkWidget* box, GtkButtonBoxStyle style, const std::vector<Block>& buttons) {
+Block PackButtons(GtkWidget* box, GtkButtonBoxStyle style, const std::vector<Block>& buttons) {
     gtk_button_box_set_layout(GTK_BUTTON_BOX(box), style);
-    gtk_box_set_spacing(GTK_BOX(box), static_cast<gint>(Spacing::related));
-    return pack(box, buttons);
+    gtk_box_set_spacing(GTK_BOX(box), static_cast<gint>(Spacing::Related));
+    return Pack(box, buttons);
 }
 
-Block aligned(const Block& block, int leftPadding, float xScale) {
+Block Aligned(const Block& block, int leftPadding, float xScale) {
     GtkWidget* const alignment = gtk_alignment_new(0.0F, 0.0F, xScale, xScale);
     gtk_alignment_set_padding(GTK_ALIGNMENT(alignment), 0, 0, static_cast<guint>(leftPadding), 0);
     gtk_container_add(GTK_CONTAINER(alignment), block.widget());
@@ -122,35 +122,35 @@ Block Block::expanding() const {
 }
 
 Block Block::atStart() const {
-    return aligned(*this, 0, 0.0F);
+    return Aligned(*this, 0, 0.0F);
 }
 
 Block Block::indented(Spacing spacing) const {
-    return aligned(*this, static_cast<int>(spacing), 1.0F);
+    return Aligned(*this, static_cast<int>(spacing), 1.0F);
 }
 
 Block Block::asking(const Lines& size, const Lines& least) const {
     auto* const asked = new Asked{size, least};
     const auto forget = [](gpointer data) { delete static_cast<Asked*>(data); };
-    g_object_set_data_full(G_OBJECT(widget_), askedKey, asked, guarded(forget));
-    connect(
+    g_object_set_data_full(G_OBJECT(widget_), askedKey, asked, Guarded(forget));
+    Connect(
         widget_, "style-set",
         [](GtkWidget* widget, GtkStyle* /*previous*/, const Asked* self) {
-            request(widget, *self);
+            Request(widget, *self);
         },
         asked);
     return *this;
 }
 
-Block row(const std::vector<Block>& blocks, Spacing spacing) {
-    return pack(gtk_hbox_new(FALSE, static_cast<gint>(spacing)), blocks);
+Block Row(const std::vector<Block>& blocks, Spacing spacing) {
+    return Pack(gtk_hbox_new(FALSE, static_cast<gint>(spacing)), blocks);
 }
 
-Block column(const std::vector<Block>& blocks, Spacing spacing) {
-    return pack(gtk_vbox_new(FALSE, static_cast<gint>(spacing)), blocks);
+Block Column(const std::vector<Block>& blocks, Spacing spacing) {
+    return Pack(gtk_vbox_new(FALSE, static_cast<gint>(spacing)), blocks);
 }
 
-Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spacing columnSpacing) {
+Block Grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spacing columnSpacing) {
     std::size_t columns = 1;
     for (const auto& cells : rows) {
         columns = std::max(columns, cells.size());
@@ -163,9 +163,7 @@ Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spac
     for (auto y = static_cast<guint>(rows.size()); y-- > 0;) {
         for (auto x = static_cast<guint>(rows[y].size()); x-- > 0;) {
             const Block& cell = rows[y][x];
-            if (cell.widget() == nullptr) {
-                continue;
-            }
+            if (cell.widget() == nullptr) continue;
             const GtkAttachOptions horizontal =
                 cell.expands() ? static_cast<GtkAttachOptions>(GTK_EXPAND | GTK_FILL) : GTK_FILL;
             gtk_table_attach(GTK_TABLE(table), cell.widget(), x, x + 1, y, y + 1, horizontal,
@@ -175,14 +173,14 @@ Block grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spac
     std::vector<Control*> controls;
     for (const auto& cells : rows) {
         for (const Block& cell : cells) {
-            append(controls, cell);
+            Append(controls, cell);
         }
     }
     gtk_widget_show(table);
     return {table, std::move(controls)};
 }
 
-Block columns(const Part& first, const std::vector<Part>& others) {
+Block Columns(const Part& first, const std::vector<Part>& others) {
     std::vector<Block> blocks;
     auto* const titles = new Titles{first.title};
     for (const Part& other : others) {
@@ -190,47 +188,47 @@ Block columns(const Part& first, const std::vector<Part>& others) {
         titles->push_back(other.title);
     }
     const Block block =
-        row({first.block, column(blocks, Spacing::group).expanding()}, Spacing::section);
+        Row({first.block, Column(blocks, Spacing::Group).expanding()}, Spacing::Section);
     const auto forget = [](gpointer data) { delete static_cast<Titles*>(data); };
-    g_object_set_data_full(G_OBJECT(block.widget()), titlesKey, titles, guarded(forget));
+    g_object_set_data_full(G_OBJECT(block.widget()), titlesKey, titles, Guarded(forget));
     return block.expanding();
 }
 
-void economize(GtkWidget* widget, Economy economy, int width) {
+void Economize(GtkWidget* widget, Economy economy, int width) {
     constexpr int gapDivisor = 3;
     constexpr int margins = 100;
     auto* const asked = static_cast<Asked*>(g_object_get_data(G_OBJECT(widget), askedKey));
-    if (asked != nullptr && economy == Economy::fewerLines) {
+    if (asked != nullptr && economy == Economy::FewerLines) {
         asked->size = asked->least;
-        request(widget, *asked);
+        Request(widget, *asked);
     }
-    if (GTK_IS_CONTAINER(widget) && economy == Economy::smallerGaps) {
+    if (GTK_IS_CONTAINER(widget) && economy == Economy::SmallerGaps) {
         const guint border = gtk_container_get_border_width(GTK_CONTAINER(widget));
         gtk_container_set_border_width(GTK_CONTAINER(widget), border / 2);
     }
-    if (GTK_IS_ALIGNMENT(widget) && economy == Economy::smallerGaps) {
+    if (GTK_IS_ALIGNMENT(widget) && economy == Economy::SmallerGaps) {
         guint left = 0;
         gtk_alignment_get_padding(GTK_ALIGNMENT(widget), nullptr, nullptr, &left, nullptr);
         gtk_alignment_set_padding(GTK_ALIGNMENT(widget), 0, 0, left / 2, 0);
     } else if (GTK_IS_BOX(widget) && !GTK_IS_BUTTON_BOX(widget) &&
-               economy == Economy::smallerGaps) {
+               economy == Economy::SmallerGaps) {
         gtk_box_set_spacing(GTK_BOX(widget), gtk_box_get_spacing(GTK_BOX(widget)) / gapDivisor);
-    } else if (GTK_IS_TABLE(widget) && economy == Economy::smallerGaps) {
+    } else if (GTK_IS_TABLE(widget) && economy == Economy::SmallerGaps) {
         gtk_table_set_row_spacings(
             GTK_TABLE(widget), gtk_table_get_default_row_spacing(GTK_TABLE(widget)) / gapDivisor);
         gtk_table_set_col_spacings(
             GTK_TABLE(widget), gtk_table_get_default_col_spacing(GTK_TABLE(widget)) / gapDivisor);
     }
-    if (GTK_IS_LABEL(widget) && economy == Economy::shorterLines &&
+    if (GTK_IS_LABEL(widget) && economy == Economy::ShorterLines &&
         widget->requisition.width > width - margins) {
         gtk_label_set_line_wrap(GTK_LABEL(widget), TRUE);
         gtk_widget_set_size_request(widget, width - margins, -1);
     }
-    if (GTK_IS_TREE_VIEW(widget) && economy == Economy::shorterLines &&
+    if (GTK_IS_TREE_VIEW(widget) && economy == Economy::ShorterLines &&
         widget->requisition.width > width - margins) {
-        constexpr int attempts = 3;  // the gaps between the columns do not shrink with the font
+        constexpr int attempts = 3;  // the gaps between the Columns do not shrink with the font
         for (int i = 0; i < attempts && widget->requisition.width > width - margins; ++i) {
-            scaleFont(widget, static_cast<double>(width - margins) / widget->requisition.width);
+            ScaleFont(widget, static_cast<double>(width - margins) / widget->requisition.width);
             GtkRequisition size;
             gtk_widget_size_request(widget, &size);
         }
@@ -238,28 +236,28 @@ void economize(GtkWidget* widget, Economy economy, int width) {
     }
     const auto* const titles =
         static_cast<const Titles*>(g_object_get_data(G_OBJECT(widget), titlesKey));
-    if (titles != nullptr && economy == Economy::othersBelow) {
+    if (titles != nullptr && economy == Economy::OthersBelow) {
         gtk_orientable_set_orientation(GTK_ORIENTABLE(widget), GTK_ORIENTATION_VERTICAL);
-    } else if (titles != nullptr && economy == Economy::pages) {
-        paginate(widget, *titles);
+    } else if (titles != nullptr && economy == Economy::Pages) {
+        Paginate(widget, *titles);
     }
     if (GTK_IS_CONTAINER(widget)) {
         using How = std::pair<Economy, int>;
         const auto visit = [](GtkWidget* child, gpointer data) {
             const auto* const how = static_cast<const How*>(data);
-            economize(child, how->first, how->second);
+            Economize(child, how->first, how->second);
         };
         How how{economy, width};
-        gtk_container_foreach(GTK_CONTAINER(widget), guarded(visit), &how);
+        gtk_container_foreach(GTK_CONTAINER(widget), Guarded(visit), &how);
     }
 }
 
-Block buttonRow(const std::vector<Block>& buttons) {
-    return packButtons(gtk_hbutton_box_new(), GTK_BUTTONBOX_END, buttons);
+Block ButtonRow(const std::vector<Block>& buttons) {
+    return PackButtons(gtk_hbutton_box_new(), GTK_BUTTONBOX_END, buttons);
 }
 
-Block buttonColumn(const std::vector<Block>& buttons) {
-    return packButtons(gtk_vbutton_box_new(), GTK_BUTTONBOX_START, buttons);
+Block ButtonColumn(const std::vector<Block>& buttons) {
+    return PackButtons(gtk_vbutton_box_new(), GTK_BUTTONBOX_START, buttons);
 }
 
 GroupBox::GroupBox(std::string name, const std::string& caption)
@@ -282,13 +280,13 @@ void GroupBox::setText(const std::string& caption) {
 
 Block GroupBox::around(const Block& content) {
     GtkWidget* const alignment = gtk_alignment_new(0.0F, 0.0F, 1.0F, 1.0F);
-    constexpr auto padding = static_cast<guint>(Spacing::related);
+    constexpr auto padding = static_cast<guint>(Spacing::Related);
     gtk_alignment_set_padding(GTK_ALIGNMENT(alignment), padding, padding, padding, padding);
     gtk_container_add(GTK_CONTAINER(alignment), content.widget());
     gtk_widget_show(alignment);
     gtk_container_add(GTK_CONTAINER(widget()), alignment);
     std::vector<Control*> controls{this};
-    append(controls, content);
+    Append(controls, content);
     return {widget(), std::move(controls)};
 }
 

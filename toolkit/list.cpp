@@ -23,12 +23,12 @@ constexpr int cellPadding = 6;
 constexpr int numberWidth = 19;  // characters of a number in full
 constexpr const char* columnKey = "toolkit-column";
 
-GtkTreeView* viewOf(const Control& control) {
+GtkTreeView* ViewOf(const Control& control) {
     return GTK_TREE_VIEW(control.widget());
 }
 
-/// The values of a single column, to be pasted where a number is wanted.
-std::string valuesText(const std::vector<List::Row>& rows) {
+// The values of a single column, to be pasted where a number is wanted.
+std::string ValuesText(const std::vector<List::Row>& rows) {
     std::string values;
     for (const List::Row& cells : rows) {
         values += (values.empty() ? "" : "\n") + cells.front();
@@ -36,8 +36,8 @@ std::string valuesText(const std::vector<List::Row>& rows) {
     return values;
 }
 
-/// A number with so much room behind it that it ends where one with these decimals would.
-std::string paddedText(const std::string& number, int decimals) {
+// A number with so much room behind it that it ends where one with these decimals would.
+std::string PaddedText(const std::string& number, int decimals) {
     constexpr const char* widthOfPoint = "\u2008";
     constexpr const char* widthOfDigit = "\u2007";
     if (number.find_first_of("0123456789") == std::string::npos ||
@@ -54,14 +54,14 @@ std::string paddedText(const std::string& number, int decimals) {
     return text;
 }
 
-GtkCellRenderer* rendererOf(GtkTreeViewColumn* column) {
+GtkCellRenderer* RendererOf(GtkTreeViewColumn* column) {
     GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
     auto* const renderer = GTK_CELL_RENDERER(cells->data);
     g_list_free(cells);
     return renderer;
 }
 
-void appendLine(std::string& text, const List::Row& cells) {
+void AppendLine(std::string& text, const List::Row& cells) {
     for (std::size_t i = 0; i < cells.size(); ++i) {
         text += (i == 0 ? "" : "\t") + cells[i];
     }
@@ -71,9 +71,9 @@ void appendLine(std::string& text, const List::Row& cells) {
 }  // namespace
 
 struct List::Callbacks {
-    /// The columns have their widths by the font, whatever is in them.
+    // The columns have their widths by the font, whatever is in them.
     static void onStyleSet(GtkWidget* widget, GtkStyle* /*previous*/, const List* self) {
-        const int digit = sizeOfText(widget, "0").width;
+        const int digit = SizeOfText(widget, "0").width;
         for (std::size_t i = 0; i < self->heads_.size(); ++i) {
             GtkTreeViewColumn* const column =
                 gtk_tree_view_get_column(GTK_TREE_VIEW(widget), static_cast<gint>(i));
@@ -95,16 +95,14 @@ struct List::Callbacks {
         const Row cells = self->row_(index);
         const auto position = GPOINTER_TO_SIZE(g_object_get_data(G_OBJECT(column), columnKey));
         if (position < cells.size()) {
-            const std::string text = paddedText(cells[position], self->decimals_[position]);
+            const std::string text = PaddedText(cells[position], self->decimals_[position]);
             g_object_set(cell, "text", text.c_str(), nullptr);
         }
     }
 
     static gboolean onExposed(GtkWidget* widget, GdkEventExpose* event, const List* self) {
         GdkWindow* const rows = gtk_tree_view_get_bin_window(GTK_TREE_VIEW(widget));
-        if (self->count_ > 0 || self->emptyText_.empty() || event->window != rows) {
-            return FALSE;
-        }
+        if (self->count_ > 0 || self->emptyText_.empty() || event->window != rows) return FALSE;
         constexpr int margin = 12;
         const std::unique_ptr<PangoLayout, decltype(&g_object_unref)> layout(
             gtk_widget_create_pango_layout(widget, self->emptyText_.c_str()), &g_object_unref);
@@ -122,7 +120,7 @@ struct List::Callbacks {
     }
 
     static void onEditingStarted(GtkCellRenderer* cell, GtkWidget* editor) {
-        limitCharacters(editor);
+        LimitCharacters(editor);
         // GTK+'s own handler gives up what was typed when the editor loses the focus.
         constexpr auto match =
             static_cast<GSignalMatchType>(G_SIGNAL_MATCH_ID | G_SIGNAL_MATCH_DATA);
@@ -132,25 +130,25 @@ struct List::Callbacks {
         const auto onLeft = [](GtkWidget* left, GdkEvent* /*event*/,
                                gpointer /*data*/) -> gboolean {
             if (gtk_grab_get_current() == nullptr) {  // a menu only borrows the focus
-                endCellEdit(left);
+                EndCellEdit(left);
             }
             return FALSE;
         };
-        connect(editor, "focus-out-event", onLeft);
+        Connect(editor, "focus-out-event", onLeft);
     }
 
     static void onEdited(List& self, std::size_t row, const std::string& text) {
         if (row < self.rows_.size() && self.rows_[row][self.editableColumn_] != text) {
             self.rows_[row][self.editableColumn_] = text;
             gtk_widget_queue_draw(self.widget());
-            runHandler(self.cellTextChange_, self.name().c_str());
+            RunHandler(self.cellTextChange_, self.name().c_str());
         }
     }
 
     static bool onButtonPress(GtkWidget* widget, const GdkEventButton& event, List& self) {
         GtkTreeView* const view = GTK_TREE_VIEW(widget);
         if (event.type != GDK_BUTTON_PRESS) {  // the rest of a double click
-            return isCellEdited(widget);
+            return IsCellEdited(widget);
         }
         GtkTreePath* path = nullptr;
         GtkTreeViewColumn* column = nullptr;
@@ -165,9 +163,9 @@ struct List::Callbacks {
         const auto row = static_cast<std::size_t>(gtk_tree_path_get_indices(path)[0]);
         gtk_tree_path_free(path);
         self.clickedCell_ = {row, GPOINTER_TO_SIZE(g_object_get_data(G_OBJECT(column), columnKey))};
-        finishCellEdit(widget);
-        runHandler(self.cellClick_, self.name().c_str());
-        return isCellEdited(widget);
+        FinishCellEdit(widget);
+        RunHandler(self.cellClick_, self.name().c_str());
+        return IsCellEdited(widget);
     }
 };
 
@@ -179,17 +177,17 @@ List::List(std::string name, const Row& heads, std::vector<int> characters)
       store_(gtk_list_store_new(1, G_TYPE_BOOLEAN)),
       isAlive_(std::make_shared<bool>(true)) {
     characters_.resize(heads.size(), numberWidth);
-    connect(
-        gtk_tree_view_get_selection(viewOf(*this)), "changed",
+    Connect(
+        gtk_tree_view_get_selection(ViewOf(*this)), "changed",
         [](GtkTreeSelection* /*selection*/, const List* self) {
             if (!self->isFilling_) {
                 const Announcement announcement(self->widget());
-                runHandler(self->select_, self->name().c_str());
+                RunHandler(self->select_, self->name().c_str());
             }
         },
         this);
-    gtk_tree_view_set_enable_search(viewOf(*this), FALSE);
-    gtk_tree_selection_set_mode(gtk_tree_view_get_selection(viewOf(*this)), GTK_SELECTION_MULTIPLE);
+    gtk_tree_view_set_enable_search(ViewOf(*this), FALSE);
+    gtk_tree_selection_set_mode(gtk_tree_view_get_selection(ViewOf(*this)), GTK_SELECTION_MULTIPLE);
     const auto showCell = [](GtkTreeViewColumn* column, GtkCellRenderer* cell, GtkTreeModel* model,
                              GtkTreeIter* row, gpointer self) {
         Callbacks::showCell(column, cell, model, row, self);
@@ -202,18 +200,18 @@ List::List(std::string name, const Row& heads, std::vector<int> characters)
         gtk_tree_view_column_set_resizable(column, TRUE);
         gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
         g_object_set_data(G_OBJECT(column), columnKey, GSIZE_TO_POINTER(i));
-        gtk_tree_view_column_set_cell_data_func(column, cell, guarded(showCell), this, nullptr);
-        gtk_tree_view_append_column(viewOf(*this), column);
+        gtk_tree_view_column_set_cell_data_func(column, cell, Guarded(showCell), this, nullptr);
+        gtk_tree_view_append_column(ViewOf(*this), column);
     }
-    gtk_tree_view_set_fixed_height_mode(viewOf(*this), TRUE);
-    gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
-    connect(
+    gtk_tree_view_set_fixed_height_mode(ViewOf(*this), TRUE);
+    gtk_tree_view_set_model(ViewOf(*this), GTK_TREE_MODEL(store_));
+    Connect(
         widget(), "style-set",
         [](GtkWidget* widget, GtkStyle* previous, const List* self) {
             Callbacks::onStyleSet(widget, previous, self);
         },
         this);
-    connect(
+    Connect(
         widget(), "expose-event",
         [](GtkWidget* widget, GdkEventExpose* event, const List* self) {
             return Callbacks::onExposed(widget, event, self);
@@ -223,14 +221,14 @@ List::List(std::string name, const Row& heads, std::vector<int> characters)
 
 List::~List() {
     *isAlive_ = false;
-    g_signal_handlers_disconnect_matched(gtk_tree_view_get_selection(viewOf(*this)),
+    g_signal_handlers_disconnect_matched(gtk_tree_view_get_selection(ViewOf(*this)),
                                          G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, this);
     if (editableCell_ != nullptr) {
         g_signal_handlers_disconnect_matched(editableCell_, G_SIGNAL_MATCH_DATA, 0, 0, nullptr,
                                              nullptr, this);
         g_object_unref(editableCell_);
     }
-    gtk_tree_view_set_model(viewOf(*this), nullptr);  // its cells ask this object for their texts
+    gtk_tree_view_set_model(ViewOf(*this), nullptr);  // its cells ask this object for their texts
     g_object_unref(store_);
 }
 
@@ -273,7 +271,7 @@ void List::setHeads(const Row& heads) {
     heads_ = heads;
     for (std::size_t i = 0; i < heads.size(); ++i) {
         gtk_tree_view_column_set_title(
-            gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(i)), heads[i].c_str());
+            gtk_tree_view_get_column(ViewOf(*this), static_cast<gint>(i)), heads[i].c_str());
     }
 }
 
@@ -284,9 +282,9 @@ void List::setEmptyText(const std::string& sentence) {
 
 void List::setTable(std::size_t count, RowFunction row, RowFunction copied) {
     isFilling_ = true;
-    finishCellEdit(widget());
+    FinishCellEdit(widget());
     // A view that watches has much to do at every row, and to take rows out one by one is slow.
-    gtk_tree_view_set_model(viewOf(*this), nullptr);
+    gtk_tree_view_set_model(ViewOf(*this), nullptr);
     g_object_unref(store_);
     store_ = gtk_list_store_new(1, G_TYPE_BOOLEAN);
     count_ = count;
@@ -296,7 +294,7 @@ void List::setTable(std::size_t count, RowFunction row, RowFunction copied) {
         GtkTreeIter position;
         gtk_list_store_append(store_, &position);
     }
-    gtk_tree_view_set_model(viewOf(*this), GTK_TREE_MODEL(store_));
+    gtk_tree_view_set_model(ViewOf(*this), GTK_TREE_MODEL(store_));
     isFilling_ = false;
 }
 
@@ -308,36 +306,36 @@ void List::setRows(std::vector<Row> rows) {
 void List::alignAtPoint(std::size_t column, int decimals) {
     decimals_[column] = decimals;
     GtkTreeViewColumn* const aligned =
-        gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(column));
-    g_object_set(rendererOf(aligned), "xalign", 1.0, nullptr);
+        gtk_tree_view_get_column(ViewOf(*this), static_cast<gint>(column));
+    g_object_set(RendererOf(aligned), "xalign", 1.0, nullptr);
     gtk_tree_view_column_set_alignment(aligned, 1.0F);
 }
 
 void List::setEditable(std::size_t column) {
     editableColumn_ = column;
-    editableCell_ = rendererOf(gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(column)));
+    editableCell_ = RendererOf(gtk_tree_view_get_column(ViewOf(*this), static_cast<gint>(column)));
     g_object_ref(editableCell_);
     g_object_set(editableCell_, "editable", TRUE, nullptr);
-    connect(
+    Connect(
         editableCell_, "editing-started",
         [](GtkCellRenderer* cell, GtkWidget* editor, const gchar* /*path*/, gpointer /*self*/) {
             Callbacks::onEditingStarted(cell, editor);
         },
         this);
-    connect(
+    Connect(
         editableCell_, "edited",
         [](GtkCellRenderer* /*cell*/, const gchar* path, const gchar* text, List* self) {
             Callbacks::onEdited(*self, std::strtoul(path, nullptr, 10), text);
         },
         this);
     // Enter or a double click anywhere in a row edits its cell.
-    connect(
+    Connect(
         widget(), "row-activated",
         [](GtkTreeView* /*view*/, GtkTreePath* path, GtkTreeViewColumn* /*column*/, List* self) {
             self->editCell(static_cast<std::size_t>(gtk_tree_path_get_indices(path)[0]));
         },
         this);
-    connect(
+    Connect(
         widget(), "button-press-event",
         [](GtkWidget* view, const GdkEventButton* event, List* self) -> gboolean {
             return static_cast<gboolean>(Callbacks::onButtonPress(view, *event, *self));
@@ -349,8 +347,8 @@ void List::editCell(std::size_t row) {
     const std::unique_ptr<GtkTreePath, decltype(&gtk_tree_path_free)> path(
         gtk_tree_path_new_from_indices(static_cast<gint>(row), -1), &gtk_tree_path_free);
     gtk_tree_view_set_cursor(
-        viewOf(*this), path.get(),
-        gtk_tree_view_get_column(viewOf(*this), static_cast<gint>(editableColumn_)), TRUE);
+        ViewOf(*this), path.get(),
+        gtk_tree_view_get_column(ViewOf(*this), static_cast<gint>(editableColumn_)), TRUE);
 }
 
 std::vector<List::Row> List::rows() const {
@@ -386,13 +384,13 @@ std::vector<std::size_t> List::selected() const {
         static_cast<std::vector<std::size_t>*>(rows)->push_back(
             static_cast<std::size_t>(gtk_tree_path_get_indices(path)[0]));
     };
-    gtk_tree_selection_selected_foreach(gtk_tree_view_get_selection(viewOf(*this)),
-                                        guarded(collect), &positions);
+    gtk_tree_selection_selected_foreach(gtk_tree_view_get_selection(ViewOf(*this)),
+                                        Guarded(collect), &positions);
     return positions;
 }
 
 void List::select(const std::vector<std::size_t>& rows) {
-    GtkTreeSelection* const selection = gtk_tree_view_get_selection(viewOf(*this));
+    GtkTreeSelection* const selection = gtk_tree_view_get_selection(ViewOf(*this));
     isFilling_ = true;
     gtk_tree_selection_unselect_all(selection);
     for (const std::size_t row : rows) {
@@ -409,9 +407,9 @@ std::string List::tableText(const std::vector<Row>& rows) const {
     for (std::string& head : heads) {  // of several lines in the window
         std::replace(head.begin(), head.end(), '\n', ' ');
     }
-    appendLine(table, heads);
+    AppendLine(table, heads);
     for (const Row& cells : rows) {
-        appendLine(table, cells);
+        AppendLine(table, cells);
     }
     return table;
 }
@@ -425,17 +423,13 @@ std::string List::copiedText() const {
 }
 
 bool List::canPerform(EditCommand command) const {
-    if (command == EditCommand::paste) {
-        return paste_ != nullptr;
-    }
-    return count_ > 0 && (command == EditCommand::copy || command == EditCommand::selectAll);
+    if (command == EditCommand::Paste) return paste_ != nullptr;
+    return count_ > 0 && (command == EditCommand::Copy || command == EditCommand::SelectAll);
 }
 
 void List::perform(EditCommand command) {
-    if (!canPerform(command)) {
-        return;
-    }
-    if (command == EditCommand::paste) {
+    if (!canPerform(command)) return;
+    if (command == EditCommand::Paste) {
         // Whoever owns the text may hand it over when this list is gone.
         using Request = std::pair<std::shared_ptr<bool>, List*>;
         const auto onText = [](GtkClipboard* /*clipboard*/, const gchar* text, gpointer data) {
@@ -443,19 +437,19 @@ void List::perform(EditCommand command) {
             if (text != nullptr && *request->first) {
                 const List& self = *request->second;
                 const Announcement announcement(self.widget());
-                runHandler([&] { self.paste_(text); }, self.name().c_str());
+                RunHandler([&] { self.paste_(text); }, self.name().c_str());
             }
         };
-        gtk_clipboard_request_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), guarded(onText),
+        gtk_clipboard_request_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), Guarded(onText),
                                    std::make_unique<Request>(isAlive_, this).release());
         return;
     }
-    if (command == EditCommand::selectAll) {
-        gtk_tree_selection_select_all(gtk_tree_view_get_selection(viewOf(*this)));
+    if (command == EditCommand::SelectAll) {
+        gtk_tree_selection_select_all(gtk_tree_view_get_selection(ViewOf(*this)));
         return;
     }
     const std::vector<Row> copied = copiedRows(true);
-    setClipboardText(heads_.size() > 1 ? tableText(copied) : valuesText(copied));
+    SetClipboardText(heads_.size() > 1 ? tableText(copied) : ValuesText(copied));
 }
 
 }  // namespace toolkit

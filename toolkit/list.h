@@ -16,85 +16,85 @@ using GtkListStore = struct _GtkListStore;
 
 namespace toolkit {
 
-/// A table of texts with a head over each column, of any length: a text is made when it is looked
-/// at. Copying gives the selected rows, or all where none is selected, tab-separated under their
-/// heads.
+// A table of texts with a head over each column, of any length: a text is made when it is looked
+// at. Copying gives the selected rows, or all where none is selected, tab-separated under their
+// heads.
 class List : public Control, public Editable {
   public:
     using Row = std::vector<std::string>;
     using RowFunction = std::function<Row(std::size_t)>;
 
-    /// `heads`: one for each column. `characters`: what each column has room for, at least its
-    /// head; by default the digits of a number.
+    // `heads`: one for each column. `characters`: what each column has room for, at least its
+    // head; by default the digits of a number.
     List(std::string name, const Row& heads, std::vector<int> characters = {});
     ~List() override;
 
-    /// The list with a scroll bar, asking for so many rows at once, and for fewer where the display
-    /// is small. It scrolls together with `partner`, which stands beside it and is in a block
-    /// already.
+    // The list with a scroll bar, asking for so many rows at once, and for fewer where the display
+    // is small. It scrolls together with `partner`, which stands beside it and is in a block
+    // already.
     Block scrolling(int visibleRows = 4, const List* partner = nullptr);
-    /// The list in a frame, high enough for so many rows.
+    // The list in a frame, high enough for so many rows.
     Block framed(int visibleRows);
     void setHeads(const Row& heads);
-    /// Says in the empty list what will appear there.
+    // Says in the empty list what will appear there.
     void setEmptyText(const std::string& sentence);
-    /// Shows `count` rows in place of what stood before. `row` gives their texts as long as they
-    /// are shown, and `copied` those that are copied, if they are not the same.
+    // Shows `count` rows in place of what stood before. `row` gives their texts as long as they
+    // are shown, and `copied` those that are copied, if they are not the same.
     void setTable(std::size_t count, RowFunction row, RowFunction copied = nullptr);
     void setRows(std::vector<Row> rows);
     void clear() { setRows({}); }
-    /// Aligns a column, of numbers, at the right.
+    // Aligns a column, of numbers, at the right.
     void alignRight(std::size_t column) { alignAtPoint(column, -1); }
-    /// Lets the list be narrower than its columns, and scroll sideways then. To be called before it
-    /// is put into a block.
+    // Lets the list be narrower than its columns, and scroll sideways then. To be called before it
+    // is put into a block.
     void scrollSideways() { scrollsSideways_ = true; }
-    /// Aligns the numbers of a column at their points, with room for so many decimals behind them.
+    // Aligns the numbers of a column at their points, with room for so many decimals behind them.
     void alignAtPoint(std::size_t column, int decimals);
-    /// `row` gives what Copy takes of a row instead of what is shown of it, until other rows are
-    /// shown.
+    // `row` gives what Copy takes of a row instead of what is shown of it, until other rows are
+    // shown.
     void setCopied(RowFunction row) { copied_ = std::move(row); }
     bool isEmpty() const { return count_ == 0; }
     std::vector<Row> rows() const;
-    /// Lets the user edit the cells of a column in place, by Enter on a chosen row; for rows that
-    /// were set as such. A cell keeps what was typed when it loses the focus; only Escape gives it
-    /// up.
+    // Lets the user edit the cells of a column in place, by Enter on a chosen row; for rows that
+    // were set as such. A cell keeps what was typed when it loses the focus; only Escape gives it
+    // up.
     void setEditable(std::size_t column);
-    /// Opens the editor of the cell of that column in this row.
+    // Opens the editor of the cell of that column in this row.
     void editCell(std::size_t row);
     struct Cell {
         std::size_t row = 0;
         std::size_t column = 0;
     };
-    /// `function` runs when the user clicks a cell, which is clickedCell() then.
+    // `function` runs when the user clicks a cell, which is clickedCell() then.
     template <class Object, class Base>
     void onCellClick(Object* object, void (Base::*function)()) {
-        cellClick_ = member(object, function);
+        cellClick_ = Member(object, function);
     }
     const Cell& clickedCell() const { return clickedCell_; }
-    /// `function` runs after the user has changed a cell.
+    // `function` runs after the user has changed a cell.
     template <class Object, class Base>
     void onCellTextChange(Object* object, void (Base::*function)()) {
-        cellTextChange_ = member(object, function);
+        cellTextChange_ = Member(object, function);
     }
 
-    /// The selected rows, ascending.
+    // The selected rows, ascending.
     std::vector<std::size_t> selected() const;
     void select(const std::vector<std::size_t>& rows);
-    /// `function` runs after the user has selected other rows.
+    // `function` runs after the user has selected other rows.
     template <class Object, class Base>
     void onSelect(Object* object, void (Base::*function)()) {
-        select_ = member(object, function);
+        select_ = Member(object, function);
     }
-    /// Lets the user paste: `function` is given the text of the clipboard as soon as its owner has
-    /// handed it over.
+    // Lets the user paste: `function` is given the text of the clipboard as soon as its owner has
+    // handed it over.
     template <class Object, class Base>
     void onPaste(Object* object, void (Base::*function)(const std::string&)) {
         paste_ = [object, function](const std::string& text) { (object->*function)(text); };
     }
 
-    /// The heads and all rows as tab-separated lines, as they are shown.
+    // The heads and all rows as tab-separated lines, as they are shown.
     std::string text() const override;
-    /// The same as they are copied.
+    // The same as they are copied.
     std::string copiedText() const;
     bool canPerform(EditCommand command) const override;
     void perform(EditCommand command) override;
@@ -103,7 +103,7 @@ class List : public Control, public Editable {
     struct Callbacks;
     Block within(GtkWidget* container, int visibleRows, int fewestRows);
     std::string tableText(const std::vector<Row>& rows) const;
-    /// The selected rows as they are copied, or all where none is selected.
+    // The selected rows as they are copied, or all where none is selected.
     std::vector<Row> copiedRows(bool onlySelected) const;
 
     Row heads_;

@@ -11,8 +11,8 @@ namespace toolkit {
 
 namespace {
 
-/// `caption` with the mark of its mnemonic as GTK+ has it, or without any when `mark` is false.
-std::string convertMnemonic(std::string_view caption, bool mark) {
+// `caption` with the mark of its mnemonic as GTK+ has it, or without any when `mark` is false.
+std::string ConvertMnemonic(std::string_view caption, bool mark) {
     std::string converted;
     for (std::size_t i = 0; i < caption.size(); ++i) {
         if (caption[i] == '&' && i + 1 < caption.size()) {
@@ -29,21 +29,19 @@ std::string convertMnemonic(std::string_view caption, bool mark) {
     return converted;
 }
 
-GtkWidget* newItem(const std::string& caption) {
-    if (caption == "-") {
-        return gtk_separator_menu_item_new();
-    }
-    return gtk_menu_item_new_with_mnemonic(convertMnemonic(caption, true).c_str());
+GtkWidget* NewItem(const std::string& caption) {
+    if (caption == "-") return gtk_separator_menu_item_new();
+    return gtk_menu_item_new_with_mnemonic(ConvertMnemonic(caption, true).c_str());
 }
 
 }  // namespace
 
 MenuItem::MenuItem(std::string name, const std::string& caption)
-    : Control(std::move(name), newItem(caption)), text_(convertMnemonic(caption, false)) {
+    : Control(std::move(name), NewItem(caption)), text_(ConvertMnemonic(caption, false)) {
     const auto onActivate = [](GtkMenuItem* /*item*/, const MenuItem* self) {
-        runHandler(self->choose_, self->name().c_str());
+        RunHandler(self->choose_, self->name().c_str());
     };
-    connect(widget(), "activate", onActivate, this);
+    Connect(widget(), "activate", onActivate, this);
 }
 
 void MenuItem::setAccelerator(GtkAccelGroup* group, const std::string& keys) {
@@ -58,13 +56,13 @@ Menu::Menu(std::string name, const std::string& caption)
     g_object_ref_sink(menu_);
     gtk_menu_item_set_submenu(GTK_MENU_ITEM(widget()), menu_);
     const auto onShow = [](GtkWidget* /*menu*/, const Menu* self) {
-        runHandler(self->open_, self->name().c_str());
+        RunHandler(self->open_, self->name().c_str());
     };
     const auto onHide = [](GtkWidget* /*menu*/, const Menu* self) {
-        runHandler(self->close_, self->name().c_str());
+        RunHandler(self->close_, self->name().c_str());
     };
-    connect(menu_, "show", onShow, this);
-    connect(menu_, "hide", onHide, this);
+    Connect(menu_, "show", onShow, this);
+    Connect(menu_, "hide", onHide, this);
 }
 
 Menu::~Menu() {

@@ -11,35 +11,35 @@ namespace {
 
 constexpr std::string_view menuLetters = "fe";
 
-bool isLetter(char c) {
+bool IsLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-char lowerCase(char c) {
+char LowerCase(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// The letters that a caption can have, the best first: those that start a word, then the others.
-std::string lettersOf(const std::string& caption) {
+// The letters that a caption can have, the best first: those that start a word, then the others.
+std::string LettersOf(const std::string& caption) {
     std::string starts;
     std::string others;
     for (std::size_t i = 0; i < caption.size(); ++i) {
-        if (isLetter(caption[i]) && menuLetters.find(lowerCase(caption[i])) == std::string::npos) {
-            const bool startsWord = i == 0 || !isLetter(caption[i - 1]);
-            (startsWord ? starts : others) += lowerCase(caption[i]);
+        if (IsLetter(caption[i]) && menuLetters.find(LowerCase(caption[i])) == std::string::npos) {
+            const bool startsWord = i == 0 || !IsLetter(caption[i - 1]);
+            (startsWord ? starts : others) += LowerCase(caption[i]);
         }
     }
     return starts + others;
 }
 
-/// The first place of `letter` in `caption`, at the start of a word if there is one.
-std::size_t placeOf(char letter, const std::string& caption) {
+// The first place of `letter` in `caption`, at the start of a word if there is one.
+std::size_t PlaceOf(char letter, const std::string& caption) {
     std::size_t place = std::string::npos;
     for (std::size_t i = caption.size(); i-- > 0;) {
-        const bool startsWord = i == 0 || !isLetter(caption[i - 1]);
+        const bool startsWord = i == 0 || !IsLetter(caption[i - 1]);
         const bool isBetter =
-            place == std::string::npos || startsWord || (place > 0 && isLetter(caption[place - 1]));
-        if (lowerCase(caption[i]) == letter && isBetter) {
+            place == std::string::npos || startsWord || (place > 0 && IsLetter(caption[place - 1]));
+        if (LowerCase(caption[i]) == letter && isBetter) {
             place = i;
         }
     }
@@ -48,11 +48,11 @@ std::size_t placeOf(char letter, const std::string& caption) {
 
 using Owners = std::map<char, Captioned*>;
 
-/// Gives `captioned` a free letter, or one whose owner can change to another one, and so on: an
-/// augmenting path (Kuhn, Naval Research Logistics Quarterly 2 (1955) 83). `tried`: letters that
-/// the path has been through. Letters inside a word are taken over first: their owners lose least.
-bool giveLetter(Captioned* captioned, Owners& owners, std::set<char>& tried) {
-    const std::string letters = lettersOf(captioned->caption());
+// Gives `captioned` a free letter, or one whose owner can change to another one, and so on: an
+// augmenting path (Kuhn, Naval Research Logistics Quarterly 2 (1955) 83). `tried`: letters that
+// the path has been through. Letters inside a word are taken over first: their owners lose least.
+bool GiveLetter(Captioned* captioned, Owners& owners, std::set<char>& tried) {
+    const std::string letters = LettersOf(captioned->caption());
     const auto free = std::find_if(letters.begin(), letters.end(),
                                    [&](char letter) { return !owners.contains(letter); });
     if (free != letters.end()) {
@@ -60,7 +60,7 @@ bool giveLetter(Captioned* captioned, Owners& owners, std::set<char>& tried) {
         return true;
     }
     return std::any_of(letters.rbegin(), letters.rend(), [&](char letter) {
-        if (!tried.insert(letter).second || !giveLetter(owners[letter], owners, tried)) {
+        if (!tried.insert(letter).second || !GiveLetter(owners[letter], owners, tried)) {
             return false;
         }
         owners[letter] = captioned;
@@ -70,11 +70,11 @@ bool giveLetter(Captioned* captioned, Owners& owners, std::set<char>& tried) {
 
 }  // namespace
 
-void giveOutMnemonics(const std::vector<Captioned*>& captions) {
+void GiveOutMnemonics(const std::vector<Captioned*>& captions) {
     Owners owners;
     std::vector<Captioned*> others;
     for (Captioned* const captioned : captions) {
-        const std::string letters = lettersOf(captioned->caption());
+        const std::string letters = LettersOf(captioned->caption());
         const bool isFirst = !letters.empty() && owners.emplace(letters.front(), captioned).second;
         if (!isFirst) {
             others.push_back(captioned);
@@ -83,10 +83,10 @@ void giveOutMnemonics(const std::vector<Captioned*>& captions) {
     }
     for (Captioned* const captioned : others) {
         std::set<char> tried;
-        giveLetter(captioned, owners, tried);
+        GiveLetter(captioned, owners, tried);
     }
     for (const auto& [letter, captioned] : owners) {
-        captioned->underline(placeOf(letter, captioned->caption()));
+        captioned->underline(PlaceOf(letter, captioned->caption()));
     }
 }
 

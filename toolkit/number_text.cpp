@@ -9,7 +9,7 @@ namespace toolkit {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
+std::string_view Trimmed(std::string_view text) {
     constexpr std::string_view whiteSpace = " \t\n\v\f\r";
     const std::size_t first = text.find_first_not_of(whiteSpace);
     if (first == std::string_view::npos) {
@@ -20,28 +20,24 @@ std::string_view trimmed(std::string_view text) {
 
 }  // namespace
 
-std::optional<double> parseNumber(std::string_view text) {
-    std::string_view digits = trimmed(text);
+std::optional<double> ParseNumber(std::string_view text) {
+    std::string_view digits = Trimmed(text);
     if (digits.starts_with('+')) {
         digits.remove_prefix(1);
-        if (digits.starts_with('-')) {
-            return std::nullopt;
-        }
+        if (digits.starts_with('-')) return std::nullopt;
     }
     double value = 0.0;
     const char* const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value);
-    if (error != std::errc{} || stop != end || !std::isfinite(value)) {
-        return std::nullopt;
-    }
+    if (error != std::errc{} || stop != end || !std::isfinite(value)) return std::nullopt;
     return value;
 }
 
-double numberOrZero(std::string_view text) {
-    return parseNumber(text).value_or(0.0);
+double NumberOrZero(std::string_view text) {
+    return ParseNumber(text).value_or(0.0);
 }
 
-std::string numberText(double value) {
+std::string NumberText(double value) {
     std::array<char, 32> buffer{};  // the longest, -2.2250738585072014e-308, has 24 characters
     const double shown = value == 0.0 ? 0.0 : value;
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), shown);
@@ -50,7 +46,7 @@ std::string numberText(double value) {
 
 namespace {
 
-std::string formatted(double value, std::chars_format format, int decimals) {
+std::string Formatted(double value, std::chars_format format, int decimals) {
     constexpr int longestInteger = 311;  // digits of the largest double, with sign and point
     std::string text(static_cast<std::size_t>(longestInteger + decimals), '\0');
     const auto [end, error] =
@@ -63,21 +59,21 @@ std::string formatted(double value, std::chars_format format, int decimals) {
 
 }  // namespace
 
-std::string significantText(double value, int digits) {
-    return formatted(value, std::chars_format::general, digits);
+std::string SignificantText(double value, int digits) {
+    return Formatted(value, std::chars_format::general, digits);
 }
 
-std::string fixedText(double value, int decimals) {
-    return formatted(value, std::chars_format::fixed, decimals);
+std::string FixedText(double value, int decimals) {
+    return Formatted(value, std::chars_format::fixed, decimals);
 }
 
-std::string resultText(double value, int decimals) {
+std::string ResultText(double value, int decimals) {
     constexpr int significantDigits = 4;
     constexpr double largest = 1e15;
     const double smallest = std::pow(10.0, significantDigits - 1 - decimals);
     const double magnitude = std::abs(value);
     const bool isFixed = value == 0.0 || (magnitude >= smallest && magnitude < largest);
-    return formatted(value, isFixed ? std::chars_format::fixed : std::chars_format::scientific,
+    return Formatted(value, isFixed ? std::chars_format::fixed : std::chars_format::scientific,
                      decimals);
 }
 

@@ -8,13 +8,13 @@
 
 namespace toolkit {
 
-Area frameArea(const Screen& screen) {
+Area FrameArea(const Screen& screen) {
     GdkRectangle frame;
     gdk_window_get_frame_extents(gtk_widget_get_window(screen.window()), &frame);
     return {frame.x, frame.y, frame.width, frame.height};
 }
 
-bool savePicture(const Area& area, const std::string& path) {
+bool SavePicture(const Area& area, const std::string& path) {
     const std::unique_ptr<GdkPixbuf, decltype(&g_object_unref)> pixels(
         gdk_pixbuf_get_from_drawable(nullptr, gdk_get_default_root_window(), nullptr, area.x,
                                      area.y, 0, 0, area.width, area.height),

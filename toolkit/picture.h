@@ -8,10 +8,10 @@ namespace toolkit {
 
 class Screen;
 
-/// Where the window stands on the display, its frame included.
-Area frameArea(const Screen& screen);
+// Where the window stands on the display, its frame included.
+Area FrameArea(const Screen& screen);
 
-/// Saves what the display shows in `area` as a PNG file; false when that is not possible.
-bool savePicture(const Area& area, const std::string& path);
+// Saves what the display shows in `area` as a PNG file; false when that is not possible.
+bool SavePicture(const Area& area, const std::string& path);
 
 }  // namespace toolkit

@@ -28,13 +28,13 @@ constexpr double reach = 30.0;  // pixels, of the pointer
 constexpr double zoomStep = 1.25;
 constexpr double panStep = 0.1;
 
-Colour colourOf(const GdkColor& colour) {
+Colour ColourOf(const GdkColor& colour) {
     constexpr double most = 65535.0;
     return {colour.red / most, colour.green / most, colour.blue / most};
 }
 
-/// The font and the colours of the widget's theme.
-PlotLook lookOf(GtkWidget* widget) {
+// The font and the colours of the widget's theme.
+PlotLook LookOf(GtkWidget* widget) {
     const PangoFontDescription* const font =
         pango_context_get_font_description(gtk_widget_get_pango_context(widget));
     const double size = static_cast<double>(pango_font_description_get_size(font)) / PANGO_SCALE;
@@ -44,12 +44,12 @@ PlotLook lookOf(GtkWidget* widget) {
     const GtkStyle* const style = gtk_widget_get_style(widget);
     return {pango_font_description_get_family(font),
             isInPixels ? size : size * dotsPerInch / pointsPerInch,
-            colourOf(style->base[GTK_STATE_NORMAL]), colourOf(style->text[GTK_STATE_NORMAL])};
+            ColourOf(style->base[GTK_STATE_NORMAL]), ColourOf(style->text[GTK_STATE_NORMAL])};
 }
 
 }  // namespace
 
-/// What several plots show together.
+// What several plots show together.
 struct Plot::Sheet {
     PlotContent content;
     PlotView view;
@@ -58,15 +58,15 @@ struct Plot::Sheet {
     std::vector<Plot*> plots;
 };
 
-/// What was drawn last, and what the pointer does there.
+// What was drawn last, and what the pointer does there.
 struct Plot::Canvas {
-    enum class Drag { none, box, pan };
+    enum class Drag { Nothing, Box, Pan };
 
     std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface;
     int width = 0;
     int height = 0;
     std::optional<DrawnPlot> drawn;
-    Drag drag = Drag::none;
+    Drag drag = Drag::Nothing;
     PlotPlace start;  // of the drag
     PlotPlace end;
     std::vector<PlotPin> pinsBefore;  // the last click
@@ -96,14 +96,12 @@ Plot::Plot(std::string name, const std::string& description, std::shared_ptr<She
     connectPointer();
     const auto onKey = [](GtkWidget* plot, const GdkEventKey* event, Plot* self) -> gboolean {
         const auto others = static_cast<guint>(GDK_CONTROL_MASK | GDK_MOD1_MASK | GDK_SUPER_MASK);
-        if ((event->state & others) != 0) {
-            return FALSE;
-        }
+        if ((event->state & others) != 0) return FALSE;
         const Announcement announcement(plot);
         return static_cast<gboolean>(
             self->pressKey(event->keyval, (event->state & GDK_SHIFT_MASK) != 0));
     };
-    connect(widget(), "key-press-event", onKey, this);
+    Connect(widget(), "key-press-event", onKey, this);
 }
 
 void Plot::connectDrawing() {
@@ -117,7 +115,7 @@ void Plot::connectDrawing() {
             canvas.height = place.height;
             self->draw();
         }
-        const CairoContext cairo = exposedPart(plot, *event);
+        const CairoContext cairo = ExposedPart(plot, *event);
         cairo_set_source_surface(cairo.get(), canvas.surface.get(), 0.0, 0.0);
         cairo_paint(cairo.get());
         self->paintOver(cairo.get());
@@ -131,8 +129,8 @@ void Plot::connectDrawing() {
     const auto onStyleSet = [](GtkWidget* /*plot*/, GtkStyle* /*previous*/, Plot* self) {
         self->canvas_->surface.reset();
     };
-    connect(widget(), "expose-event", onExpose, this);
-    connect(widget(), "style-set", onStyleSet, this);
+    Connect(widget(), "expose-event", onExpose, this);
+    Connect(widget(), "style-set", onStyleSet, this);
 }
 
 void Plot::connectPointer() {
@@ -141,9 +139,7 @@ void Plot::connectPointer() {
             self->showAllInstead();
             return TRUE;
         }
-        if (event->type != GDK_BUTTON_PRESS) {
-            return FALSE;
-        }
+        if (event->type != GDK_BUTTON_PRESS) return FALSE;
         gtk_widget_grab_focus(plot);
         return static_cast<gboolean>(
             self->press(event->x, event->y, event->button, (event->state & GDK_SHIFT_MASK) != 0));
@@ -176,12 +172,12 @@ void Plot::connectPointer() {
         return static_cast<gboolean>((isUp || event->direction == GDK_SCROLL_DOWN) &&
                                      self->turnWheel(event->x, event->y, isUp));
     };
-    connect(widget(), "button-press-event", onButton, this);
-    connect(widget(), "button-release-event", onRelease, this);
-    connect(widget(), "motion-notify-event", onMotion, this);
-    connect(widget(), "enter-notify-event", onEnter, this);
-    connect(widget(), "leave-notify-event", onLeave, this);
-    connect(widget(), "scroll-event", onScroll, this);
+    Connect(widget(), "button-press-event", onButton, this);
+    Connect(widget(), "button-release-event", onRelease, this);
+    Connect(widget(), "motion-notify-event", onMotion, this);
+    Connect(widget(), "enter-notify-event", onEnter, this);
+    Connect(widget(), "leave-notify-event", onLeave, this);
+    Connect(widget(), "scroll-event", onScroll, this);
 }
 
 Plot::~Plot() {
@@ -228,7 +224,7 @@ void Plot::show(std::vector<PlotSeries> series, const FirstView& first) {
     sheet_->pointed.reset();
     sheet_->view.start(sheet_->content.series, first);
     for (Plot* const plot : sheet_->plots) {
-        plot->canvas_->drag = Canvas::Drag::none;
+        plot->canvas_->drag = Canvas::Drag::Nothing;
         plot->canvas_->pinsBefore.clear();
         plot->canvas_->drawn.reset();
     }
@@ -247,16 +243,16 @@ bool Plot::setLimits(const PlotLimits& limits) {
 }
 
 std::string Plot::reading() const {
-    return sheet_->pointed ? readingOf(content(), view().limits(), *sheet_->pointed).sentence()
+    return sheet_->pointed ? ReadingOf(content(), view().limits(), *sheet_->pointed).sentence()
                            : "";
 }
 
 std::optional<std::string> Plot::copyPicture() const {
-    return copyPlot(pictureSizes[pageSize], content(), view());
+    return CopyPlot(pictureSizes[pageSize], content(), view());
 }
 
 bool Plot::canPerform(EditCommand command) const {
-    return command == EditCommand::copy && !isEmpty();
+    return command == EditCommand::Copy && !isEmpty();
 }
 
 void Plot::perform(EditCommand command) {
@@ -274,14 +270,10 @@ const Plot* Plot::twin() const {
 std::optional<Area> Plot::place(const PlotPosition& position) const {
     const bool isThere = canvas_->drawn && position.series < series().size() &&
                          position.point < series()[position.series].size();
-    if (!isThere) {
-        return std::nullopt;
-    }
+    if (!isThere) return std::nullopt;
     const PlotFrame& frame = canvas_->drawn->frame;
-    const auto found = frame.placeOf(pointOf(series()[position.series], position, frame));
-    if (!found || !frame.contains(*found)) {
-        return std::nullopt;
-    }
+    const auto found = frame.placeOf(PointOf(series()[position.series], position, frame));
+    if (!found || !frame.contains(*found)) return std::nullopt;
     return Area{static_cast<int>(std::lround(found->x)), static_cast<int>(std::lround(found->y)), 1,
                 1};
 }
@@ -290,7 +282,7 @@ void Plot::changed() {
     for (Plot* const plot : sheet_->plots) {
         plot->canvas_->surface.reset();
         gtk_widget_queue_draw(plot->widget());
-        runHandler(plot->changed_, plot->name().c_str());
+        RunHandler(plot->changed_, plot->name().c_str());
     }
 }
 
@@ -299,12 +291,12 @@ void Plot::draw() {
         cairo_image_surface_create(CAIRO_FORMAT_RGB24, canvas_->width, canvas_->height));
     const CairoContext cairo(cairo_create(canvas_->surface.get()));
     canvas_->drawn =
-        drawPlot(cairo.get(), canvas_->width, canvas_->height, lookOf(widget()), content(), view());
+        DrawPlot(cairo.get(), canvas_->width, canvas_->height, LookOf(widget()), content(), view());
 }
 
-/// What moves over the plot: a ring around what is read, and the rectangle of a drag.
+// What moves over the plot: a ring around what is read, and the rectangle of a drag.
 void Plot::paintOver(cairo_t* cairo) const {
-    const PlotLook look = lookOf(widget());
+    const PlotLook look = LookOf(widget());
     cairo_set_source_rgb(cairo, look.ink.red, look.ink.green, look.ink.blue);
     if (const auto marked = sheet_->pointed ? place(*sheet_->pointed) : std::nullopt) {
         constexpr double radius = 5.0;
@@ -312,7 +304,7 @@ void Plot::paintOver(cairo_t* cairo) const {
         cairo_arc(cairo, marked->x, marked->y, radius, 0.0, 2.0 * G_PI);
         cairo_stroke(cairo);
     }
-    if (canvas_->drag == Canvas::Drag::box) {
+    if (canvas_->drag == Canvas::Drag::Box) {
         constexpr double middleOfPixel = 0.5;
         const PlotPlace& start = canvas_->start;
         const PlotPlace& end = canvas_->end;
@@ -325,19 +317,17 @@ void Plot::paintOver(cairo_t* cairo) const {
 }
 
 void Plot::pointAt(std::optional<PlotPosition> position) {
-    if (position == sheet_->pointed) {
-        return;
-    }
+    if (position == sheet_->pointed) return;
     sheet_->pointed = position;
     for (Plot* const plot : sheet_->plots) {
         gtk_widget_queue_draw(plot->widget());
-        runHandler(plot->changed_, plot->name().c_str());
+        RunHandler(plot->changed_, plot->name().c_str());
     }
 }
 
 std::optional<PlotPosition> Plot::nearestTo(double x, double y) const {
     const PlotFrame* const frame = canvas_->frame();
-    return frame == nullptr ? std::nullopt : nearest(series(), *frame, {x, y}, reach);
+    return frame == nullptr ? std::nullopt : Nearest(series(), *frame, {x, y}, reach);
 }
 
 bool Plot::press(double x, double y, unsigned button, bool isShifted) {
@@ -345,21 +335,21 @@ bool Plot::press(double x, double y, unsigned button, bool isShifted) {
     constexpr unsigned left = 1;
     constexpr unsigned middle = 2;
     if (frame == nullptr || isEmpty() || (button != left && button != middle) ||
-        canvas_->drag != Canvas::Drag::none) {
+        canvas_->drag != Canvas::Drag::Nothing) {
         return false;
     }
     const PlotPlace place{x, y};
-    canvas_->drag = button == middle || isShifted ? Canvas::Drag::pan : Canvas::Drag::box;
+    canvas_->drag = button == middle || isShifted ? Canvas::Drag::Pan : Canvas::Drag::Box;
     canvas_->start = canvas_->end = place;
     return true;
 }
 
 void Plot::dragTo(double x, double y) {
     const PlotFrame* const frame = canvas_->frame();
-    if (canvas_->drag == Canvas::Drag::none) {
+    if (canvas_->drag == Canvas::Drag::Nothing) {
         sheet_->isPointedByKeys = false;
         pointAt(nearestTo(x, y));
-    } else if (canvas_->drag == Canvas::Drag::box && frame != nullptr) {
+    } else if (canvas_->drag == Canvas::Drag::Box && frame != nullptr) {
         canvas_->end = {std::clamp(x, frame->left, frame->right),
                         std::clamp(y, frame->top, frame->bottom)};
         gtk_widget_queue_draw(widget());
@@ -371,12 +361,10 @@ void Plot::dragTo(double x, double y) {
 }
 
 void Plot::release(double x, double y) {
-    const auto drag = std::exchange(canvas_->drag, Canvas::Drag::none);
+    const auto drag = std::exchange(canvas_->drag, Canvas::Drag::Nothing);
     const PlotFrame* const frame = canvas_->frame();
     sheet_->view.endAct();
-    if (drag != Canvas::Drag::box || frame == nullptr) {
-        return;
-    }
+    if (drag != Canvas::Drag::Box || frame == nullptr) return;
     constexpr double still = 4.0;  // pixels
     const PlotPlace start = canvas_->start;
     if (std::abs(x - start.x) < still && std::abs(y - start.y) < still) {
@@ -404,14 +392,14 @@ void Plot::togglePin(const PlotPlace& place) {
     if (there != pins.end()) {
         pins.erase(there);
     } else if (const auto position = nearestTo(place.x, place.y)) {
-        const PlotReading reading = readingOf(content(), view().limits(), *position);
+        const PlotReading reading = ReadingOf(content(), view().limits(), *position);
         pins.push_back({reading.point, reading.label()});
     }
 }
 
-/// A double click: its first click is taken back.
+// A double click: its first click is taken back.
 void Plot::showAllInstead() {
-    canvas_->drag = Canvas::Drag::none;
+    canvas_->drag = Canvas::Drag::Nothing;
     sheet_->content.pins = canvas_->pinsBefore;
     sheet_->view.showAll();
     changed();
@@ -419,20 +407,16 @@ void Plot::showAllInstead() {
 
 bool Plot::turnWheel(double x, double y, bool isUp) {
     const PlotFrame* const frame = canvas_->frame();
-    if (frame == nullptr || isEmpty() || !frame->contains({x, y})) {
-        return false;
-    }
+    if (frame == nullptr || isEmpty() || !frame->contains({x, y})) return false;
     sheet_->view.zoom(frame->pointAt({x, y}), isUp ? 1.0 / zoomStep : zoomStep,
-                      PlotView::Act::wheel);
+                      PlotView::Act::Wheel);
     changed();
     return true;
 }
 
 bool Plot::pressKey(unsigned key, bool isShifted) {
     const PlotFrame* const frame = canvas_->frame();
-    if (frame == nullptr || isEmpty()) {
-        return false;
-    }
+    if (frame == nullptr || isEmpty()) return false;
     constexpr double stride = 6.0;  // pixels
     const auto arrow = [&](double right, double up) {
         if (isShifted) {
@@ -449,7 +433,7 @@ bool Plot::pressKey(unsigned key, bool isShifted) {
         const auto pointed = sheet_->pointed ? place(*sheet_->pointed) : std::nullopt;
         sheet_->view.zoom(
             frame->pointAt(pointed ? PlotPlace{1.0 * pointed->x, 1.0 * pointed->y} : middle),
-            factor, PlotView::Act::wheel);
+            factor, PlotView::Act::Wheel);
     };
     switch (key) {
         case GDK_KEY_Left:
@@ -490,10 +474,8 @@ bool Plot::pressKey(unsigned key, bool isShifted) {
             }
             break;
         case GDK_KEY_Escape:
-            if (canvas_->drag == Canvas::Drag::none && !sheet_->pointed) {
-                return false;
-            }
-            canvas_->drag = Canvas::Drag::none;
+            if (canvas_->drag == Canvas::Drag::Nothing && !sheet_->pointed) return false;
+            canvas_->drag = Canvas::Drag::Nothing;
             pointAt(std::nullopt);
             break;
         default:
@@ -503,15 +485,15 @@ bool Plot::pressKey(unsigned key, bool isShifted) {
     return true;
 }
 
-/// Has a position read that the keys have led to, and brings it into view.
+// Has a position read that the keys have led to, and brings it into view.
 void Plot::follow(const PlotPosition& position) {
     sheet_->isPointedByKeys = true;
     const PlotFrame& frame = canvas_->drawn->frame;
-    const auto there = frame.placeOf(pointOf(series()[position.series], position, frame));
+    const auto there = frame.placeOf(PointOf(series()[position.series], position, frame));
     if (there && !frame.contains(*there)) {
         constexpr double middle = 0.5;
         sheet_->view.pan((there->x - frame.left) / frame.width() - middle,
-                         middle - (there->y - frame.top) / frame.height(), PlotView::Act::walk);
+                         middle - (there->y - frame.top) / frame.height(), PlotView::Act::Walk);
     }
     pointAt(position);
 }
@@ -523,22 +505,22 @@ void Plot::walk(double length) {
     }
     const PlotSeries& curve = series()[sheet_->pointed->series];
     const bool runsLeft = !curve.isMarks() && curve.x.front() > curve.x.back();
-    follow(walked(series(), canvas_->drawn->frame, *sheet_->pointed, runsLeft ? -length : length));
+    follow(Walked(series(), canvas_->drawn->frame, *sheet_->pointed, runsLeft ? -length : length));
 }
 
-/// The nearest position on the next curve that has one in view; at first that of the first curve
-/// in the middle.
+// The nearest position on the next curve that has one in view; at first that of the first curve
+// in the middle.
 void Plot::changeCurve(bool isNext) {
     const PlotFrame& frame = canvas_->drawn->frame;
     const std::size_t count = series().size();
     const auto from =
         sheet_->pointed
-            ? frame.placeOf(pointOf(series()[sheet_->pointed->series], *sheet_->pointed, frame))
+            ? frame.placeOf(PointOf(series()[sheet_->pointed->series], *sheet_->pointed, frame))
             : PlotPlace{0.5 * (frame.left + frame.right), 0.5 * (frame.top + frame.bottom)};
     std::size_t curve = sheet_->pointed ? sheet_->pointed->series : count - 1;
     for (std::size_t i = 0; i < count && from; ++i) {
         curve = (curve + (isNext ? 1 : count - 1)) % count;
-        const auto found = nearest(std::span(series()).subspan(curve, 1), frame, *from,
+        const auto found = Nearest(std::span(series()).subspan(curve, 1), frame, *from,
                                    std::numeric_limits<double>::infinity());
         if (found) {
             follow({curve, found->point, found->share});

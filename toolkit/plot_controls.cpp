@@ -23,8 +23,8 @@ LimitEntry::LimitEntry(std::string name) : Entry(std::move(name), 8) {
         self->finish();
         return FALSE;
     };
-    connect(widget(), "activate", onActivate, this);
-    connect(widget(), "focus-out-event", onLeave, this);
+    Connect(widget(), "activate", onActivate, this);
+    Connect(widget(), "focus-out-event", onLeave, this);
 }
 
 void LimitEntry::showLimit(const std::string& text) {
@@ -36,7 +36,7 @@ void LimitEntry::showLimit(const std::string& text) {
 
 void LimitEntry::finish() {
     if (text() != shown_) {
-        runHandler(typed_, name().c_str());
+        RunHandler(typed_, name().c_str());
     }
 }
 
@@ -65,7 +65,7 @@ Block PlotLimitsRow::block() {
     };
     std::vector<Block> lower = cells(y_);
     lower.emplace_back(grid_);
-    return grid({cells(x_), lower}, Spacing::none, Spacing::related);
+    return Grid({cells(x_), lower}, Spacing::Touching, Spacing::Related);
 }
 
 void PlotLimitsRow::connect(Axis& axis, bool isX) {
@@ -79,7 +79,7 @@ void PlotLimitsRow::connect(Axis& axis, bool isX) {
 }
 
 void PlotLimitsRow::type(const LimitEntry& entry, bool isX, bool isHigh) {
-    const auto number = parseNumber(entry.text());
+    const auto number = ParseNumber(entry.text());
     PlotLimits limits = plot_.view().limits();
     AxisLimits& axis = of(limits, isX);
     (isHigh ? axis.high : axis.low) = number.value_or(0.0);
@@ -109,8 +109,8 @@ void PlotLimitsRow::toggleLog(bool isX) {
 
 void PlotLimitsRow::show(Axis& axis, const AxisLimits& limits, const PlotAxis& names) {
     const bool isEmpty = plot_.isEmpty();
-    axis.from.showLimit(isEmpty ? "" : shownNumber(limits.low, limits));
-    axis.to.showLimit(isEmpty ? "" : shownNumber(limits.high, limits));
+    axis.from.showLimit(isEmpty ? "" : ShownNumber(limits.low, limits));
+    axis.to.showLimit(isEmpty ? "" : ShownNumber(limits.high, limits));
     axis.caption.setText(names.quantity);
     axis.from.setAccessibleName("lowest " + names.quantity + " in view");
     axis.to.setAccessibleName("highest " + names.quantity + " in view");

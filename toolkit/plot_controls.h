@@ -11,17 +11,17 @@
 
 namespace toolkit {
 
-/// The line under a plot that says what is read; as wide as there is room, whatever it says.
+// The line under a plot that says what is read; as wide as there is room, whatever it says.
 class PlotReadOut : public ResultLabel {
   public:
     explicit PlotReadOut(std::string name);
 };
 
-/// The entry of one end of an axis, which counts when Enter is pressed or the entry is left.
+// The entry of one end of an axis, which counts when Enter is pressed or the entry is left.
 class LimitEntry : public Entry {
   public:
     explicit LimitEntry(std::string name);
-    /// `typed` runs when the text is another than was shown.
+    // `typed` runs when the text is another than was shown.
     void onTyped(Handler typed) { typed_ = std::move(typed); }
     void showLimit(const std::string& text);
 
@@ -32,14 +32,14 @@ class LimitEntry : public Entry {
     Handler typed_;
 };
 
-/// The row under a plot in which its limits can be read and typed.
+// The row under a plot in which its limits can be read and typed.
 class PlotLimitsRow {
   public:
-    /// `message`: says why what was typed does not hold.
+    // `message`: says why what was typed does not hold.
     PlotLimitsRow(Plot& plot, Message& message);
 
     Block block();
-    /// Shows what is in view.
+    // Shows what is in view.
     void update();
 
   private:

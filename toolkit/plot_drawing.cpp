@@ -31,8 +31,8 @@ constexpr double markRadius = 0.36;
 constexpr double sampleWidth = 2.6;  // of a line in the legend
 constexpr double occupancyCell = 0.25;
 
-/// Palettes that colour-blind readers can tell apart, and whose colours stand out from a light and
-/// from a dark ground (after M. Okabe, K. Ito, Color Universal Design, 2008).
+// Palettes that colour-blind readers can tell apart, and whose colours stand out from a light and
+// from a dark ground (after M. Okabe, K. Ito, Color Universal Design, 2008).
 constexpr std::size_t colours = 6;
 constexpr std::array<Colour, colours> onLight = {{{0.00, 0.45, 0.70},
                                                   {0.80, 0.33, 0.00},
@@ -47,12 +47,12 @@ constexpr std::array<Colour, colours> onDark = {{{0.34, 0.71, 0.91},
                                                  {0.94, 0.89, 0.26},
                                                  {0.75, 0.88, 1.00}}};
 
-Colour mixed(const Colour& one, const Colour& other, double share) {
+Colour Mixed(const Colour& one, const Colour& other, double share) {
     return {one.red + share * (other.red - one.red), one.green + share * (other.green - one.green),
             one.blue + share * (other.blue - one.blue)};
 }
 
-void setSource(cairo_t* cairo, const Colour& colour, double opacity = 1.0) {
+void SetSource(cairo_t* cairo, const Colour& colour, double opacity = 1.0) {
     cairo_set_source_rgba(cairo, colour.red, colour.green, colour.blue, opacity);
 }
 
@@ -60,7 +60,7 @@ struct Unreferencer {
     void operator()(void* object) const { g_object_unref(object); }
 };
 
-/// Sets text in the font of the look.
+// Sets text in the font of the look.
 class Typesetter {
   public:
     Typesetter(cairo_t* cairo, const PlotLook& look)
@@ -87,20 +87,20 @@ class Typesetter {
                 static_cast<double>(height) / PANGO_SCALE};
     }
 
-    /// `x` and `y`: a place in the text's own box, as shares of its width and height, that comes to
-    /// `place`.
+    // `x` and `y`: a place in the text's own box, as shares of its width and height, that comes to
+    // `place`.
     void draw(const std::string& text, const PlotPlace& place, double x, double y) {
         const PlotPlace size = sizeOf(text);
         cairo_move_to(cairo_, place.x - x * size.x, place.y - y * size.y);
         pango_cairo_show_layout(cairo_, layout_.get());
     }
-    /// At the present place.
+    // At the present place.
     void show(const std::string& text) {
         set(text);
         pango_cairo_show_layout(cairo_, layout_.get());
     }
 
-    /// Breaks texts into centred lines of this width and ends them after so many.
+    // Breaks texts into centred lines of this width and ends them after so many.
     void wrap(double width, int lines) {
         pango_layout_set_width(layout_.get(), static_cast<int>(width * PANGO_SCALE));
         pango_layout_set_height(layout_.get(), -lines);
@@ -126,7 +126,7 @@ class Typesetter {
 
 using Box = DrawnPlot::Box;
 
-/// Which parts of the frame something is drawn in.
+// Which parts of the frame something is drawn in.
 class Occupancy {
   public:
     Occupancy(const PlotFrame& frame, double cell)
@@ -141,7 +141,7 @@ class Occupancy {
             cells_[index(place.x, place.y)] = true;
         }
     }
-    /// The straight way between two places in the frame.
+    // The straight way between two places in the frame.
     void take(const PlotPlace& one, const PlotPlace& other) {
         const double steps = std::ceil(2.0 * std::hypot(other.x - one.x, other.y - one.y) / cell_);
         for (int i = 0; i <= steps; ++i) {
@@ -160,9 +160,7 @@ class Occupancy {
             for (int k = 0; k * cell_ < box.width + cell_; ++k) {
                 const double column = box.x + std::min(k * cell_, box.width);
                 const double row = box.y + std::min(i * cell_, box.height);
-                if (frame_.contains({column, row}) && cells_[index(column, row)]) {
-                    return false;
-                }
+                if (frame_.contains({column, row}) && cells_[index(column, row)]) return false;
             }
         }
         return true;
@@ -181,17 +179,17 @@ class Occupancy {
     std::vector<bool> cells_;
 };
 
-/// A row of the legend.
+// A row of the legend.
 struct Entry {
     std::string text;
-    Style style = Style::line;
+    Style style = Style::Line;
     std::size_t colour = 0;
     bool isInk = false;  // it says what a line style means, whatever the colour
 };
 
-/// A curve's name is said by its colour or its label, what its parts are by their line styles.
-/// `labels`: where those of the series stand.
-std::vector<Entry> entriesOf(const std::vector<PlotSeries>& series,
+// A curve's name is said by its colour or its label, what its parts are by their line styles.
+// `labels`: where those of the series stand.
+std::vector<Entry> EntriesOf(const std::vector<PlotSeries>& series,
                              const std::vector<std::optional<Box>>& labels) {
     std::vector<Entry> entries;
     std::vector<Entry> states;
@@ -205,11 +203,9 @@ std::vector<Entry> entriesOf(const std::vector<PlotSeries>& series,
     };
     for (std::size_t i = 0; i < series.size(); ++i) {
         const PlotSeries& each = series[i];
-        if (each.size() == 0) {
-            continue;
-        }
+        if (each.size() == 0) continue;
         const bool isPlain = each.parts.size() == 1 && each.parts[0].state.empty();
-        const Style style = isPlain ? each.parts[0].style : Style::line;
+        const Style style = isPlain ? each.parts[0].style : Style::Line;
         if (!each.legend.empty()) {
             add(entries, {each.legend, style, each.colour, false}, true);
         } else if (!labels[i]) {
@@ -219,13 +215,13 @@ std::vector<Entry> entriesOf(const std::vector<PlotSeries>& series,
             add(states, {part.state, part.style, 0, true}, true);
         }
     }
-    const auto isMark = [](const Entry& entry) { return entry.style == Style::markers; };
+    const auto isMark = [](const Entry& entry) { return entry.style == Style::Markers; };
     entries.insert(std::find_if(entries.begin(), entries.end(), isMark), states.begin(),
                    states.end());
     return entries;
 }
 
-/// One plot being drawn.
+// One plot being drawn.
 class Drawer {
   public:
     Drawer(cairo_t* cairo, const PlotLook& look, const PlotContent& content, const PlotView& view)
@@ -263,7 +259,7 @@ class Drawer {
     void drawLegend();
     void setLine(Style style) const;
     void setColour(std::size_t number) const {
-        setSource(cairo_, plotColour(number, look_.ground));
+        SetSource(cairo_, PlotColour(number, look_.ground));
     }
 
     cairo_t* cairo_;
@@ -286,24 +282,22 @@ class Drawer {
     PlotFrame frame_;
 };
 
-std::string axisTitle(const PlotAxis& axis, int exponent) {
-    const std::string factor = exponent == 0 ? "" : powerOfTen(exponent);
+std::string AxisTitle(const PlotAxis& axis, int exponent) {
+    const std::string factor = exponent == 0 ? "" : PowerOfTen(exponent);
     const std::string unit = factor + (factor.empty() || axis.unit.empty() ? "" : " ") + axis.unit;
     return unit.empty() ? axis.quantity : axis.quantity + " (" + unit + ")";
 }
 
-/// Gives the labels, the titles and a legend below their room and the rest to the frame; returns
-/// false where nothing is left.
+// Gives the labels, the titles and a legend below their room and the rest to the frame; returns
+// false where nothing is left.
 bool Drawer::layOutFrame(double width, double height) {
     constexpr double least = 5.0;
     constexpr double rowsForLabel = 2.4;
     const double top = (content_.title.empty() ? unit_ : titleHeight_ + 2.0 * gap * unit_);
     const double below = isLegendBelow_ ? legend_.height + gap * unit_ : 0.0;
     const double bottom = height - below - (2.0 * line + majorTick + gap) * unit_;
-    if (bottom - top < least * unit_) {
-        return false;
-    }
-    yTicks_ = ticksOf(view_.limits().y, (bottom - top) / (rowsForLabel * unit_));
+    if (bottom - top < least * unit_) return false;
+    yTicks_ = TicksOf(view_.limits().y, (bottom - top) / (rowsForLabel * unit_));
     yLabelWidth_ = 0.0;
     for (const PlotTicks::Major& tick : yTicks_.major) {
         yLabelWidth_ = std::max(yLabelWidth_, text_.sizeOf(tick.label).x);
@@ -314,24 +308,20 @@ bool Drawer::layOutFrame(double width, double height) {
     constexpr int attempts = 3;  // the labels depend on their number, and that on their width
     for (int i = 0; i < attempts; ++i) {
         right = width - std::max(0.5 * labelWidth + gap * unit_, unit_);
-        if (right - left < least * unit_) {
-            return false;
-        }
-        xTicks_ = ticksOf(view_.limits().x, (right - left) / (labelWidth + 1.5 * unit_));
+        if (right - left < least * unit_) return false;
+        xTicks_ = TicksOf(view_.limits().x, (right - left) / (labelWidth + 1.5 * unit_));
         double widest = 0.0;
         for (const PlotTicks::Major& tick : xTicks_.major) {
             widest = std::max(widest, text_.sizeOf(tick.label).x);
         }
-        if (widest <= labelWidth && i > 0) {
-            break;
-        }
+        if (widest <= labelWidth && i > 0) break;
         labelWidth = widest;
     }
     frame_ = PlotFrame(view_.limits(), left, top, right, bottom);
     return true;
 }
 
-/// Where the text of a pin stands: beside its point, in the frame.
+// Where the text of a pin stands: beside its point, in the frame.
 Box Drawer::boxOf(const PlotPin& pin, const PlotPlace& place) {
     const PlotPlace size = text_.sizeOf(pin.text);
     const double width = size.x + 2.0 * gap * unit_;
@@ -343,13 +333,13 @@ Box Drawer::boxOf(const PlotPin& pin, const PlotPlace& place) {
             isAbove ? place.y - away - height : place.y + away, width, height};
 }
 
-/// The curves, pins and labels in the frame.
+// The curves, pins and labels in the frame.
 void Drawer::takePlaces(Occupancy& occupancy) {
     for (const PlotSeries& series : content_.series) {
         for (std::size_t part = 0; part < series.parts.size(); ++part) {
             if (series.isMarks()) {
                 const double radius = markRadius * unit_;
-                trace(
+                Trace(
                     series, part, frame_,
                     [&occupancy, radius](const PlotSpot& spot) {
                         for (const double side : {-radius, 0.0, radius}) {
@@ -360,7 +350,7 @@ void Drawer::takePlaces(Occupancy& occupancy) {
                     [] {});
                 continue;
             }
-            tracePolylines(series, part, frame_, [&occupancy](const Polyline& curve) {
+            TracePolylines(series, part, frame_, [&occupancy](const Polyline& curve) {
                 for (std::size_t i = 0; i < curve.size(); ++i) {
                     occupancy.take(curve[i > 0 ? i - 1 : 0], curve[i]);
                 }
@@ -379,13 +369,13 @@ void Drawer::takePlaces(Occupancy& occupancy) {
     }
 }
 
-/// Beside the curve, as near to its end as there is room; nothing where there is none. A curve out
-/// of view has an empty place.
+// Beside the curve, as near to its end as there is room; nothing where there is none. A curve out
+// of view has an empty place.
 std::optional<Box> Drawer::labelPlace(const PlotSeries& series, const Occupancy& occupancy) {
     const PlotPlace size = text_.sizeOf(series.label);
     std::vector<PlotPlace> places;
     for (std::size_t part = 0; part < series.parts.size(); ++part) {
-        tracePolylines(series, part, frame_, [&](const Polyline& curve) {
+        TracePolylines(series, part, frame_, [&](const Polyline& curve) {
             for (std::size_t i = 1; i < curve.size(); ++i) {
                 const double dx = curve[i].x - curve[i - 1].x;
                 const double dy = curve[i].y - curve[i - 1].y;
@@ -411,21 +401,17 @@ std::optional<Box> Drawer::labelPlace(const PlotSeries& series, const Occupancy&
               Box{place.x - away - size.x, place.y - 0.5 * size.y, size.x, size.y}}) {
             const bool isInside = frame_.contains({box.x - edge, box.y - edge}) &&
                                   frame_.contains({box.x + size.x + edge, box.y + size.y + edge});
-            if (isInside && occupancy.isFree(box)) {
-                return box;
-            }
+            if (isInside && occupancy.isFree(box)) return box;
         }
     }
     return std::nullopt;
 }
 
-/// Finds places for the labels of the curves, none of which stands over another thing.
+// Finds places for the labels of the curves, none of which stands over another thing.
 void Drawer::placeLabels() {
     labels_.assign(content_.series.size(), std::nullopt);
     const auto hasLabel = [](const PlotSeries& series) { return !series.label.empty(); };
-    if (std::none_of(content_.series.begin(), content_.series.end(), hasLabel)) {
-        return;
-    }
+    if (std::none_of(content_.series.begin(), content_.series.end(), hasLabel)) return;
     Occupancy occupancy(frame_, occupancyCell * unit_);
     takePlaces(occupancy);
     for (std::size_t i = 0; i < labels_.size(); ++i) {
@@ -440,7 +426,7 @@ void Drawer::placeLabels() {
 }
 
 void Drawer::listEntries() {
-    entries_ = entriesOf(content_.series, labels_);
+    entries_ = EntriesOf(content_.series, labels_);
     entryWidth_ = 0.0;
     for (const Entry& entry : entries_) {
         entryWidth_ =
@@ -448,7 +434,7 @@ void Drawer::listEntries() {
     }
 }
 
-/// Puts the legend into a corner where nothing is; returns false where there is none.
+// Puts the legend into a corner where nothing is; returns false where there is none.
 bool Drawer::placeLegendInside() {
     constexpr double most = 0.6;  // of the frame
     legend_.width = entryWidth_ + 2.0 * gap * unit_;
@@ -464,15 +450,13 @@ bool Drawer::placeLegendInside() {
         for (const double x : {frame_.right - margin - legend_.width, frame_.left + margin}) {
             legend_.x = x;
             legend_.y = y;
-            if (occupancy.isFree(legend_)) {
-                return true;
-            }
+            if (occupancy.isFree(legend_)) return true;
         }
     }
     return false;
 }
 
-/// As many columns below the plot as fit; without a legend where not one does.
+// As many columns below the plot as fit; without a legend where not one does.
 void Drawer::planLegendBelow(double width, double height) {
     const double room = width - 2.0 * unit_;
     const double column = entryWidth_ + unit_;
@@ -493,22 +477,16 @@ bool Drawer::layOut(double width, double height) {
     constexpr double roomAtSides = 2.0;
     constexpr int titleLines = 2;
     titleWidth_ = width - roomAtSides * unit_;
-    if (titleWidth_ < unit_) {
-        return false;
-    }
+    if (titleWidth_ < unit_) return false;
     if (!content_.title.empty()) {
         text_.wrap(titleWidth_, titleLines);
         titleHeight_ = text_.sizeOf(content_.title).y;
         text_.unwrap();
     }
-    if (!layOutFrame(width, height)) {
-        return false;
-    }
+    if (!layOutFrame(width, height)) return false;
     placeLabels();
     listEntries();
-    if (entries_.empty() || placeLegendInside()) {
-        return true;
-    }
+    if (entries_.empty() || placeLegendInside()) return true;
     planLegendBelow(width, height);
     if (!layOutFrame(width, height)) {
         entries_.clear();
@@ -532,18 +510,18 @@ void Drawer::setLine(Style style) const {
         cairo_set_dash(cairo_, scaled.data(), static_cast<int>(scaled.size()), 0.0);
     };
     switch (style) {
-        case Style::dashed:
+        case Style::Dashed:
             return dash({5.0, 3.0});
-        case Style::dotted:
+        case Style::Dotted:
             return dash({1.5, 2.0});
-        case Style::dashDotted:
+        case Style::DashDotted:
             return dash({8.0, 2.5, 1.5, 2.5});
         default:
             return dash({});
     }
 }
 
-/// The marks differ in shape as well as in colour.
+// The marks differ in shape as well as in colour.
 void Drawer::addMark(const PlotPlace& place, std::size_t number) const {
     constexpr std::array<int, colours> corners = {0, 3, 4, 4, 3, 0};
     constexpr std::array<double, colours> turns = {0.0, 0.75, 0.125, 0.0, 0.25, 0.0};
@@ -564,11 +542,11 @@ void Drawer::addMark(const PlotPlace& place, std::size_t number) const {
 
 void Drawer::drawMarks(std::size_t number) const {
     const bool isHollow = number % colours + 1 == colours;
-    setLine(Style::line);
+    setLine(Style::Line);
     isHollow ? cairo_stroke(cairo_) : cairo_fill(cairo_);
 }
 
-/// Of many marks that would hide one another only the first.
+// Of many marks that would hide one another only the first.
 class Cells {
   public:
     explicit Cells(double size) : size_(size) {}
@@ -617,7 +595,7 @@ void Drawer::drawSeries(const PlotSeries& series) const {
         }
     };
     if (series.isMarks()) {
-        trace(
+        Trace(
             series, 0, frame_, [&](const PlotSpot& spot) { mark(spot.place, series.colour); },
             [] {});
         drawMarks(series.colour);
@@ -626,7 +604,7 @@ void Drawer::drawSeries(const PlotSeries& series) const {
     for (std::size_t part = 0; part < series.parts.size(); ++part) {
         std::vector<PlotPlace> dots;
         std::vector<Polyline> lines;
-        tracePolylines(series, part, frame_, [&](const Polyline& curve) {
+        TracePolylines(series, part, frame_, [&](const Polyline& curve) {
             if (curve.size() == 1) {
                 dots.push_back(curve[0]);
             } else {
@@ -634,7 +612,7 @@ void Drawer::drawSeries(const PlotSeries& series) const {
             }
         });
         setLine(series.parts[part].style);
-        const std::vector<ColumnSpan> columns = denseColumns(lines, frame_);
+        const std::vector<ColumnSpan> columns = DenseColumns(lines, frame_);
         columns.empty() ? drawLines(lines) : drawColumns(columns);
         for (const PlotPlace& dot : dots) {
             mark(dot, 0);
@@ -645,7 +623,7 @@ void Drawer::drawSeries(const PlotSeries& series) const {
 
 void Drawer::drawGrid() const {
     constexpr double faint = 0.85;
-    setSource(cairo_, mixed(look_.ink, look_.ground, faint));
+    SetSource(cairo_, Mixed(look_.ink, look_.ground, faint));
     cairo_set_line_width(cairo_, axisWidth * unit_);
     for (const PlotTicks::Major& tick : xTicks_.major) {
         const auto place = frame_.placeOf({tick.value, view_.limits().y.high});
@@ -677,7 +655,7 @@ void Drawer::drawTick(double value, bool isX, double length) const {
 }
 
 void Drawer::drawAxes() {
-    setSource(cairo_, look_.ink);
+    SetSource(cairo_, look_.ink);
     cairo_set_line_width(cairo_, axisWidth * unit_);
     cairo_rectangle(cairo_, frame_.left, frame_.top, frame_.width(), frame_.height());
     for (const bool isX : {true, false}) {
@@ -703,13 +681,13 @@ void Drawer::drawAxes() {
 
 void Drawer::drawTitles() {
     const double middle = 0.5 * (frame_.left + frame_.right);
-    text_.draw(axisTitle(content_.x, xTicks_.exponent),
+    text_.draw(AxisTitle(content_.x, xTicks_.exponent),
                {middle, frame_.bottom + (gap + line) * unit_}, 0.5, 0.0);
     cairo_save(cairo_);
     cairo_translate(cairo_, frame_.left - yLabelWidth_ - 2.0 * gap * unit_,
                     0.5 * (frame_.top + frame_.bottom));
     cairo_rotate(cairo_, -0.5 * G_PI);
-    text_.draw(axisTitle(content_.y, yTicks_.exponent), {0.0, 0.0}, 0.5, 1.0);
+    text_.draw(AxisTitle(content_.y, yTicks_.exponent), {0.0, 0.0}, 0.5, 1.0);
     cairo_restore(cairo_);
     if (!content_.title.empty()) {
         constexpr int titleLines = 2;
@@ -720,14 +698,14 @@ void Drawer::drawTitles() {
     }
 }
 
-/// An arrowhead in the middle of each side beyond which there is more.
+// An arrowhead in the middle of each side beyond which there is more.
 void Drawer::drawMore() const {
     const PlotLimits& limits = view_.limits();
     const auto isMore = [](const AxisLimits& axis, const AxisExtent& extent, bool isHigh) {
         const double low = axis.isLogarithmic ? extent.lowestAboveZero : extent.low;
         return isHigh ? extent.high > axis.high : low < axis.low;
     };
-    setSource(cairo_, mixed(look_.ink, look_.ground, 0.3));
+    SetSource(cairo_, Mixed(look_.ink, look_.ground, 0.3));
     const auto arrowhead = [this](const PlotPlace& tip, double right, double down) {
         const double size = 0.6 * unit_;
         cairo_move_to(cairo_, tip.x, tip.y);
@@ -757,7 +735,7 @@ void Drawer::drawLabels() {
     }
 }
 
-/// Returns where the text stands.
+// Returns where the text stands.
 Box Drawer::drawPin(const PlotPin& pin) {
     const auto place = frame_.placeOf(pin.point);
     if (!place || !frame_.contains(*place)) {
@@ -765,7 +743,7 @@ Box Drawer::drawPin(const PlotPin& pin) {
     }
     const Box box = boxOf(pin, *place);
     cairo_set_line_width(cairo_, axisWidth * unit_);
-    setSource(cairo_, look_.ink);
+    SetSource(cairo_, look_.ink);
     cairo_move_to(cairo_, place->x, place->y);
     cairo_line_to(cairo_, std::clamp(place->x, box.x, box.x + box.width),
                   std::clamp(place->y, box.y, box.y + box.height));
@@ -773,9 +751,9 @@ Box Drawer::drawPin(const PlotPin& pin) {
     cairo_arc(cairo_, place->x, place->y, 0.5 * markRadius * unit_, 0.0, 2.0 * G_PI);
     cairo_fill(cairo_);
     cairo_rectangle(cairo_, box.x, box.y, box.width, box.height);
-    setSource(cairo_, look_.ground);
+    SetSource(cairo_, look_.ground);
     cairo_fill_preserve(cairo_);
-    setSource(cairo_, look_.ink);
+    SetSource(cairo_, look_.ink);
     cairo_stroke(cairo_);
     text_.draw(pin.text, {box.x + gap * unit_, box.y + 0.5 * box.height}, 0.0, 0.5);
     return box;
@@ -791,8 +769,8 @@ void Drawer::drawLegend() {
         const std::size_t row = i / columns_;
         const double y = top + (static_cast<double>(row) + 0.5) * line * unit_;
         const double end = x + sampleWidth * unit_;
-        entry.isInk ? setSource(cairo_, look_.ink) : setColour(entry.colour);
-        if (entry.style == Style::markers) {
+        entry.isInk ? SetSource(cairo_, look_.ink) : setColour(entry.colour);
+        if (entry.style == Style::Markers) {
             addMark({0.5 * (x + end), y}, entry.colour);
             drawMarks(entry.colour);
         } else {
@@ -801,16 +779,14 @@ void Drawer::drawLegend() {
             cairo_line_to(cairo_, end, y);
             cairo_stroke(cairo_);
         }
-        setSource(cairo_, look_.ink);
+        SetSource(cairo_, look_.ink);
         text_.draw(entry.text, {end + gap * unit_, y}, 0.0, 0.5);
     }
     cairo_set_dash(cairo_, nullptr, 0, 0.0);
 }
 
 std::optional<DrawnPlot> Drawer::draw(double width, double height) {
-    if (!layOut(width, height)) {
-        return std::nullopt;
-    }
+    if (!layOut(width, height)) return std::nullopt;
     if (content_.hasGrid) {
         drawGrid();
     }
@@ -847,7 +823,7 @@ std::size_t DrawnPlot::pinAt(const PlotPlace& place) const {
     return static_cast<std::size_t>(found - pins.begin());
 }
 
-Colour plotColour(std::size_t number, const Colour& ground) {
+Colour PlotColour(std::size_t number, const Colour& ground) {
     constexpr double half = 0.5;
     const bool isLight = (ground.red + ground.green + ground.blue) / 3.0 > half;
     if (number == PlotSeries::grey) {
@@ -859,10 +835,10 @@ Colour plotColour(std::size_t number, const Colour& ground) {
     return (isLight ? onLight : onDark)[number % colours];
 }
 
-std::optional<DrawnPlot> drawPlot(cairo_t* cairo, double width, double height, const PlotLook& look,
+std::optional<DrawnPlot> DrawPlot(cairo_t* cairo, double width, double height, const PlotLook& look,
                                   const PlotContent& content, const PlotView& view) {
     cairo_save(cairo);
-    setSource(cairo, look.ground);
+    SetSource(cairo, look.ground);
     cairo_paint(cairo);
     auto drawn = Drawer(cairo, look, content, view).draw(width, height);
     cairo_restore(cairo);

@@ -10,19 +10,19 @@
 
 namespace toolkit {
 
-/// What an axis measures, and in which unit.
+// What an axis measures, and in which unit.
 struct PlotAxis {
     std::string quantity;
     std::string unit;
 };
 
-/// A text that stays at a point.
+// A text that stays at a point.
 struct PlotPin {
     PlotPoint point;
     std::string text;
 };
 
-/// What a plot shows, whatever it is drawn on.
+// What a plot shows, whatever it is drawn on.
 struct PlotContent {
     std::string title;
     PlotAxis x;
@@ -32,7 +32,7 @@ struct PlotContent {
     bool hasGrid = true;
 };
 
-/// How a plot is drawn: lines and marks are in proportion to the text.
+// How a plot is drawn: lines and marks are in proportion to the text.
 struct PlotLook {
     std::string font = "Sans";
     double textHeight = 10.0;  // the size of the font, in the units of the surface
@@ -40,10 +40,10 @@ struct PlotLook {
     Colour ink{0.0, 0.0, 0.0};
 };
 
-/// The colour of a series on a light or a dark ground.
-Colour plotColour(std::size_t number, const Colour& ground);
+// The colour of a series on a light or a dark ground.
+Colour PlotColour(std::size_t number, const Colour& ground);
 
-/// Where the parts of a plot were drawn.
+// Where the parts of a plot were drawn.
 struct DrawnPlot {
     struct Box {
         double x = 0.0;
@@ -52,7 +52,7 @@ struct DrawnPlot {
         double height = 0.0;
     };
 
-    /// The number of the pin whose text or point is at a place; beyond the last one where none is.
+    // The number of the pin whose text or point is at a place; beyond the last one where none is.
     std::size_t pinAt(const PlotPlace& place) const;
 
     PlotFrame frame;
@@ -60,8 +60,8 @@ struct DrawnPlot {
     std::vector<std::optional<Box>> labels;  // of the series
 };
 
-/// Draws a plot on a surface of this size. Returns nothing where there is no room.
-std::optional<DrawnPlot> drawPlot(cairo_t* cairo, double width, double height, const PlotLook& look,
+// Draws a plot on a surface of this size. Returns nothing where there is no room.
+std::optional<DrawnPlot> DrawPlot(cairo_t* cairo, double width, double height, const PlotLook& look,
                                   const PlotContent& content, const PlotView& view);
 
 }  // namespace toolkit

@@ -7,39 +7,37 @@ namespace toolkit {
 
 namespace {
 
-double distance(const PlotPlace& one, const PlotPlace& other) {
+double Distance(const PlotPlace& one, const PlotPlace& other) {
     return std::hypot(one.x - other.x, one.y - other.y);
 }
 
-/// Whether a curve from one place to the other is likely to pass the frame.
-bool mayPass(const PlotFrame& frame, const PlotPlace& one, const PlotPlace& other) {
-    const double bulge = 0.5 * distance(one, other);
+// Whether a curve from one place to the other is likely to pass the frame.
+bool MayPass(const PlotFrame& frame, const PlotPlace& one, const PlotPlace& other) {
+    const double bulge = 0.5 * Distance(one, other);
     return std::max(one.x, other.x) + bulge >= frame.left &&
            std::min(one.x, other.x) - bulge <= frame.right &&
            std::max(one.y, other.y) + bulge >= frame.top &&
            std::min(one.y, other.y) - bulge <= frame.bottom;
 }
 
-/// Draws a piece of a curve through points of the true one.
+// Draws a piece of a curve through points of the true one.
 class Refinement {
   public:
     Refinement(const PlotSeries& series, const PlotFrame& frame,
                const std::function<void(const PlotSpot&)>& visit)
         : series_(series), frame_(frame), visit_(visit) {}
 
-    /// Visits what is needed between two spots of the same piece.
+    // Visits what is needed between two spots of the same piece.
     void between(const PlotSpot& one, const PlotSpot& other, int depth = 0) const {
         constexpr double coarse = 6.0;  // pixels
         constexpr int deepest = 40;
-        if (depth == deepest || distance(one.place, other.place) < coarse ||
-            !mayPass(frame_, one.place, other.place)) {
+        if (depth == deepest || Distance(one.place, other.place) < coarse ||
+            !MayPass(frame_, one.place, other.place)) {
             return;
         }
         const double share = 0.5 * (one.share + other.share);
         const auto place = frame_.placeOf(series_.between(one.point, share));
-        if (!place) {
-            return;
-        }
+        if (!place) return;
         const PlotSpot middle{*place, one.point, share};
         between(one, middle, depth + 1);
         visit_(middle);
@@ -52,8 +50,8 @@ class Refinement {
     const std::function<void(const PlotSpot&)>& visit_;
 };
 
-/// Where on the way from one spot to the other the place is passed most closely.
-double closestShare(const PlotPlace& one, const PlotPlace& other, const PlotPlace& place) {
+// Where on the way from one spot to the other the place is passed most closely.
+double ClosestShare(const PlotPlace& one, const PlotPlace& other, const PlotPlace& place) {
     const double dx = other.x - one.x;
     const double dy = other.y - one.y;
     const double square = dx * dx + dy * dy;
@@ -61,8 +59,8 @@ double closestShare(const PlotPlace& one, const PlotPlace& other, const PlotPlac
     return square > 0.0 ? std::clamp(along / square, 0.0, 1.0) : 0.0;
 }
 
-/// The position at a share of the way from one spot to the next of the same curve.
-PlotPosition positionBetween(std::size_t series, const PlotSpot& one, const PlotSpot& other,
+// The position at a share of the way from one spot to the next of the same curve.
+PlotPosition PositionBetween(std::size_t series, const PlotSpot& one, const PlotSpot& other,
                              double share) {
     const double end = other.point == one.point ? other.share : 1.0;
     const double total = one.share + share * (end - one.share);
@@ -88,9 +86,7 @@ std::optional<PlotPlace> PlotFrame::placeOf(const PlotPoint& point) const {
     const bool isThere = std::abs(point.x) < largestPlotted && std::abs(point.y) < largestPlotted &&
                          (!limits.x.isLogarithmic || point.x > 0.0) &&
                          (!limits.y.isLogarithmic || point.y > 0.0);
-    if (!isThere) {
-        return std::nullopt;
-    }
+    if (!isThere) return std::nullopt;
     constexpr double farthest = 1e15;
     const auto within = [=](double place) { return std::clamp(place, -farthest, farthest); };
     return PlotPlace{within(left + (limits.x.scaled(point.x) - xLow_) * xScale_),
@@ -106,7 +102,7 @@ bool PlotFrame::contains(const PlotPlace& place) const {
     return place.x >= left && place.x <= right && place.y >= top && place.y <= bottom;
 }
 
-void trace(const PlotSeries& series, std::size_t part, const PlotFrame& frame,
+void Trace(const PlotSeries& series, std::size_t part, const PlotFrame& frame,
            const std::function<void(const PlotSpot&)>& visit, const std::function<void()>& gap) {
     const Refinement refinement(series, frame, visit);
     std::optional<PlotSpot> before;
@@ -127,15 +123,11 @@ void trace(const PlotSeries& series, std::size_t part, const PlotFrame& frame,
     gap();
 }
 
-PlotPoint pointOf(const PlotSeries& series, const PlotPosition& position, const PlotFrame& frame) {
+PlotPoint PointOf(const PlotSeries& series, const PlotPosition& position, const PlotFrame& frame) {
     const std::size_t i = position.point;
     const PlotPoint one{series.x[i], series.y[i]};
-    if (position.share == 0.0 || i + 1 >= series.size()) {
-        return one;
-    }
-    if (series.between) {
-        return series.between(i, position.share);
-    }
+    if (position.share == 0.0 || i + 1 >= series.size()) return one;
+    if (series.between) return series.between(i, position.share);
     const PlotLimits& axes = frame.limits;
     const auto mixed = [&position](const AxisLimits& axis, double from, double to) {
         const double start = axis.scaled(from);
@@ -144,13 +136,13 @@ PlotPoint pointOf(const PlotSeries& series, const PlotPosition& position, const 
     return {mixed(axes.x, one.x, series.x[i + 1]), mixed(axes.y, one.y, series.y[i + 1])};
 }
 
-std::optional<PlotPosition> nearest(std::span<const PlotSeries> series, const PlotFrame& frame,
+std::optional<PlotPosition> Nearest(std::span<const PlotSeries> series, const PlotFrame& frame,
                                     const PlotPlace& place, double reach) {
     constexpr double advantage = 4.0;  // pixels: marks lie on curves, and are meant where they do
     std::optional<PlotPosition> found;
     double shortest = reach;
     const auto offer = [&](const PlotPosition& position, const PlotPlace& there, double bonus) {
-        const double length = distance(there, place) - bonus;
+        const double length = Distance(there, place) - bonus;
         if (length < shortest && frame.contains(there)) {
             shortest = length;
             found = position;
@@ -163,26 +155,26 @@ std::optional<PlotPosition> nearest(std::span<const PlotSeries> series, const Pl
                 offer({i, spot.point, spot.share}, spot.place,
                       series[i].isMarks() ? advantage : 0.0);
                 if (before && !series[i].isMarks()) {
-                    const double share = closestShare(before->place, spot.place, place);
-                    offer(positionBetween(i, *before, spot, share),
+                    const double share = ClosestShare(before->place, spot.place, place);
+                    offer(PositionBetween(i, *before, spot, share),
                           {before->place.x + share * (spot.place.x - before->place.x),
                            before->place.y + share * (spot.place.y - before->place.y)},
                           0.0);
                 }
                 before = spot;
             };
-            trace(series[i], part, frame, visit, [&before] { before.reset(); });
+            Trace(series[i], part, frame, visit, [&before] { before.reset(); });
         }
     }
     return found;
 }
 
-PlotPosition walked(std::span<const PlotSeries> series, const PlotFrame& frame,
+PlotPosition Walked(std::span<const PlotSeries> series, const PlotFrame& frame,
                     const PlotPosition& from, double length) {
     const PlotSeries& curve = series[from.series];
     std::vector<PlotSpot> spots;
     for (std::size_t part = 0; part < curve.parts.size(); ++part) {
-        trace(
+        Trace(
             curve, part, frame, [&spots](const PlotSpot& spot) { spots.push_back(spot); }, [] {});
     }
     if (length < 0.0) {
@@ -194,24 +186,22 @@ PlotPosition walked(std::span<const PlotSeries> series, const PlotFrame& frame,
         const bool isHere = spot.point == from.point && spot.share == from.share;
         return isHere || isAhead == (length < 0.0);
     };
-    const auto start = frame.placeOf(pointOf(curve, from, frame));
+    const auto start = frame.placeOf(PointOf(curve, from, frame));
     auto next = std::find_if_not(spots.begin(), spots.end(), isPassed);
-    if (next == spots.end() || !start) {
-        return from;
-    }
+    if (next == spots.end() || !start) return from;
     if (curve.isMarks()) {
         return {from.series, next->point, next->share};
     }
     PlotSpot before{*start, from.point, from.share};
     double rest = std::abs(length);
     for (; next != spots.end(); ++next) {
-        const double way = distance(before.place, next->place);
+        const double way = Distance(before.place, next->place);
         const bool isJoined = next->point == before.point || next->point == before.point + 1 ||
                               before.point == next->point + 1;
         if (isJoined && way > rest) {
             const double share = rest / way;
-            return length > 0.0 ? positionBetween(from.series, before, *next, share)
-                                : positionBetween(from.series, *next, before, 1.0 - share);
+            return length > 0.0 ? PositionBetween(from.series, before, *next, share)
+                                : PositionBetween(from.series, *next, before, 1.0 - share);
         }
         rest -= isJoined ? way : 0.0;
         before = *next;

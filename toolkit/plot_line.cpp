@@ -11,7 +11,7 @@ namespace toolkit {
 
 namespace {
 
-/// Takes in the places of a line and gives out what is in the frame.
+// Takes in the places of a line and gives out what is in the frame.
 class Clipper {
   public:
     Clipper(const PlotFrame& frame, const std::function<void(const Polyline&)>& visit)
@@ -52,8 +52,8 @@ class Clipper {
   private:
     static constexpr double infinity = std::numeric_limits<double>::infinity();
 
-    /// The part of a straight way that lies in the frame or just beside it (Y.-D. Liang, B. A.
-    /// Barsky, ACM Trans. Graphics 3 (1984) 1).
+    // The part of a straight way that lies in the frame or just beside it (Y.-D. Liang, B. A.
+    // Barsky, ACM Trans. Graphics 3 (1984) 1).
     std::optional<std::pair<PlotPlace, PlotPlace>> clipped(const PlotPlace& from,
                                                            const PlotPlace& to) const {
         constexpr double margin = 10.0;  // for the width of the line
@@ -67,18 +67,14 @@ class Clipper {
              {-dy, from.y - frame_.top + margin},
              {dy, frame_.bottom + margin - from.y}}};
         for (const auto& [outwards, room] : edges) {
-            if (outwards == 0.0 && room < 0.0) {
-                return std::nullopt;
-            }
+            if (outwards == 0.0 && room < 0.0) return std::nullopt;
             if (outwards < 0.0) {
                 start = std::max(start, room / outwards);
             } else if (outwards > 0.0) {
                 end = std::min(end, room / outwards);
             }
         }
-        if (start > end) {
-            return std::nullopt;
-        }
+        if (start > end) return std::nullopt;
         const auto at = [&](double share) -> PlotPlace {
             return {from.x + share * dx, from.y + share * dy};
         };
@@ -100,8 +96,8 @@ class Clipper {
     Polyline line_;
 };
 
-/// Passes on the places that make a difference on the display: of those in one column of pixels
-/// the first, the lowest, the highest and the last.
+// Passes on the places that make a difference on the display: of those in one column of pixels
+// the first, the lowest, the highest and the last.
 class Thinner {
   public:
     explicit Thinner(Clipper& next) : next_(next) {}
@@ -161,16 +157,16 @@ class Thinner {
 
 }  // namespace
 
-void tracePolylines(const PlotSeries& series, std::size_t part, const PlotFrame& frame,
+void TracePolylines(const PlotSeries& series, std::size_t part, const PlotFrame& frame,
                     const std::function<void(const Polyline&)>& visit) {
     Clipper clipper(frame, visit);
     Thinner thinner(clipper);
-    trace(
+    Trace(
         series, part, frame, [&thinner](const PlotSpot& spot) { thinner.add(spot.place); },
         [&thinner] { thinner.finish(); });
 }
 
-std::vector<ColumnSpan> denseColumns(const std::vector<Polyline>& lines, const PlotFrame& frame) {
+std::vector<ColumnSpan> DenseColumns(const std::vector<Polyline>& lines, const PlotFrame& frame) {
     constexpr double steep = 10.0;  // times as long as wide
     double length = 0.0;
     std::size_t points = 0;

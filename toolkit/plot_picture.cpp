@@ -30,53 +30,51 @@ struct PixelsDeleter {
 };
 using Pixels = std::unique_ptr<GdkPixbuf, PixelsDeleter>;
 
-cairo_status_t append(void* text, const unsigned char* data, unsigned length) {
+cairo_status_t Append(void* text, const unsigned char* data, unsigned length) {
     static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(data), length);
     return CAIRO_STATUS_SUCCESS;
 }
 
-double pixels(double millimetres) {
+double PixelsOf(double millimetres) {
     return std::round(millimetres / millimetresPerInch * picturePixelsPerInch);
 }
 
-/// Draws in pixels, `scale` of the surface's units each; returns whether that went well.
-bool drawOn(cairo_surface_t* surface, double scale, const PictureSize& size,
+// Draws in pixels, `scale` of the surface's units each; returns whether that went well.
+bool DrawOn(cairo_surface_t* surface, double scale, const PictureSize& size,
             const PlotContent& content, const PlotView& view) {
     const CairoContext cairo(cairo_create(surface));
     cairo_scale(cairo.get(), scale, scale);
     PlotLook look;
     look.textHeight = size.text / pointsPerInch * picturePixelsPerInch;
     const auto frame =
-        drawPlot(cairo.get(), pixels(size.width), pixels(size.height), look, content, view);
+        DrawPlot(cairo.get(), PixelsOf(size.width), PixelsOf(size.height), look, content, view);
     return frame && cairo_status(cairo.get()) == CAIRO_STATUS_SUCCESS;
 }
 
-/// The vector formats.
-std::string drawVectors(bool isPdf, const PictureSize& size, const PlotContent& content,
+// The vector formats.
+std::string DrawVectors(bool isPdf, const PictureSize& size, const PlotContent& content,
                         const PlotView& view) {
     constexpr double pointsPerPixel = pointsPerInch / picturePixelsPerInch;
-    const double width = pixels(size.width) * pointsPerPixel;
-    const double height = pixels(size.height) * pointsPerPixel;
+    const double width = PixelsOf(size.width) * pointsPerPixel;
+    const double height = PixelsOf(size.height) * pointsPerPixel;
     std::string picture;
     const Surface surface(
-        isPdf ? cairo_pdf_surface_create_for_stream(&append, &picture, width, height)
-              : cairo_svg_surface_create_for_stream(&append, &picture, width, height));
+        isPdf ? cairo_pdf_surface_create_for_stream(&Append, &picture, width, height)
+              : cairo_svg_surface_create_for_stream(&Append, &picture, width, height));
     if (!isPdf) {
         cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PT);
     }
-    const bool isDrawn = drawOn(surface.get(), pointsPerPixel, size, content, view);
+    const bool isDrawn = DrawOn(surface.get(), pointsPerPixel, size, content, view);
     cairo_surface_finish(surface.get());
     return isDrawn && cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? picture : "";
 }
 
-Pixels drawPixels(const PictureSize& size, const PlotContent& content, const PlotView& view) {
-    const int width = static_cast<int>(std::lround(pixels(size.width)));
-    const int height = static_cast<int>(std::lround(pixels(size.height)));
+Pixels DrawPixels(const PictureSize& size, const PlotContent& content, const PlotView& view) {
+    const int width = static_cast<int>(std::lround(PixelsOf(size.width)));
+    const int height = static_cast<int>(std::lround(PixelsOf(size.height)));
     const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
     Pixels picture(gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height));
-    if (!drawOn(surface.get(), 1.0, size, content, view) || picture == nullptr) {
-        return nullptr;
-    }
+    if (!DrawOn(surface.get(), 1.0, size, content, view) || picture == nullptr) return nullptr;
     cairo_surface_flush(surface.get());
     for (int y = 0; y < height; ++y) {
         const auto* const from = reinterpret_cast<const std::uint32_t*>(
@@ -93,8 +91,8 @@ Pixels drawPixels(const PictureSize& size, const PlotContent& content, const Plo
     return picture;
 }
 
-std::string drawPng(const PictureSize& size, const PlotContent& content, const PlotView& view) {
-    const Pixels picture = drawPixels(size, content, view);
+std::string DrawPng(const PictureSize& size, const PlotContent& content, const PlotView& view) {
+    const Pixels picture = DrawPixels(size, content, view);
     const std::string density = std::to_string(std::lround(picturePixelsPerInch));
     gchar* data = nullptr;
     gsize length = 0;
@@ -109,21 +107,19 @@ std::string drawPng(const PictureSize& size, const PlotContent& content, const P
 
 }  // namespace
 
-std::optional<std::string> savePlot(const std::string& path, const PictureSize& size,
+std::optional<std::string> SavePlot(const std::string& path, const PictureSize& size,
                                     const PlotContent& content, const PlotView& view) {
-    const bool isPdf = hasExtension(path, ".pdf");
-    const std::string picture = isPdf || hasExtension(path, ".svg")
-                                    ? drawVectors(isPdf, size, content, view)
-                                    : drawPng(size, content, view);
-    return picture.empty() ? notDrawn : writeFile(path, picture);
+    const bool isPdf = HasExtension(path, ".pdf");
+    const std::string picture = isPdf || HasExtension(path, ".svg")
+                                    ? DrawVectors(isPdf, size, content, view)
+                                    : DrawPng(size, content, view);
+    return picture.empty() ? notDrawn : WriteFile(path, picture);
 }
 
-std::optional<std::string> copyPlot(const PictureSize& size, const PlotContent& content,
+std::optional<std::string> CopyPlot(const PictureSize& size, const PlotContent& content,
                                     const PlotView& view) {
-    const Pixels picture = drawPixels(size, content, view);
-    if (picture == nullptr) {
-        return notDrawn;
-    }
+    const Pixels picture = DrawPixels(size, content, view);
+    if (picture == nullptr) return notDrawn;
     gtk_clipboard_set_image(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), picture.get());
     return std::nullopt;
 }

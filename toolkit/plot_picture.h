@@ -8,7 +8,7 @@
 
 namespace toolkit {
 
-/// The size of a picture, and that of the text in it.
+// The size of a picture, and that of the text in it.
 struct PictureSize {
     const char* name;
     double width;   // mm
@@ -24,13 +24,13 @@ inline constexpr std::array<PictureSize, 3> pictureSizes = {{
 inline constexpr std::size_t pageSize = 1;  // the one that is proposed
 inline constexpr double picturePixelsPerInch = 300.0;
 
-/// Writes a plot as black on white, in the format that the path ends with: .svg, .pdf or .png.
-/// Returns nothing, or the sentence that says what went wrong.
-std::optional<std::string> savePlot(const std::string& path, const PictureSize& size,
+// Writes a plot as black on white, in the format that the path ends with: .svg, .pdf or .png.
+// Returns nothing, or the sentence that says what went wrong.
+std::optional<std::string> SavePlot(const std::string& path, const PictureSize& size,
                                     const PlotContent& content, const PlotView& view);
 
-/// Puts a plot on the clipboard; returns nothing, or the sentence that says what went wrong.
-std::optional<std::string> copyPlot(const PictureSize& size, const PlotContent& content,
+// Puts a plot on the clipboard; returns nothing, or the sentence that says what went wrong.
+std::optional<std::string> CopyPlot(const PictureSize& size, const PlotContent& content,
                                     const PlotView& view);
 
 }  // namespace toolkit

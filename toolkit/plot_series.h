@@ -9,27 +9,27 @@
 
 namespace toolkit {
 
-/// A point in the units of the axes.
+// A point in the units of the axes.
 struct PlotPoint {
     double x = 0.0;
     double y = 0.0;
 };
 
-/// A curve of a plot, or marks of one kind.
+// A curve of a plot, or marks of one kind.
 struct PlotSeries {
-    enum class Style { line, dashed, dotted, dashDotted, markers };
+    enum class Style { Line, Dashed, Dotted, DashDotted, Markers };
 
-    /// What a curve is from its point `first` on: a kind of state, and how it is drawn.
+    // What a curve is from its point `first` on: a kind of state, and how it is drawn.
     struct Part {
         std::string state;  // as "two phases"; empty where the name says it all
-        Style style = Style::line;
+        Style style = Style::Line;
         std::size_t first = 0;
     };
-    /// Gives the point of the true curve at a share between 0 and 1 of the way from the point
-    /// `piece` to the next one.
+    // Gives the point of the true curve at a share between 0 and 1 of the way from the point
+    // `piece` to the next one.
     using Curve = std::function<PlotPoint(std::size_t piece, double share)>;
 
-    explicit PlotSeries(std::string seriesName = {}, Style style = Style::line,
+    explicit PlotSeries(std::string seriesName = {}, Style style = Style::Line,
                         std::size_t seriesColour = 0)
         : name(std::move(seriesName)), colour(seriesColour), parts{{"", style, 0}} {}
 
@@ -37,22 +37,22 @@ struct PlotSeries {
         x.push_back(pointX);
         y.push_back(pointY);
     }
-    /// The curve ends here, and goes on elsewhere.
+    // The curve ends here, and goes on elsewhere.
     void addGap() { add(std::numeric_limits<double>::quiet_NaN(), 0.0); }
-    /// The curve is of this kind from its last point on.
+    // The curve is of this kind from its last point on.
     void change(const std::string& state, Style style) {
         if (x.empty()) {
             parts.clear();
         }
         parts.push_back({state, style, x.empty() ? 0 : x.size() - 1});
     }
-    bool isMarks() const { return parts.front().style == Style::markers; }
+    bool isMarks() const { return parts.front().style == Style::Markers; }
     std::size_t size() const { return x.size(); }
-    /// The point after the last one of a part.
+    // The point after the last one of a part.
     std::size_t endOf(std::size_t part) const {
         return part + 1 < parts.size() ? parts[part + 1].first + 1 : x.size();
     }
-    /// The kind of state at a point and on the way to the next one.
+    // The kind of state at a point and on the way to the next one.
     const std::string& stateAt(std::size_t point) const {
         std::size_t part = parts.size() - 1;
         while (part > 0 && parts[part].first > point) {
@@ -61,7 +61,7 @@ struct PlotSeries {
         return parts[part].state;
     }
 
-    /// The colour of what stands back behind the rest.
+    // The colour of what stands back behind the rest.
     static constexpr std::size_t grey = std::numeric_limits<std::size_t>::max();
 
     std::string name;    // is read out and stands in the legend; an empty name does not
@@ -74,7 +74,7 @@ struct PlotSeries {
     Curve between;  // where there is none the curve is straight between its points
 };
 
-/// A point of a curve: at a share of the way from one of its points to the next one.
+// A point of a curve: at a share of the way from one of its points to the next one.
 struct PlotPosition {
     std::size_t series = 0;
     std::size_t point = 0;

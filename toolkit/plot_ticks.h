@@ -7,7 +7,7 @@
 
 namespace toolkit {
 
-/// The ticks of an axis, at round numbers, and what stands at the larger ones.
+// The ticks of an axis, at round numbers, and what stands at the larger ones.
 struct PlotTicks {
     struct Major {
         double value = 0.0;
@@ -19,10 +19,10 @@ struct PlotTicks {
     int exponent = 0;  // the labels are in this power of ten
 };
 
-/// `most`: the number of labels that there is room for.
-PlotTicks ticksOf(const AxisLimits& limits, double most);
+// `most`: the number of labels that there is room for.
+PlotTicks TicksOf(const AxisLimits& limits, double most);
 
-/// A power of ten as it is printed: 10⁻³.
-std::string powerOfTen(int exponent);
+// A power of ten as it is printed: 10⁻³.
+std::string PowerOfTen(int exponent);
 
 }  // namespace toolkit

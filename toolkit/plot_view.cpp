@@ -7,14 +7,12 @@ namespace toolkit {
 
 namespace {
 
-/// Whether something can be drawn between these limits: numbers that differ, and not by too much.
-bool isSound(const AxisLimits& limits) {
+// Whether something can be drawn between these limits: numbers that differ, and not by too much.
+bool IsSound(const AxisLimits& limits) {
     constexpr double narrowest = 1e-9;  // of the size of the numbers, or decades
     constexpr double smallest = 1e-303;
     const double size = std::max(std::abs(limits.low), std::abs(limits.high));
-    if (!(limits.low < limits.high) || !(size < 2.0 * largestPlotted)) {
-        return false;
-    }
+    if (!(limits.low < limits.high) || !(size < 2.0 * largestPlotted)) return false;
     if (limits.isLogarithmic) {
         return limits.low > smallest &&
                limits.scaled(limits.high) - limits.scaled(limits.low) > narrowest;
@@ -22,30 +20,30 @@ bool isSound(const AxisLimits& limits) {
     return limits.high - limits.low > std::max(narrowest * size, smallest);
 }
 
-/// The limits between two numbers of the even scale.
-AxisLimits between(const AxisLimits& axis, double one, double other) {
+// The limits between two numbers of the even scale.
+AxisLimits Between(const AxisLimits& axis, double one, double other) {
     return {axis.unscaled(std::min(one, other)), axis.unscaled(std::max(one, other)),
             axis.isLogarithmic};
 }
 
-AxisLimits zoomed(const AxisLimits& axis, double around, double factor) {
+AxisLimits Zoomed(const AxisLimits& axis, double around, double factor) {
     const double fixed = axis.scaled(around);
     const auto moved = [&](double end) { return fixed + (axis.scaled(end) - fixed) * factor; };
-    return between(axis, moved(axis.low), moved(axis.high));
+    return Between(axis, moved(axis.low), moved(axis.high));
 }
 
-AxisLimits panned(const AxisLimits& axis, double share) {
+AxisLimits Panned(const AxisLimits& axis, double share) {
     const double way = share * (axis.scaled(axis.high) - axis.scaled(axis.low));
-    return between(axis, axis.scaled(axis.low) + way, axis.scaled(axis.high) + way);
+    return Between(axis, axis.scaled(axis.low) + way, axis.scaled(axis.high) + way);
 }
 
-AxisLimits firstLimits(const AxisExtent& extent, const std::optional<PlotRange>& range,
+AxisLimits FirstLimits(const AxisExtent& extent, const std::optional<PlotRange>& range,
                        bool isLogarithmic) {
     AxisLimits limits = extent.limits(isLogarithmic);
     if (range) {
         const AxisLimits chosen{std::max(limits.low, range->low),
                                 std::min(limits.high, range->high), limits.isLogarithmic};
-        limits = isSound(chosen) ? chosen : limits;
+        limits = IsSound(chosen) ? chosen : limits;
     }
     return limits;
 }
@@ -104,7 +102,7 @@ void PlotView::start(const std::vector<PlotSeries>& series, const FirstView& fir
             }
         }
     }
-    first_ = {firstLimits(x_, first.x, first.isLogarithmicX), firstLimits(y_, first.y, false)};
+    first_ = {FirstLimits(x_, first.x, first.isLogarithmicX), FirstLimits(y_, first.y, false)};
     limits_ = first_;
     before_.clear();
     isContinued_ = false;
@@ -115,14 +113,10 @@ PlotLimits PlotView::all() const {
 }
 
 bool PlotView::show(const PlotLimits& limits, Act act) {
-    if (!isSound(limits.x) || !isSound(limits.y)) {
-        return false;
-    }
-    if (limits == limits_) {
-        return true;
-    }
+    if (!IsSound(limits.x) || !IsSound(limits.y)) return false;
+    if (limits == limits_) return true;
     constexpr std::size_t most = 1000;
-    if (!isContinued_ || act != lastAct_ || act == Act::choice) {
+    if (!isContinued_ || act != lastAct_ || act == Act::Choice) {
         if (before_.size() == most) {
             before_.erase(before_.begin());
         }
@@ -135,11 +129,11 @@ bool PlotView::show(const PlotLimits& limits, Act act) {
 }
 
 void PlotView::zoom(const PlotPoint& around, double factor, Act act) {
-    show({zoomed(limits_.x, around.x, factor), zoomed(limits_.y, around.y, factor)}, act);
+    show({Zoomed(limits_.x, around.x, factor), Zoomed(limits_.y, around.y, factor)}, act);
 }
 
 void PlotView::pan(double right, double up, Act act) {
-    show({panned(limits_.x, right), panned(limits_.y, up)}, act);
+    show({Panned(limits_.x, right), Panned(limits_.y, up)}, act);
 }
 
 void PlotView::zoomTo(const PlotPoint& corner, const PlotPoint& opposite) {

@@ -26,7 +26,7 @@ PlotWindow::PlotWindow(Screen& owner, const Plot& plot)
     constexpr double width = 40.0;  // lines of text
     constexpr double height = 26.0;
     plot_.onChange([this] { ReadOut.setText(plot_.reading()); });
-    setContent(column({plot_.sized(width, height), ReadOut}));
+    setContent(Column({plot_.sized(width, height), ReadOut}));
     setFocus(plot_);
     const auto onKey = [](GtkWidget* /*window*/, const GdkEventKey* event,
                           PlotWindow* self) -> gboolean {
@@ -37,7 +37,7 @@ PlotWindow::PlotWindow(Screen& owner, const Plot& plot)
         return static_cast<gboolean>(ends);
     };
     // What the plot itself makes of the key comes first.
-    connect(window(), "key-press-event", onKey, this, Order::last);
+    Connect(window(), "key-press-event", onKey, this, Order::Last);
     gtk_window_maximize(GTK_WINDOW(window()));
 }
 

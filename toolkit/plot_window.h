@@ -9,11 +9,11 @@
 
 namespace toolkit {
 
-/// A plot alone in a large window, which shows what the plot of another screen shows and closes
-/// with it, or by F11 or Escape.
+// A plot alone in a large window, which shows what the plot of another screen shows and closes
+// with it, or by F11 or Escape.
 class PlotWindow : public Screen {
   public:
-    /// Opens one, or brings that of the plot to the front.
+    // Opens one, or brings that of the plot to the front.
     static void open(Screen& owner, const Plot& plot);
 
     PlotWindow(Screen& owner, const Plot& plot);

@@ -23,13 +23,13 @@ constexpr int windowBorder = 12;
 unsigned lastNumber = 0;  // that a screen was given
 unsigned lastOpener = 0;  // of the screen that became active last
 
-Control* controlOf(GtkWidget* widget) {
+Control* ControlOf(GtkWidget* widget) {
     return static_cast<Control*>(g_object_get_data(G_OBJECT(widget), "toolkit-control"));
 }
 
-/// Whether the event moves the focus to or from the window as a whole. While a menu, a tooltip or
-/// a drag holds the keyboard the focus stays where it is.
-bool movesFocus(const XFocusChangeEvent& event) {
+// Whether the event moves the focus to or from the window as a whole. While a menu, a tooltip or
+// a drag holds the keyboard the focus stays where it is.
+bool MovesFocus(const XFocusChangeEvent& event) {
     const bool isGrab = event.mode == NotifyGrab || event.mode == NotifyUngrab;
     const bool isOfWindow = event.detail == NotifyAncestor || event.detail == NotifyVirtual ||
                             event.detail == NotifyNonlinear ||
@@ -37,8 +37,8 @@ bool movesFocus(const XFocusChangeEvent& event) {
     return !isGrab && isOfWindow;
 }
 
-/// What a scroll bar takes from the room of the content.
-int scrollBarBreadth(GtkWidget* scroller) {
+// What a scroll bar takes from the room of the content.
+int ScrollBarBreadth(GtkWidget* scroller) {
     GtkRequisition bar;
     gtk_widget_size_request(gtk_scrolled_window_get_vscrollbar(GTK_SCROLLED_WINDOW(scroller)),
                             &bar);
@@ -47,8 +47,8 @@ int scrollBarBreadth(GtkWidget* scroller) {
     return bar.width + spacing;
 }
 
-/// The numbers that the window manager keeps under this name on the root window.
-std::vector<long> rootNumbers(GdkScreen* display, const char* name) {
+// The numbers that the window manager keeps under this name on the root window.
+std::vector<long> RootNumbers(GdkScreen* display, const char* name) {
     constexpr gulong most = 4096;  // bytes
     guchar* data = nullptr;
     gint bytes = 0;
@@ -64,20 +64,18 @@ std::vector<long> rootNumbers(GdkScreen* display, const char* name) {
     return numbers;
 }
 
-/// The part of the monitor under the pointer, where windows open, that no panel takes.
-GdkRectangle workArea(GdkScreen* display) {
+// The part of the monitor under the pointer, where windows open, that no panel takes.
+GdkRectangle WorkArea(GdkScreen* display) {
     gint x = 0;
     gint y = 0;
     gdk_display_get_pointer(gdk_screen_get_display(display), nullptr, &x, &y, nullptr);
     GdkRectangle monitor;
     gdk_screen_get_monitor_geometry(display, gdk_screen_get_monitor_at_point(display, x, y),
                                     &monitor);
-    const std::vector<long> desktops = rootNumbers(display, "_NET_CURRENT_DESKTOP");
+    const std::vector<long> desktops = RootNumbers(display, "_NET_CURRENT_DESKTOP");
     const std::size_t desktop = desktops.empty() ? 0 : 4 * static_cast<std::size_t>(desktops[0]);
-    const std::vector<long> areas = rootNumbers(display, "_NET_WORKAREA");
-    if (areas.size() < desktop + 4) {
-        return monitor;
-    }
+    const std::vector<long> areas = RootNumbers(display, "_NET_WORKAREA");
+    if (areas.size() < desktop + 4) return monitor;
     const GdkRectangle area = {
         static_cast<gint>(areas[desktop]), static_cast<gint>(areas[desktop + 1]),
         static_cast<gint>(areas[desktop + 2]), static_cast<gint>(areas[desktop + 3])};
@@ -85,8 +83,8 @@ GdkRectangle workArea(GdkScreen* display) {
     return gdk_rectangle_intersect(&monitor, &area, &both) != FALSE ? both : monitor;
 }
 
-/// What the frame of a window takes: that of one that is open already, or what it may be at most.
-GtkRequisition frameSize() {
+// What the frame of a window takes: that of one that is open already, or what it may be at most.
+GtkRequisition FrameSize() {
     GtkRequisition frame = {8, 40};
     GList* const windows = gtk_window_list_toplevels();
     for (const GList* each = windows; each != nullptr; each = each->next) {
@@ -107,26 +105,24 @@ GtkRequisition frameSize() {
 
 }  // namespace
 
-/// What GTK+ calls.
+// What GTK+ calls.
 struct Screen::Callbacks {
     static GdkFilterFunc xFilter();
 
     static void onXEvent(const XEvent& event, Screen& self) {
-        if ((event.type != FocusIn && event.type != FocusOut) || !movesFocus(event.xfocus)) {
-            return;
-        }
+        if ((event.type != FocusIn && event.type != FocusOut) || !MovesFocus(event.xfocus)) return;
         const bool wasActive = std::exchange(self.isActive_, event.type == FocusIn);
         if (self.isActive_ && !wasActive) {
             const bool isBack = std::exchange(lastOpener, self.opener_) == self.number_;
             const bool isReturn = std::exchange(self.awaitsReturn_, false) || isBack;
             if (!isReturn && !self.hasDialog_) {
-                runHandler([&self] { self.Event_Activate(); }, self.name_.c_str());
+                RunHandler([&self] { self.Event_Activate(); }, self.name_.c_str());
             }
         }
     }
 
-    /// Two scroll bars that are there only for the room that each takes from the other stay, once
-    /// they have come, also when the window has grown enough for the content: they are sent away.
+    // Two scroll bars that are there only for the room that each takes from the other stay, once
+    // they have come, also when the window has grown enough for the content: they are sent away.
     static void onScrollerAllocated(GtkWidget* scroller, const GtkAllocation* room,
                                     const Screen* self) {
         GtkRequisition content;
@@ -154,10 +150,10 @@ Screen::Screen(ScreenHost& host, std::string name, const std::string& title)
     atk_object_set_accessible_id(gtk_widget_get_accessible(window_), name_.c_str());
     gtk_container_add(GTK_CONTAINER(window_), box_);
     gtk_widget_show(box_);
-    connect(
+    Connect(
         window_, "delete-event",
         [](GtkWidget* /*window*/, GdkEvent* /*event*/, Screen* self) -> gboolean {
-            runHandler([self] { self->host_.close(*self); }, self->name_.c_str());
+            RunHandler([self] { self->host_.close(*self); }, self->name_.c_str());
             return TRUE;
         },
         this);
@@ -165,9 +161,9 @@ Screen::Screen(ScreenHost& host, std::string name, const std::string& title)
     gdk_window_add_filter(gtk_widget_get_window(window_), Callbacks::xFilter(), this);
 }
 
-/// What the X server sends to the window of a screen.
+// What the X server sends to the window of a screen.
 GdkFilterFunc Screen::Callbacks::xFilter() {
-    return guarded([](GdkXEvent* event, GdkEvent* /*event*/, gpointer self) -> GdkFilterReturn {
+    return Guarded([](GdkXEvent* event, GdkEvent* /*event*/, gpointer self) -> GdkFilterReturn {
         Callbacks::onXEvent(*static_cast<const XEvent*>(event), *static_cast<Screen*>(self));
         return GDK_FILTER_CONTINUE;
     });
@@ -242,14 +238,14 @@ void Screen::setContent(const Block& content, const Block& footer) {
         gtk_scrolled_window_get_hadjustment(GTK_SCROLLED_WINDOW(scroller)));
     gtk_widget_show(viewport_);
     gtk_widget_show(scroller);
-    connect(
+    Connect(
         viewport_, "expose-event",
         [](GtkWidget* /*viewport*/, GdkEvent* /*event*/, Screen* self) -> gboolean {
             self->isPainted_ = true;
             return FALSE;
         },
         this);
-    connect(
+    Connect(
         scroller, "size-allocate",
         [](GtkWidget* bars, const GtkAllocation* room, const Screen* self) {
             Callbacks::onScrollerAllocated(bars, room, self);
@@ -268,9 +264,7 @@ void Screen::assignMnemonics() {
     // it.
     const GtkWidget* const defaultButton = gtk_window_get_default_widget(GTK_WINDOW(window_));
     const auto rank = [defaultButton](const Control* control) {
-        if (control->widget() == defaultButton) {
-            return 0;
-        }
+        if (control->widget() == defaultButton) return 0;
         return dynamic_cast<const Button*>(control) != nullptr ? 1 : 2;
     };
     std::vector<Control*> ordered = controls_;
@@ -283,7 +277,7 @@ void Screen::assignMnemonics() {
             captions.push_back(captioned);
         }
     }
-    giveOutMnemonics(captions);
+    GiveOutMnemonics(captions);
 }
 
 void Screen::setDefault(Button& button) {
@@ -305,7 +299,7 @@ void Screen::onKeys(const std::string& keys, Handler handler) {
     guint key = 0;
     GdkModifierType modifiers{};
     gtk_accelerator_parse(keys.c_str(), &key, &modifiers);
-    const auto onPressed = guarded([](GtkAccelGroup* /*group*/, GObject* /*window*/, guint /*key*/,
+    const auto onPressed = Guarded([](GtkAccelGroup* /*group*/, GObject* /*window*/, guint /*key*/,
                                       GdkModifierType /*modifiers*/, gpointer task) -> gboolean {
         (*static_cast<const Handler*>(task))();
         return TRUE;
@@ -334,10 +328,10 @@ void Screen::show() {
             }
             return static_cast<gboolean>(isEscape);
         };
-        connect(window_, "key-press-event", onKey, this);
+        Connect(window_, "key-press-event", onKey, this);
     }
-    const GdkRectangle area = workArea(gtk_widget_get_screen(window_));
-    const GtkRequisition frame = frameSize();
+    const GdkRectangle area = WorkArea(gtk_widget_get_screen(window_));
+    const GtkRequisition frame = FrameSize();
     // What stands above and below the content.
     const auto bars = [this] {
         GtkRequisition both = {0, 0};
@@ -358,13 +352,13 @@ void Screen::show() {
     GtkWidget* const defaultButton = gtk_window_get_default_widget(GTK_WINDOW(window_));
     GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
     bool isStacked = false;
-    for (const Economy economy : {Economy::fewerLines, Economy::smallerGaps, Economy::shorterLines,
-                                  Economy::othersBelow, Economy::pages}) {
+    for (const Economy economy : {Economy::FewerLines, Economy::SmallerGaps, Economy::ShorterLines,
+                                  Economy::OthersBelow, Economy::Pages}) {
         if (content.width > mostWidth || content.height > mostHeight()) {
-            isStacked = isStacked || economy == Economy::othersBelow;
+            isStacked = isStacked || economy == Economy::OthersBelow;
             for (GtkWidget* const part : {content_, footer_}) {
                 if (part != nullptr) {
-                    economize(part, economy, mostWidth);
+                    Economize(part, economy, mostWidth);
                 }
             }
             gtk_widget_size_request(content_, &content);
@@ -375,7 +369,7 @@ void Screen::show() {
     gtk_window_set_focus(GTK_WINDOW(window_), focus);
     assignMnemonics();
     // The scroll bar of one direction must not make one of the other necessary.
-    const int breadth = scrollBarBreadth(gtk_widget_get_parent(viewport_));
+    const int breadth = ScrollBarBreadth(gtk_widget_get_parent(viewport_));
     const int width = std::max({wanted.width, content.width, bars().width}) +
                       (content.height > mostHeight() ? breadth : 0);
     // Where one part stands below the other, lists and plots take all the height that there is.
@@ -433,23 +427,19 @@ Control* Screen::control(std::string_view name) const {
 
 bool Screen::canPerform(EditCommand command) const {
     GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
-    if (focus == nullptr) {
-        return false;
-    }
-    const auto* const editable = dynamic_cast<const Editable*>(controlOf(focus));
-    return editable != nullptr ? editable->canPerform(command) : canEdit(focus, command);
+    if (focus == nullptr) return false;
+    const auto* const editable = dynamic_cast<const Editable*>(ControlOf(focus));
+    return editable != nullptr ? editable->canPerform(command) : CanEdit(focus, command);
 }
 
 void Screen::perform(EditCommand command) {
     GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(window_));
-    if (focus == nullptr) {
-        return;
-    }
-    auto* const editable = dynamic_cast<Editable*>(controlOf(focus));
+    if (focus == nullptr) return;
+    auto* const editable = dynamic_cast<Editable*>(ControlOf(focus));
     if (editable != nullptr) {
         editable->perform(command);
-    } else if (canEdit(focus, command)) {
-        edit(focus, command);
+    } else if (CanEdit(focus, command)) {
+        Edit(focus, command);
     }
 }
 

@@ -10,7 +10,7 @@ namespace toolkit {
 
 namespace {
 
-void setName(GtkWidget* widget, const char* name) {
+void SetName(GtkWidget* widget, const char* name) {
     gtk_widget_set_name(widget, name);
     atk_object_set_accessible_id(gtk_widget_get_accessible(widget), name);
 }
@@ -21,13 +21,13 @@ ScrolledPage::ScrolledPage(GtkScrolledWindow* scroller)
     : ScrollBar1(gtk_scrolled_window_get_vadjustment(scroller)),
       Rectangle1(GTK_ADJUSTMENT(gtk_adjustment_new(0.0, 0.0, 0.0, 0.0, 0.0, 0.0))) {
     GtkWidget* const viewport = gtk_bin_get_child(GTK_BIN(scroller));
-    setName(gtk_scrolled_window_get_vscrollbar(scroller), "ScrollBar1");
-    setName(viewport, "Rectangle1");
+    SetName(gtk_scrolled_window_get_vscrollbar(scroller), "ScrollBar1");
+    SetName(viewport, "Rectangle1");
     gtk_viewport_set_vadjustment(GTK_VIEWPORT(viewport), Rectangle1);
-    connect(
+    Connect(
         ScrollBar1, "value-changed",
         [](GtkAdjustment* /*bar*/, ScrolledPage* self) { self->ScrollBar1_ValueChanged(); }, this);
-    connect(
+    Connect(
         Rectangle1, "changed",
         [](GtkAdjustment* /*place*/, ScrolledPage* self) { self->Event_Resizing(); }, this);
 }

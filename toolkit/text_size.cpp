@@ -2,7 +2,7 @@
 
 namespace toolkit {
 
-TextExtents sizeOfText(GtkWidget* widget, const std::string& text) {
+TextExtents SizeOfText(GtkWidget* widget, const std::string& text) {
     PangoLayout* const layout = gtk_widget_create_pango_layout(widget, text.c_str());
     TextExtents size;
     pango_layout_get_pixel_size(layout, &size.width, &size.height);
@@ -10,8 +10,8 @@ TextExtents sizeOfText(GtkWidget* widget, const std::string& text) {
     return size;
 }
 
-int lineHeight(GtkWidget* widget) {
-    return sizeOfText(widget, "H").height;
+int LineHeight(GtkWidget* widget) {
+    return SizeOfText(widget, "H").height;
 }
 
 }  // namespace toolkit

@@ -6,15 +6,15 @@
 
 namespace toolkit {
 
-/// Pixels.
+// Pixels.
 struct TextExtents {
     int width = 0;
     int height = 0;
 };
 
-/// What a text takes in the font of the widget; for this folder.
-TextExtents sizeOfText(GtkWidget* widget, const std::string& text);
-/// The height of a line of text in the font of the widget, in pixels.
-int lineHeight(GtkWidget* widget);
+// What a text takes in the font of the widget; for this folder.
+TextExtents SizeOfText(GtkWidget* widget, const std::string& text);
+// The height of a line of text in the font of the widget, in pixels.
+int LineHeight(GtkWidget* widget);
 
 }  // namespace toolkit

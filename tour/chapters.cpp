@@ -4,16 +4,16 @@ namespace tour {
 
 namespace {
 
-/// Chooses a procedure on the composition screen and goes on to its screen.
-void chooseProcedure(const Guide& guide, Robot& robot, const char* button, const char* screen) {
+// Chooses a procedure on the composition screen and goes on to its screen.
+void ChooseProcedure(const Guide& guide, Robot& robot, const char* button, const char* screen) {
     robot.use("Start2Window");
     guide.click(button);
     guide.click("Continue1");
     robot.use(screen);
 }
 
-/// The state of the examples in which the mixture has three real volumes.
-void solveAt220Kelvin(const Guide& guide) {
+// The state of the examples in which the mixture has three real volumes.
+void SolveAt220Kelvin(const Guide& guide) {
     guide.enter("dataEntryT", "220");
     guide.enter("dataEntryP", "3");
     guide.click("calculate");
@@ -24,7 +24,7 @@ void solveAt220Kelvin(const Guide& guide) {
 
 }  // namespace
 
-void playStart(Guide& guide) {
+void PlayStart(Guide& guide) {
     guide.chapter("The title screen");
     guide.robot().use("Start1Window");
     guide.takePicture("title");
@@ -39,9 +39,9 @@ void playStart(Guide& guide) {
     guide.takePicture("composition");
 }
 
-void playPressures(Guide& guide) {
+void PlayPressures(Guide& guide) {
     guide.chapter("Pressures");
-    chooseProcedure(guide, guide.robot(), "Pressures", "PressureWindow");
+    ChooseProcedure(guide, guide.robot(), "Pressures", "PressureWindow");
     guide.enter("dataEntryV", "80");
     guide.read("DensityResult");
     guide.click("Celsius");
@@ -51,9 +51,9 @@ void playPressures(Guide& guide) {
     guide.takePicture("pressures");
 }
 
-void playTemperatures(Guide& guide) {
+void PlayTemperatures(Guide& guide) {
     guide.chapter("Temperatures");
-    chooseProcedure(guide, guide.robot(), "Temperatures", "TemperatureWindow");
+    ChooseProcedure(guide, guide.robot(), "Temperatures", "TemperatureWindow");
     guide.click("kgm3");
     guide.enter("dataEntryV", "0.5");
     guide.read("DensityResult");
@@ -65,10 +65,10 @@ void playTemperatures(Guide& guide) {
     guide.takePicture("temperatures");
 }
 
-void playMolarVolumes(Guide& guide) {
+void PlayMolarVolumes(Guide& guide) {
     guide.chapter("Molar volumes");
-    chooseProcedure(guide, guide.robot(), "MolarVolumes", "VolumeWindow");
-    solveAt220Kelvin(guide);
+    ChooseProcedure(guide, guide.robot(), "MolarVolumes", "VolumeWindow");
+    SolveAt220Kelvin(guide);
     guide.click("Choice2");
     for (const char* const result :
          {"slope", "Result", "DensityResult", "ResultIdeal", "ExcessVol", "ListBox1", "warning"}) {
@@ -77,20 +77,20 @@ void playMolarVolumes(Guide& guide) {
     guide.takePicture("molar-volumes");
 }
 
-void playFugacities(Guide& guide) {
+void PlayFugacities(Guide& guide) {
     guide.chapter("Fugacities");
-    chooseProcedure(guide, guide.robot(), "Fugacities", "FugacityWindow");
-    solveAt220Kelvin(guide);
+    ChooseProcedure(guide, guide.robot(), "Fugacities", "FugacityWindow");
+    SolveAt220Kelvin(guide);
     guide.click("Choice2");
     guide.read("slope");
     guide.read("ListBox1");
     guide.takePicture("fugacities");
 }
 
-void playActivities(Guide& guide) {
+void PlayActivities(Guide& guide) {
     guide.chapter("Activities");
-    chooseProcedure(guide, guide.robot(), "Activities", "ActivityWindow");
-    solveAt220Kelvin(guide);
+    ChooseProcedure(guide, guide.robot(), "Activities", "ActivityWindow");
+    SolveAt220Kelvin(guide);
     guide.click("Choice2");
     guide.click("StandardChoice2");
     guide.enter("dataEntryPref2", "0.1");
@@ -99,9 +99,9 @@ void playActivities(Guide& guide) {
     guide.takePicture("activities");
 }
 
-void playHomogenisation(Guide& guide) {
+void PlayHomogenisation(Guide& guide) {
     guide.chapter("Homogenization conditions");
-    chooseProcedure(guide, guide.robot(), "Homogenisation", "BubbleDewPoint");
+    ChooseProcedure(guide, guide.robot(), "Homogenisation", "BubbleDewPoint");
     guide.click("RadioButtonTh");
     guide.enter("dataEntryTh", "220");
     guide.click("LiquidMode");
@@ -118,9 +118,9 @@ void playHomogenisation(Guide& guide) {
     guide.takePicture("explanation-homogenization");
 }
 
-void playLiquidVapour(Guide& guide) {
+void PlayLiquidVapour(Guide& guide) {
     guide.chapter("Liquid-vapour equilibria");
-    chooseProcedure(guide, guide.robot(), "LiquidVapour", "LiquidVapourEq");
+    ChooseProcedure(guide, guide.robot(), "LiquidVapour", "LiquidVapourEq");
     guide.enter("dataEntryT", "220");
     guide.enter("dataEntryV", "150");
     guide.click("CalFirstApproach");
@@ -136,27 +136,27 @@ void playLiquidVapour(Guide& guide) {
     guide.takePicture("explanation-liquid-vapour");
 }
 
-void playThermodynamics(Guide& guide) {
+void PlayThermodynamics(Guide& guide) {
     guide.chapter("Thermodynamic properties");
-    chooseProcedure(guide, guide.robot(), "Thermodynamics", "ThermodynamicWindow");
-    solveAt220Kelvin(guide);
+    ChooseProcedure(guide, guide.robot(), "Thermodynamics", "ThermodynamicWindow");
+    SolveAt220Kelvin(guide);
     guide.read("State");
     guide.read("ListBox1");
     guide.takePicture("thermodynamic-properties");
 }
 
-void playChemicalPotentials(Guide& guide) {
+void PlayChemicalPotentials(Guide& guide) {
     guide.chapter("Chemical potentials");
-    chooseProcedure(guide, guide.robot(), "ChemicalPotentials", "ChemPotWindow");
-    solveAt220Kelvin(guide);
+    ChooseProcedure(guide, guide.robot(), "ChemicalPotentials", "ChemPotWindow");
+    SolveAt220Kelvin(guide);
     guide.read("State");
     guide.read("ListBox1");
     guide.takePicture("chemical-potentials");
 }
 
-void playIsochores(Guide& guide) {
+void PlayIsochores(Guide& guide) {
     guide.chapter("Isochores");
-    chooseProcedure(guide, guide.robot(), "Isochores", "IsochoreWindow");
+    ChooseProcedure(guide, guide.robot(), "Isochores", "IsochoreWindow");
     guide.enter("dataEntryV", "80");
     guide.enter("dataEntryT1", "200");
     guide.enter("dataEntryT2", "400");
@@ -167,9 +167,9 @@ void playIsochores(Guide& guide) {
     guide.takePicture("isochores");
 }
 
-void playIsotherms(Guide& guide) {
+void PlayIsotherms(Guide& guide) {
     guide.chapter("Isotherms");
-    chooseProcedure(guide, guide.robot(), "Isotherms", "IsothermWindow");
+    ChooseProcedure(guide, guide.robot(), "Isotherms", "IsothermWindow");
     guide.enter("dataEntryT", "220");
     guide.enter("dataEntryV1", "60");
     guide.enter("dataEntryV2", "800");
@@ -179,9 +179,9 @@ void playIsotherms(Guide& guide) {
     guide.takePicture("isotherms");
 }
 
-void playCriticalPoint(Guide& guide) {
+void PlayCriticalPoint(Guide& guide) {
     guide.chapter("Critical points");
-    chooseProcedure(guide, guide.robot(), "CriticalPoint", "CriticalPointWindow");
+    ChooseProcedure(guide, guide.robot(), "CriticalPoint", "CriticalPointWindow");
     guide.read("Count");
     guide.read("ListBox1");
     guide.read("ResultT");
@@ -191,9 +191,9 @@ void playCriticalPoint(Guide& guide) {
     guide.takePicture("explanation-critical-point");
 }
 
-void playSpinodal(Guide& guide) {
+void PlaySpinodal(Guide& guide) {
     guide.chapter("Spinodal");
-    chooseProcedure(guide, guide.robot(), "Spinodal", "SpinodalWindow");
+    ChooseProcedure(guide, guide.robot(), "Spinodal", "SpinodalWindow");
     guide.enter("dataEntryT", "220");
     guide.click("calculate");
     guide.read("ListBox1");

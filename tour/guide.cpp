@@ -32,7 +32,7 @@ void Guide::read(std::string_view control) const {
 void Guide::takePicture(const std::string& name) const {
     const std::string path = folder_ + "/" + name + ".png";
     robot_.moveTo(0, 0);
-    if (!toolkit::savePicture(toolkit::frameArea(robot_.screen()), path)) {
+    if (!toolkit::SavePicture(toolkit::FrameArea(robot_.screen()), path)) {
         throw std::runtime_error("cannot save " + path);
     }
     std::cout << "  picture: " << path << '\n';

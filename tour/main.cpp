@@ -15,26 +15,26 @@
 
 namespace {
 
-void play(const std::string& folder) {
+void Play(const std::string& folder) {
     std::filesystem::create_directories(folder);
     app::WindowOwner owner;
     owner.open(std::make_unique<app::Start1Window>(owner));
     tour::Robot robot(owner);
     tour::Guide guide(robot, folder);
-    tour::playStart(guide);
-    tour::playPressures(guide);
-    tour::playTemperatures(guide);
-    tour::playMolarVolumes(guide);
-    tour::playFugacities(guide);
-    tour::playActivities(guide);
-    tour::playHomogenisation(guide);
-    tour::playLiquidVapour(guide);
-    tour::playIsochores(guide);
-    tour::playIsotherms(guide);
-    tour::playCriticalPoint(guide);
-    tour::playSpinodal(guide);
-    tour::playThermodynamics(guide);
-    tour::playChemicalPotentials(guide);
+    tour::PlayStart(guide);
+    tour::PlayPressures(guide);
+    tour::PlayTemperatures(guide);
+    tour::PlayMolarVolumes(guide);
+    tour::PlayFugacities(guide);
+    tour::PlayActivities(guide);
+    tour::PlayHomogenisation(guide);
+    tour::PlayLiquidVapour(guide);
+    tour::PlayIsochores(guide);
+    tour::PlayIsotherms(guide);
+    tour::PlayCriticalPoint(guide);
+    tour::PlaySpinodal(guide);
+    tour::PlayThermodynamics(guide);
+    tour::PlayChemicalPotentials(guide);
 }
 
 }  // namespace
@@ -44,12 +44,12 @@ int main(int argc, char** argv) {
         std::fputs("usage: drovan-w-tour FOLDER\n", stderr);
         return EX_USAGE;
     }
-    if (!toolkit::openDisplay()) {
+    if (!toolkit::OpenDisplay()) {
         std::fputs("The tour needs an X11 display, and none could be opened.\n", stderr);
         return EX_UNAVAILABLE;
     }
     try {
-        play(argv[1]);
+        Play(argv[1]);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "The tour stopped: %s\n", error.what());
         return EXIT_FAILURE;

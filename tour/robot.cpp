@@ -21,13 +21,13 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr auto patience = std::chrono::seconds(60);  // for a machine under load
 
-std::runtime_error failure(const std::string& what, std::string_view name) {
+std::runtime_error Failure(const std::string& what, std::string_view name) {
     return std::runtime_error(what + " " + std::string(name));
 }
 
 }  // namespace
 
-/// A connection to the display of the robot's own, so that its events come in from outside.
+// A connection to the display of the robot's own, so that its events come in from outside.
 struct Robot::Connection {
     Connection() : display(XOpenDisplay(nullptr)) {
         if (display == nullptr) {
@@ -50,9 +50,9 @@ struct Robot::Connection {
                    SubstructureNotifyMask | SubstructureRedirectMask, &event);
     }
 
-    /// Comes back when server and window manager have done all that they were asked for before. One
-    /// that has just started may sleep on a request until the next one wakes it: it is asked again,
-    /// and has to answer each time.
+    // Comes back when server and window manager have done all that they were asked for before. One
+    // that has just started may sleep on a request until the next one wakes it: it is asked again,
+    // and has to answer each time.
     void waitForOthers() const {
         const Atom answer = XInternAtom(display, "_NET_FRAME_EXTENTS", False);
         const auto end = Clock::now() + patience;
@@ -97,7 +97,7 @@ toolkit::Screen& Robot::use(std::string_view screenName) {
         return found != nullptr;
     });
     if (found == nullptr) {
-        throw failure("no screen", screenName);
+        throw Failure("no screen", screenName);
     }
     return use(*found);
 }
@@ -109,7 +109,7 @@ toolkit::Screen& Robot::use(toolkit::Screen& screen) {
         screen.present();
     }
     if (!waitFor([&screen] { return screen.isActive() && screen.isPainted(); })) {
-        throw failure("no activation of screen", screen.name());
+        throw Failure("no activation of screen", screen.name());
     }
     return screen;
 }
@@ -124,7 +124,7 @@ toolkit::Screen& Robot::screen() const {
 toolkit::Control& Robot::control(std::string_view name) const {
     toolkit::Control* const found = screen().control(name);
     if (found == nullptr) {
-        throw failure("no control", name);
+        throw Failure("no control", name);
     }
     return *found;
 }
@@ -136,7 +136,7 @@ std::string Robot::text(std::string_view name) const {
 void Robot::click(std::string_view name) {
     const toolkit::Area area = control(name).area();
     if (area.width == 0) {
-        throw failure("nothing to click on in", name);
+        throw Failure("nothing to click on in", name);
     }
     const int x = area.x + area.width / 2;
     const int y = area.y + area.height / 2;
@@ -250,17 +250,15 @@ void Robot::settle() {
     const auto end = Clock::now() + patience;
     for (int quietRounds = 0; quietRounds < enough && Clock::now() < end;) {
         connection_->waitForOthers();
-        quietRounds = toolkit::handlePendingEvents() ? 0 : quietRounds + 1;
+        quietRounds = toolkit::HandlePendingEvents() ? 0 : quietRounds + 1;
     }
 }
 
 bool Robot::waitFor(const std::function<bool()>& condition) {
     const auto end = Clock::now() + patience;
     while (!condition()) {
-        if (Clock::now() > end) {
-            return false;
-        }
-        toolkit::handlePendingEvents();
+        if (Clock::now() > end) return false;
+        toolkit::HandlePendingEvents();
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return true;

@@ -228,8 +228,8 @@ int main(int argc, char** argv) {
     std::printf("%d states judged by brute force; %d splits, %d into more than two phases\n",
                 tally.judged, tally.splits, tally.threePhases);
     std::printf("%d splits without their two phases, %d faults\n", tally.lost, tally.faults);
-    constexpr int AFew = 3;
-    constexpr int Rare = 250;
-    const bool isRight = tally.faults == 0 && tally.lost < AFew + tally.splits / Rare;
+    constexpr int aFew = 3;
+    constexpr int rare = 250;
+    const bool isRight = tally.faults == 0 && tally.lost < aFew + tally.splits / rare;
     return isRight ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -15,13 +15,13 @@ constexpr std::size_t CH4 = 9;
 using Entries = std::vector<std::pair<std::size_t, double>>;
 
 void Enter(const Entries& entries) {
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) fluid::SetFractionCount(i, 0.0);
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) fluid::SetFractionCount(i, 0.0);
     for (const auto& [index, fraction] : entries) fluid::SetFractionCount(index, fraction);
 }
 
 Entries InAllFields(double fraction) {
     Entries entries;
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) entries.emplace_back(i, fraction);
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) entries.emplace_back(i, fraction);
     return entries;
 }
 

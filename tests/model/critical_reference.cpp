@@ -60,9 +60,9 @@ double CriticalReference::between(long double low, long double high) const {
 long double CriticalReference::nearestToZero(long double low, long double high) const {
     const long double sign = condition(low) > 0.0L ? 1.0L : -1.0L;
     for (int i = 0; i < 60; ++i) {
-        constexpr long double GoldenSection = 0.618L;
-        const long double left = high - GoldenSection * (high - low);
-        const long double right = low + GoldenSection * (high - low);
+        constexpr long double goldenSection = 0.618L;
+        const long double left = high - goldenSection * (high - low);
+        const long double right = low + goldenSection * (high - low);
         if (sign * condition(left) < sign * condition(right)) {
             high = right;
         } else {

@@ -110,7 +110,7 @@ TEST(CriticalPointTest, PointsAndSpinodalsAreThoseOfAGridAndWhatSplitsIsNotCalle
 TEST(SpinodalTest, VolumesAreThoseOfSixtyDigits) {
     double worst = 0.0;
     for (const auto& row : ReadGolden("spinodals.csv", 17)) {
-        Accept(std::span(row).first(fluid::ComponentCount));
+        Accept(std::span(row).first(fluid::componentCount));
         const SpinodalVolumes found = Limit(row[11] == 1.0).volumes(row[12]);
         ASSERT_EQ(static_cast<double>(found.count), row[13]);
         for (std::size_t i = 0; i < found.count; ++i) {
@@ -160,7 +160,7 @@ TEST(PhaseDiagramTest, CurvesHaveNoGapAndReachCriticalPointsAndTheEndsOfTheirRan
 }
 
 TEST(PhaseDiagramTest, BubblePointsEndWhereTheyBecomeDewPoints) {
-    Accept(std::array<double, fluid::ComponentCount>{5e11, 5e11});
+    Accept(std::array<double, fluid::componentCount>{5e11, 5e11});
     const auto pieces = fluid::TraceBoundary(fluid::AcceptedMixture(), FindPoints());
     ASSERT_EQ(pieces.size(), 3U);
     const double V = pieces[1].points.front().V;  // the dense dew points end without being critical

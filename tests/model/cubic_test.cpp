@@ -46,10 +46,10 @@ TEST(Cubic, EveryRootComesFromItsBranchIntoItsSlot) {
 }
 
 TEST(VolumeCubic, RootsAreCompleteInOrderAndExact) {
-    constexpr std::size_t Columns = 10;
+    constexpr std::size_t columns = 10;
     double worst = 0.0;
     double worstPair = 0.0;
-    for (const auto& row : ReadGolden("volume_roots.csv", Columns)) {
+    for (const auto& row : ReadGolden("volume_roots.csv", columns)) {
         const auto roots = fluid::VolumeCubicSolver(row[0], row[1], row[2], row[3]);
         for (std::size_t i = 0; i < roots.size(); ++i) {
             SCOPED_TRACE(testing::Message() << "T " << row[2] << " P " << row[3] << " root " << i);

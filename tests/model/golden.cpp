@@ -29,16 +29,16 @@ std::vector<std::vector<double>> ReadGolden(const std::string& file, std::size_t
 }
 
 void Accept(std::span<const double> counts) {
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
-        fluid::SetFractionCount(i, counts[i] / static_cast<double>(fluid::FractionScale));
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
+        fluid::SetFractionCount(i, counts[i] / static_cast<double>(fluid::fractionScale));
         ASSERT_EQ(static_cast<double>(fluid::FractionCounts[i]), counts[i]);
     }
     ASSERT_TRUE(fluid::AcceptComposition());
 }
 
 void AcceptPure(std::size_t index) {
-    std::array<double, fluid::ComponentCount> counts{};
-    counts[index] = static_cast<double>(fluid::FractionScale);
+    std::array<double, fluid::componentCount> counts{};
+    counts[index] = static_cast<double>(fluid::fractionScale);
     Accept(counts);
 }
 

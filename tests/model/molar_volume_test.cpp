@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr double Step = 1e-4;
+constexpr double step = 1e-4;
 
 // Close to b and far away a difference of pressures has no digit left.
 TEST(MolarVolume, SlopeHasItsSignAndValue) {
@@ -22,14 +22,14 @@ TEST(MolarVolume, SlopeHasItsSignAndValue) {
     const double bMix = fluid::b[0];
     for (const double T : {1.0, 300.0, 3000.0}) {
         for (const double V :
-             {bMix + 1e-14, bMix + Step, bMix * (1.0 + 1e-9), 1e12, 1e160, 1e300}) {
-            const double slope = fluid::IsothermSlope(aMix, bMix, T, V, Step);
+             {bMix + 1e-14, bMix + step, bMix * (1.0 + 1e-9), 1e12, 1e160, 1e300}) {
+            const double slope = fluid::IsothermSlope(aMix, bMix, T, V, step);
             EXPECT_LT(slope, 0.0) << V;
             EXPECT_TRUE(std::isfinite(slope)) << V;
         }
     }
     // The state without a volume: the difference of pressures around V = 0.
-    EXPECT_NEAR(fluid::IsothermSlope(aMix, bMix, 300.0, 0.0, Step),
+    EXPECT_NEAR(fluid::IsothermSlope(aMix, bMix, 300.0, 0.0, step),
                 -fluid::R * 300.0 / (bMix * bMix), 1e-8);
     EXPECT_FALSE(fluid::PartialMolarVolumes(fluid::AcceptedMixture(), 300.0, 0.0));
 }

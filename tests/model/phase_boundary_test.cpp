@@ -31,7 +31,7 @@ TEST(PhaseBoundaryTest, IsochoresMeetItAtTheBubbleAndDewPoints) {
     double worstP = 0.0;
     double worstOther = 0.0;
     for (const auto& row : ReadGolden("phase_equilibria.csv", 27)) {
-        Accept(std::span(row).first(fluid::ComponentCount));
+        Accept(std::span(row).first(fluid::componentCount));
         const bool bubble = row[11] == 0.0;
         const double V = bubble ? row[14] : row[15];
         const double otherV = bubble ? row[15] : row[14];

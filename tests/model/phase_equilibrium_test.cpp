@@ -28,7 +28,7 @@ using fluid::PhaseGuess;
 using fluid::PhasePair;
 using Kind = fluid::EquilibriumApproach::Kind;
 
-constexpr auto Kinds = {Homogenisation::IntoLiquid, Homogenisation::IntoVapour};
+constexpr auto kinds = {Homogenisation::IntoLiquid, Homogenisation::IntoVapour};
 
 fluid::HomogenisationPoints Find(Given given, double value, Homogenisation kind) {
     return fluid::FindHomogenisationPoints(fluid::AcceptedMixture(), given, value, kind);
@@ -52,7 +52,7 @@ struct GoldenPoint {
     ComponentValues other{};
 
     explicit GoldenPoint(const std::vector<double>& row) {
-        Accept(std::span(row).first(fluid::ComponentCount));
+        Accept(std::span(row).first(fluid::componentCount));
         kind = row[11] == 0.0 ? Homogenisation::IntoLiquid : Homogenisation::IntoVapour;
         phases.T = row[12];
         phases.P = row[13];
@@ -134,7 +134,7 @@ TEST(Homogenisation, GoldenPointsAreFoundAndReachedFromAside) {
 void AcceptParts(const ComponentValues& parts) {
     ComponentValues counts{};
     for (std::size_t i = 0; i < counts.size(); ++i) {
-        counts[i] = std::round(parts[i] * static_cast<double>(fluid::FractionScale));
+        counts[i] = std::round(parts[i] * static_cast<double>(fluid::fractionScale));
     }
     Accept(counts);
 }
@@ -219,7 +219,7 @@ void ExpectTrue(const HomogenisationResult& result, Homogenisation kind,
     SCOPED_TRACE(testing::Message() << "T " << phases.T << " P " << phases.P);
     EXPECT_LT(phases.Vx, phases.Vy);
     EXPECT_GT(std::abs(phases.Vy / phases.Vx - 1.0), 1e-5);
-    std::array<std::array<long double, fluid::ComponentCount>, 2> logs{};
+    std::array<std::array<long double, fluid::componentCount>, 2> logs{};
     for (const bool liquid : {true, false}) {
         const ComponentValues& x = liquid ? phases.x : phases.y;
         const long double V = liquid ? phases.Vx : phases.Vy;
@@ -244,8 +244,8 @@ void ExpectTrue(const HomogenisationResult& result, Homogenisation kind,
     const bool bubble = kind == Homogenisation::IntoLiquid;
     EXPECT_LE(LargestDifference(bubble ? phases.x : phases.y, fluid::AcceptedMixture().fractions),
               1e-9);
-    constexpr double Plain = 1e-7;
-    EXPECT_EQ(reference.isUnstable(phases.T, bubble ? phases.Vx : phases.Vy, phases.P, Plain),
+    constexpr double plain = 1e-7;
+    EXPECT_EQ(reference.isUnstable(phases.T, bubble ? phases.Vx : phases.Vy, phases.P, plain),
               result.stability != fluid::Stability::Stable);
 }
 
@@ -270,7 +270,7 @@ TEST(Homogenisation, ListedPointsAreReachedByTheIteration) {
     for (const auto& [T, parts] : {std::pair{168.0, ComponentValues{0.16, 0.84}},
                                    {288.0, {0.87, 0, 0, 0.04, 0.05, 0, 0, 0, 0, 0, 0.04}}}) {
         ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
-        for (const Homogenisation kind : Kinds) {
+        for (const Homogenisation kind : kinds) {
             Confirmed(Given::Temperature, T, kind, PhaseReference());
         }
     }
@@ -315,7 +315,7 @@ TEST(Homogenisation, PointsOfShortRangesAreFoundAndNoneIsMadeUp) {
     for (const Case& one : cases) {
         ASSERT_NO_FATAL_FAILURE(AcceptParts(one.parts));
         const bool findsP = one.given == T;
-        for (const Homogenisation kind : Kinds) {
+        for (const Homogenisation kind : kinds) {
             SCOPED_TRACE(one.value);
             const bool bubble = kind == Homogenisation::IntoLiquid;
             const auto found = Confirmed(one.given, one.value, kind, PhaseReference());
@@ -353,8 +353,8 @@ TEST(Homogenisation, TypedPressureLeadsToItsPointOrNowhere) {
 TEST(PhaseIteration, PointOfAnUnstableFluidIsCalledUnstable) {
     ASSERT_NO_FATAL_FAILURE(AcceptParts({0.5, 0.5}));
     constexpr auto T = Given::Temperature;
-    const auto seed = fluid::HomogenisationSeed(fluid::AcceptedMixture(), T, 100.0, *Kinds.begin());
-    const auto result = Iterate(T, 100.0, *Kinds.begin(), seed);
+    const auto seed = fluid::HomogenisationSeed(fluid::AcceptedMixture(), T, 100.0, *kinds.begin());
+    const auto result = Iterate(T, 100.0, *kinds.begin(), seed);
     EXPECT_EQ(result.outcome, Outcome::Converged);
     EXPECT_EQ(result.stability, fluid::Stability::Unstable);
 }
@@ -437,7 +437,7 @@ TEST(PhaseIteration, GarbageEndsInATrueResultOrNone) {
     for (const double bad : {0.0, -1.0, 1e-320, 1e-300, 1e-80, 1e80, 1e300, inf, -inf, nan}) {
         SCOPED_TRACE(bad);
         for (const Given given : {Given::Temperature, Given::Pressure}) {
-            for (const Homogenisation kind : Kinds) {
+            for (const Homogenisation kind : kinds) {
                 EXPECT_EQ(Find(given, bad, kind).points.size(), 0U);
                 for (const auto& [value, guess] : {std::pair{bad, PhaseGuess{bad, half, half}},
                                                    {bad, {200.0, half, half}},
@@ -493,7 +493,7 @@ TEST(PhaseIteration, OnePhaseIsNeverShownAsTwo) {
           {{0, 0.1, 0, 0, 0, 0, 0, 0, 0, 0.9}, 300.0, true, {5.0, {0.12, 0.88}, {0.08, 0.92}}},
           {{0, 0.125, 0, 0, 0.875}, 384.0, false, {12.0, {0.12, 0.88}, {0.14, 0.86}}}}) {
         ASSERT_NO_FATAL_FAILURE(AcceptParts(parts));
-        for (const Homogenisation kind : Kinds) {
+        for (const Homogenisation kind : kinds) {
             EXPECT_EQ(Find(Given::Temperature, T, kind).points.empty(), isStable) << T;
             EXPECT_EQ(Iterate(Given::Temperature, T, kind, guess).outcome, Outcome::Trivial) << T;
         }
@@ -506,17 +506,17 @@ TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
         AcceptRandomMixture(random, 11);
         for (const double P : {1e-4, 0.1, 3.0, 30.0}) {
             const auto seed = fluid::HomogenisationSeed(fluid::AcceptedMixture(), Given::Pressure,
-                                                        P, Kinds.begin()[0]);
+                                                        P, kinds.begin()[0]);
             const auto back = fluid::HomogenisationSeed(
-                fluid::AcceptedMixture(), Given::Temperature, seed.unknown, Kinds.begin()[1]);
+                fluid::AcceptedMixture(), Given::Temperature, seed.unknown, kinds.begin()[1]);
             EXPECT_LE(RelativeError(back.unknown, P), 1e-6) << seed.unknown;
             EXPECT_LE(LargestDifference(seed.x, fluid::AcceptedMixture().fractions), 1e-12);
             EXPECT_LE(LargestDifference(back.y, fluid::AcceptedMixture().fractions), 1e-12);
             // ln(y/x) of a gas over that of the first one, from Wilson's equation; in the deep cold
             // there is no room for it.
-            constexpr double DeepCold = 20.0;
+            constexpr double deepCold = 20.0;
             const double T = seed.unknown;
-            if (T < DeepCold) continue;
+            if (T < deepCold) continue;
             const auto wilson = [T](std::size_t k) {
                 return std::log(fluid::Pc[k]) +
                        5.373 * (1.0 + fluid::omega[k]) * (1.0 - fluid::Tc[k] / T);
@@ -531,7 +531,7 @@ TEST(FirstApproach, SeedsAreAbove0AndGoThereAndBackWithTheRatiosOfWilson) {
         for (const double value : {1e-300, 1e-5, 1.0, 1e308}) {
             for (const Given given : {Given::Temperature, Given::Pressure}) {
                 const double unknown = fluid::HomogenisationSeed(fluid::AcceptedMixture(), given,
-                                                                 value, Kinds.begin()[0])
+                                                                 value, kinds.begin()[0])
                                            .unknown;
                 EXPECT_TRUE(unknown > 0.0 && std::isfinite(unknown)) << value << ' ' << unknown;
             }

@@ -8,14 +8,14 @@
 
 #include "model/composition.h"
 
-using fluid::ComponentCount;
+using fluid::componentCount;
 using fluid::ComponentValues;
 
 namespace {
 
 // Makes these parts the composition of the model, each rounded up, at the cost of one of them.
 void AcceptParts(ComponentValues parts, std::size_t chief) {
-    const auto scale = static_cast<double>(fluid::FractionScale);
+    const auto scale = static_cast<double>(fluid::fractionScale);
     const double sum = std::accumulate(parts.begin(), parts.end(), 0.0);
     for (double& part : parts) part = std::ceil(part / sum * scale);
     parts[chief] += scale - std::accumulate(parts.begin(), parts.end(), 0.0);
@@ -27,13 +27,13 @@ void AcceptParts(ComponentValues parts, std::size_t chief) {
 
 void AcceptRandomMixture(std::mt19937_64& random, int most) {
     std::uniform_real_distribution<double> share(0.0, 1.0);
-    std::array<std::size_t, ComponentCount> order{};
+    std::array<std::size_t, componentCount> order{};
     std::iota(order.begin(), order.end(), 0);
     std::shuffle(order.begin(), order.end(), random);
     if (share(random) < 0.3) {
-        constexpr std::array<std::size_t, 3> Partners = {5, 2, 9};
+        constexpr std::array<std::size_t, 3> partners = {5, 2, 9};
         std::swap(*std::find(order.begin(), order.end(), 0), order[0]);
-        const std::size_t partner = Partners[random() % Partners.size()];
+        const std::size_t partner = partners[random() % partners.size()];
         std::swap(*std::find(order.begin(), order.end(), partner), order[1]);
     }
     const auto present = 2 + random() % static_cast<unsigned>(most - 1);
@@ -47,27 +47,27 @@ void AcceptRandomMixture(std::mt19937_64& random, int most) {
 
 void AcceptAnyMixture(std::mt19937_64& random) {
     std::uniform_real_distribution<double> share(0.0, 1.0);
-    constexpr double Smallest = 1e-12;
-    const auto trace = [&] { return std::pow(Smallest, share(random)); };
+    constexpr double smallest = 1e-12;
+    const auto trace = [&] { return std::pow(smallest, share(random)); };
     ComponentValues parts{};
     switch (random() % 4) {
         case 0:
-            AcceptRandomMixture(random, static_cast<int>(ComponentCount));
+            AcceptRandomMixture(random, static_cast<int>(componentCount));
             return;
         case 1:  // nearly pure
-            parts[random() % ComponentCount] = 1.0;
-            parts[random() % ComponentCount] += trace();
+            parts[random() % componentCount] = 1.0;
+            parts[random() % componentCount] += trace();
             break;
         case 2: {  // nearly azeotropic
-            constexpr std::array<std::array<std::size_t, 2>, 6> Pairs = {
+            constexpr std::array<std::array<std::size_t, 2>, 6> pairs = {
                 {{8, 9}, {1, 10}, {1, 4}, {6, 8}, {2, 7}, {3, 10}}};
-            const auto& [one, other] = Pairs[random() % Pairs.size()];
+            const auto& [one, other] = pairs[random() % pairs.size()];
             parts[one] = share(random);
             parts[other] = 1.0 - parts[one];
             break;
         }
         default:
-            for (std::size_t i = 0; i < 4; ++i) parts[random() % ComponentCount] += trace();
+            for (std::size_t i = 0; i < 4; ++i) parts[random() % componentCount] += trace();
     }
     const auto chief = std::max_element(parts.begin(), parts.end()) - parts.begin();
     AcceptParts(parts, static_cast<std::size_t>(chief));

@@ -27,7 +27,7 @@ MixtureProperties PropertiesAt(double T, double P, double V) {
 // A golden state and what the model says of it.
 struct GoldenState {
     explicit GoldenState(std::span<const double> golden) : row(golden) {
-        Accept(row.first(fluid::ComponentCount));
+        Accept(row.first(fluid::componentCount));
         all = PropertiesAt(T, P, V);
         components = fluid::ComponentPropertiesOf(fluid::AcceptedMixture(), T, P, V);
     }
@@ -58,7 +58,7 @@ double Growth(const GoldenState& state) {
 
 // The dilute limit of the mixture: 1e-6 MPa.
 TEST(PropertiesTest, DiluteGasesHaveThePublishedValues) {
-    constexpr double Zero = 298.15;
+    constexpr double zero = 298.15;
     for (const auto& row : ReadGolden("ideal_gas.csv", 6)) {
         const auto index = static_cast<std::size_t>(row[0]);
         AcceptPure(index);
@@ -67,8 +67,8 @@ TEST(PropertiesTest, DiluteGasesHaveThePublishedValues) {
         const double P = fluid::PressureVdW(fluid::a[0][0], fluid::b[0], T, V);
         const MixtureProperties all = PropertiesAt(T, P, V);
         const std::array<double, 3> values = {
-            *all.Cp.total, (*all.H.total - fluid::IdealGas(index, Zero).H) / 1000.0,
-            *all.S.total + fluid::R * std::log(P / fluid::StandardPressure)};
+            *all.Cp.total, (*all.H.total - fluid::IdealGas(index, zero).H) / 1000.0,
+            *all.S.total + fluid::R * std::log(P / fluid::standardPressure)};
         for (std::size_t i = 0; i < values.size(); ++i) {
             const double tolerance = std::max(6e-4, row[5] * std::abs(row[2 + i]));
             EXPECT_NEAR(values[i], row[2 + i], tolerance) << index << ' ' << T << ' ' << i;
@@ -77,7 +77,7 @@ TEST(PropertiesTest, DiluteGasesHaveThePublishedValues) {
 }
 
 TEST(PropertiesTest, IdealGasIsSmoothWhereTwoRowsMeet) {
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
         for (const double T : {0.1, 10.0, 50.0, 200.0, 250.0, 1000.0, 6000.0, 1e5}) {
             const auto below = fluid::IdealGas(i, T * (1.0 - 1e-9));
             const auto above = fluid::IdealGas(i, T * (1.0 + 1e-9));

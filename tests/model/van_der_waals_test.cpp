@@ -14,7 +14,7 @@ namespace {
 
 TEST(ComponentTable, ConstantsAreThePublishedOnes) {
     const auto rows = ReadGolden("components.csv", 9);
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
         AcceptPure(i);
         const std::array values = {fluid::M[0],  fluid::Ttriple[0], fluid::Tc[0],
                                    fluid::Pc[0], fluid::Vc[0],      fluid::omega[0],
@@ -28,11 +28,11 @@ TEST(ComponentTable, ConstantsAreThePublishedOnes) {
 }
 
 TEST(VanDerWaals, ValuesAreTheGoldenOnes) {
-    constexpr std::size_t Columns = 20;
+    constexpr std::size_t columns = 20;
     double worst = 0.0;
-    for (const auto& row : ReadGolden("van_der_waals.csv", Columns)) {
-        Accept(std::span(row).first(fluid::ComponentCount));
-        const double* const value = row.data() + fluid::ComponentCount;
+    for (const auto& row : ReadGolden("van_der_waals.csv", columns)) {
+        Accept(std::span(row).first(fluid::componentCount));
+        const double* const value = row.data() + fluid::componentCount;
         const auto last = fluid::LastComponent;
         const auto& x = fluid::Fractions;
         const double volume = fluid::MolarVolumeFromDensity(last, x, value[2]);
@@ -49,7 +49,7 @@ TEST(VanDerWaals, ValuesAreTheGoldenOnes) {
 
 TEST(VanDerWaals, PureComponentsAndPairsAreThoseOfTheTable) {
     Accept(ReadGolden("van_der_waals.csv", 20).back());
-    for (std::size_t k = 0; k < fluid::ComponentCount; ++k) {
+    for (std::size_t k = 0; k < fluid::componentCount; ++k) {
         fluid::ComponentValues x{};
         x[k] = 1.0;
         EXPECT_EQ(fluid::MixtureA(10, x), fluid::a[k][k]);

@@ -6,11 +6,11 @@
 
 #include "model/composition.h"
 
-const fluid::Mixture& accepted(const Fractions& fractions) {
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+const fluid::Mixture& Accepted(const Fractions& fractions) {
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
         const auto found = std::find_if(
             fractions.begin(), fractions.end(),
-            [i](const auto& fraction) { return fraction.first == fluid::ComponentFormulas[i]; });
+            [i](const auto& fraction) { return fraction.first == fluid::componentFormulas[i]; });
         fluid::SetFractionCount(i, found == fractions.end() ? 0.0 : found->second);
     }
     EXPECT_TRUE(fluid::AcceptComposition());

@@ -6,6 +6,6 @@
 
 #include "model/mixture.h"
 
-/// Makes these fractions, by the formulas of the gases, the composition of the model.
+// Makes these fractions, by the formulas of the gases, the composition of the model.
 using Fractions = std::vector<std::pair<std::string_view, double>>;
-const fluid::Mixture& accepted(const Fractions& fractions);
+const fluid::Mixture& Accepted(const Fractions& fractions);

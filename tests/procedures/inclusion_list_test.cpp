@@ -35,15 +35,15 @@ using procedures::WrittenTemperature;
 const TemperatureScale kelvin = procedures::kelvinScale;
 const TemperatureScale celsius = procedures::celsiusScale;
 
-fluid::Mixture of(const std::array<double, 11>& counts) {
+fluid::Mixture Of(const std::array<double, 11>& counts) {
     Accept(counts);
     return fluid::AcceptedMixture();
 }
-fluid::Mixture carbonic() {
-    return of({0, 7e11, 0, 0, 0, 0, 0, 0, 0, 3e11, 0});
+fluid::Mixture Carbonic() {
+    return Of({0, 7e11, 0, 0, 0, 0, 0, 0, 0, 3e11, 0});
 }
 
-InclusionList listOf(const fluid::Mixture& mixture, const std::string& text,
+InclusionList ListOf(const fluid::Mixture& mixture, const std::string& text,
                      const PastePattern& pattern = {GivenBy::IntoLiquid, kelvin}) {
     InclusionList list;
     list.calculate({mixture, "CO2 0.7, CH4 0.3"});
@@ -51,7 +51,7 @@ InclusionList listOf(const fluid::Mixture& mixture, const std::string& text,
     return list;
 }
 
-std::string column(const InclusionList& list, std::size_t cell,
+std::string Column(const InclusionList& list, std::size_t cell,
                    const TemperatureScale& scale = kelvin) {
     std::string cells;
     for (std::size_t i = 0; i < list.count(); ++i) {
@@ -103,7 +103,7 @@ TEST(InclusionListTest, RowsOfASpreadsheetAreUnderstoodOrKeptWithASentence) {
             const std::string unit = !inclusion.isByTemperature() ? ""
                                      : inclusion.scale.isKelvin() ? " K"
                                                                   : " C";
-            EXPECT_EQ(kind + " " + toolkit::numberText(inclusion.number) + unit, c.given);
+            EXPECT_EQ(kind + " " + toolkit::NumberText(inclusion.number) + unit, c.given);
         }
     }
     const auto table = procedures::ReadPasted("Name\tTh (K)\r\n\r\n\t\r\nA\t220\r\nB\t25,5\r\n",
@@ -129,14 +129,14 @@ TEST(InclusionListTest, RowsOfASpreadsheetAreUnderstoodOrKeptWithASentence) {
 // To all digits that the screens Homogenization conditions and Liquid-Vapour equilibria show.
 TEST(InclusionListTest, InclusionsHomogenizeAndFollowTheirTwoPhasesAsOneByOne) {
     using fluid::Homogenisation;
-    const fluid::Mixture mixture = carbonic();
+    const fluid::Mixture mixture = Carbonic();
     std::string text = "C 67.95817259849628 cm3/mol\nD -53.15 C V\nE 0.5 g/cm3\n";
     for (const char* const T : {"150", "187.5", "200.1", "220", "245.75", "260"}) {
         text += std::string("L ") + T + " L\nV " + T + " V\n";
     }
-    const InclusionList list = listOf(mixture, text);
+    const InclusionList list = ListOf(mixture, text);
     ASSERT_EQ(list.count(), 15U);
-    EXPECT_EQ(column(list, 1).substr(0, 24), "molar volume|Th|density|");
+    EXPECT_EQ(Column(list, 1).substr(0, 24), "molar volume|Th|density|");
     EXPECT_EQ(list.row(1, celsius, Digits::Full)[2], "-53.15");
     for (std::size_t i = 0; i < list.count(); ++i) {
         const InclusionState& state = list.state(i);
@@ -146,8 +146,8 @@ TEST(InclusionListTest, InclusionsHomogenizeAndFollowTheirTwoPhasesAsOneByOne) {
         const double T = state.point->T.kelvin;
         const procedures::HomogenisationInput given = {fluid::Given::Temperature, T,
                                                        state.point->into, kelvin};
-        const auto start = homogenisationStart(mixture, given, 0);
-        const auto alone = homogenisationFrom(mixture, given, start.guess).results;
+        const auto start = HomogenisationStartOf(mixture, given, 0);
+        const auto alone = HomogenisationFrom(mixture, given, start.guess).results;
         const auto& bulk = row[3] == "liquid" ? alone.x : alone.y;
         EXPECT_EQ(row[4] + " " + row[5] + " " + row[6],
                   alone.answer + " " + bulk->volume + " " + bulk->density);
@@ -165,11 +165,11 @@ TEST(InclusionListTest, InclusionsHomogenizeAndFollowTheirTwoPhasesAsOneByOne) {
         EXPECT_EQ(two.size(), 8U);
         for (std::size_t k = 0; isochore.splitsAt(range.value(k)); ++k) {
             const procedures::EquilibriumInput input = {range.value(k), state.V};
-            const auto first = equilibriumStart(mixture, input);
-            const auto phases = equilibriumFrom(mixture, input, first.volumeFraction, first.guess);
+            const auto first = EquilibriumStartOf(mixture, input);
+            const auto phases = EquilibriumFrom(mixture, input, first.volumeFraction, first.guess);
             const auto cells = isochore.row(k, kelvin, Digits::Shown);
             EXPECT_EQ(cells[2] + " " + cells[3], phases.answer + " " + phases.y->volumeFraction);
-            EXPECT_EQ(toolkit::fixedText(*line.pathPressure(range.value(k)), 6), phases.answer);
+            EXPECT_EQ(toolkit::FixedText(*line.pathPressure(range.value(k)), 6), phases.answer);
         }
     }
 }
@@ -179,7 +179,7 @@ TEST(InclusionListTest, PathsHaveTheGoldenPressures) {
     const auto points = ReadGolden("phase_equilibria.csv", 27);
     for (const auto& row : ReadGolden("two_phases.csv", 20)) {
         const auto& point = points.at(static_cast<std::size_t>(row[0]));
-        Accept(std::span(point).first(fluid::ComponentCount));
+        Accept(std::span(point).first(fluid::componentCount));
         const fluid::Mixture& mixture = fluid::AcceptedMixture();
         const double shareOfBulk = point[11] == 0.0 ? 1.0 - row[1] : row[1];
         fluid::ComponentValues z{};
@@ -199,21 +199,21 @@ TEST(InclusionListTest, PathsHaveTheGoldenPressures) {
 }
 
 TEST(InclusionListTest, NoneOfSeveralPointsIsPickedSilently) {
-    InclusionList list = listOf(carbonic(), "273 V\n273.5 V\n300 V\n");
+    InclusionList list = ListOf(Carbonic(), "273 V\n273.5 V\n300 V\n");
     const std::string none = "nothing homogenizes into the vapour at this temperature|";
     ASSERT_EQ(list.state(1).points.size(), 2U);
-    EXPECT_EQ(column(list, 10), "|2 points: choose one|" + none);
+    EXPECT_EQ(Column(list, 10), "|2 points: choose one|" + none);
     EXPECT_EQ(list.row(1, kelvin, Digits::Shown)[5], "");
     for (const std::string step : {"point 1 of 2 125.908", "point 2 of 2 143.174"}) {
         list.chooseNextPoint({0, 1, 2});
         const auto row = list.row(1, kelvin, Digits::Shown);
         EXPECT_EQ(row[10] + " " + row[5].substr(0, 7), step);
     }
-    EXPECT_EQ(column(list, 10), "|point 2 of 2|" + none);
+    EXPECT_EQ(Column(list, 10), "|point 2 of 2|" + none);
 }
 
 TEST(InclusionListTest, KeptInclusionsStayWithTheirFluid) {
-    InclusionList list = listOf(carbonic(), "A 220 L\n");
+    InclusionList list = ListOf(Carbonic(), "A 220 L\n");
     const auto kept = list.row(0, kelvin, Digits::Full);
     list.keep();
     AcceptPure(1);
@@ -225,23 +225,23 @@ TEST(InclusionListTest, KeptInclusionsStayWithTheirFluid) {
     row.back() = kept.back();
     EXPECT_EQ(row, kept);
     EXPECT_NE(list.row(1, kelvin, Digits::Full)[5], kept[5]);
-    EXPECT_EQ(column(list, 11), "CO2 0.7, CH4 0.3||");
+    EXPECT_EQ(Column(list, 11), "CO2 0.7, CH4 0.3||");
     EXPECT_TRUE(list.fileText().starts_with("Composition = CO2 1\n"));
 }
 
 TEST(InclusionListTest, RowsAreMovedRemovedRenamedAndForgotten) {
-    const fluid::Mixture mixture = carbonic();
-    InclusionList list = listOf(mixture, "A 220 L\nB 230 L\nC 240 L\nD 250 L\nE;x\n");
+    const fluid::Mixture mixture = Carbonic();
+    InclusionList list = ListOf(mixture, "A 220 L\nB 230 L\nC 240 L\nD 250 L\nE;x\n");
     EXPECT_EQ(list.move({1, 2}, false), (InclusionList::Rows{0, 1}));
     EXPECT_EQ(list.move({0, 1}, false), (InclusionList::Rows{0, 1}));
-    EXPECT_EQ(column(list, 0), "B|C|A|D|E;x|");
+    EXPECT_EQ(Column(list, 0), "B|C|A|D|E;x|");
     EXPECT_EQ(list.move({1, 3}, true), (InclusionList::Rows{2, 4}));
-    EXPECT_EQ(column(list, 0), "B|A|C|E;x|D|");
+    EXPECT_EQ(Column(list, 0), "B|A|C|E;x|D|");
     list.remove({1, 2});
     list.rename(0, "B, \"the\" second");
     list.add({{"", GivenBy::Density, 0.4, kelvin}});
-    EXPECT_EQ(column(list, 0), "B, \"the\" second|E;x|D|4|");
-    const std::string pressures = column(list, 4);
+    EXPECT_EQ(Column(list, 0), "B, \"the\" second|E;x|D|4|");
+    const std::string pressures = Column(list, 4);
     EXPECT_TRUE(list.fileText().starts_with(
         "Composition = CO2 0.7, CH4 0.3\nName, Given, Homogenization Temperature, "))
         << list.fileText();
@@ -249,42 +249,42 @@ TEST(InclusionListTest, RowsAreMovedRemovedRenamedAndForgotten) {
               std::string::npos)
         << list.fileText();
     list.forgetResults();
-    EXPECT_EQ(column(list, 4), "||||");
-    EXPECT_EQ(column(list, 2), "230.000000||250.000000||");
-    EXPECT_EQ(column(list, 6), "|||0.400000|");
+    EXPECT_EQ(Column(list, 4), "||||");
+    EXPECT_EQ(Column(list, 2), "230.000000||250.000000||");
+    EXPECT_EQ(Column(list, 6), "|||0.400000|");
     list.calculate({mixture, ""});
-    EXPECT_EQ(column(list, 4), pressures);
+    EXPECT_EQ(Column(list, 4), pressures);
 }
 
 TEST(InclusionListTest, TrappingConditionsLieOnTheIsochores) {
-    const fluid::Mixture mixture = carbonic();
-    InclusionList list = listOf(mixture, "220 L\n250 L\n273.5 V\n1e120 cm3/mol\n5 g/cm3\n");
+    const fluid::Mixture mixture = Carbonic();
+    InclusionList list = ListOf(mixture, "220 L\n250 L\n273.5 V\n1e120 cm3/mol\n5 g/cm3\n");
     const std::string cold = "it homogenizes above this trapping ";
     const std::string several = "|2 points: choose one|";
     list.setTrapping({WrittenTemperature::typed(-33.15, celsius), {}});
-    EXPECT_EQ(column(list, 8), "240.000000|||240.000000||");
-    EXPECT_TRUE(column(list, 10).starts_with("|" + cold + "temperature" + several));
-    EXPECT_NE(column(list, 10).find("|the molar volume must be larger"), std::string::npos);
+    EXPECT_EQ(Column(list, 8), "240.000000|||240.000000||");
+    EXPECT_TRUE(Column(list, 10).starts_with("|" + cold + "temperature" + several));
+    EXPECT_NE(Column(list, 10).find("|the molar volume must be larger"), std::string::npos);
     const std::string P = list.row(0, kelvin, Digits::Full)[9];
-    list.setTrapping({{}, toolkit::numberOrZero(P)});
-    EXPECT_NEAR(toolkit::numberOrZero(list.row(0, kelvin, Digits::Full)[8]), 240.0, 1e-10);
+    list.setTrapping({{}, toolkit::NumberOrZero(P)});
+    EXPECT_NEAR(toolkit::NumberOrZero(list.row(0, kelvin, Digits::Full)[8]), 240.0, 1e-10);
     list.setTrapping({{}, 1e-121});
-    EXPECT_TRUE(column(list, 10).starts_with(cold + "pressure|" + cold + "pressure" + several))
-        << column(list, 10);
-    EXPECT_NE(column(list, 10).find("so cold that it is not known"), std::string::npos);
+    EXPECT_TRUE(Column(list, 10).starts_with(cold + "pressure|" + cold + "pressure" + several))
+        << Column(list, 10);
+    EXPECT_NE(Column(list, 10).find("so cold that it is not known"), std::string::npos);
     // An own condition comes before that of all, and stays without a result.
     list.setTrapping({0, 1}, {WrittenTemperature::typed(300.0, kelvin), {}});
-    EXPECT_EQ(column(list, 8).substr(0, 24), "300.000000|300.000000|||");
+    EXPECT_EQ(Column(list, 8).substr(0, 24), "300.000000|300.000000|||");
     list.setTrapping({1}, {});
     list.setTrapping({{}, 20.0});
-    EXPECT_EQ(column(list, 9).substr(0, 23),
+    EXPECT_EQ(Column(list, 9).substr(0, 23),
               list.row(0, kelvin, Digits::Shown)[9] + "|20.000000||20");
     list.forgetResults();
-    EXPECT_EQ(column(list, 8) + column(list, 9), "300.000000||||||||||");
+    EXPECT_EQ(Column(list, 8) + Column(list, 9), "300.000000||||||||||");
 }
 
 TEST(InclusionListTest, LinesSayWhereThreePhasesAreAndWhereNothingIsSearched) {
-    const fluid::Mixture mixture = of({5e11, 3e11, 0, 0, 0, 0, 0, 0, 0, 2e11, 0});
+    const fluid::Mixture mixture = Of({5e11, 3e11, 0, 0, 0, 0, 0, 0, 0, 2e11, 0});
     const InclusionState state =
         procedures::StateOf(mixture, {"", GivenBy::MolarVolume, 70.0, kelvin});
     using State = procedures::InclusionLine::State;
@@ -328,11 +328,11 @@ TEST(InclusionListTest, LinesSayWhereThreePhasesAreAndWhereNothingIsSearched) {
 }
 
 TEST(InclusionListTest, ProposedTemperaturesAreRoundAndHoldWhatHappens) {
-    const fluid::Mixture mixture = carbonic();
-    const InclusionList list = listOf(mixture, "220 L\n250 L\n");
+    const fluid::Mixture mixture = Carbonic();
+    const InclusionList list = ListOf(mixture, "220 L\n250 L\n");
     for (const auto& scale : {kelvin, celsius}) {
         const auto range =
-            procedures::proposedTemperatures(mixture, {list.state(0), list.state(1)}, scale);
+            procedures::ProposedTemperatures(mixture, {list.state(0), list.state(1)}, scale);
         EXPECT_EQ(range.values.decimals(), 0);
         EXPECT_GE(range.count(), 40U);
         EXPECT_LE(range.count(), 60U);

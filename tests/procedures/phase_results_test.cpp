@@ -26,9 +26,9 @@ const std::string unstable =
 const std::string homogeneous = "the fluid is homogeneous at this temperature and density";
 const std::string solution = "solution";  // and how it was reached
 
-/// Answer and volume fractions, the report, and the warning, as the screen shows them, with the
-/// headings; of numbers that are no answer only whether there are any.
-std::string shown(const procedures::PhaseResults& results) {
+// Answer and volume fractions, the report, and the warning, as the screen shows them, with the
+// headings; of numbers that are no answer only whether there are any.
+std::string Shown(const procedures::PhaseResults& results) {
     const auto phase = [](const auto& texts) {
         return texts ? texts->role + " " + texts->volumeFraction : "none";
     };
@@ -128,14 +128,14 @@ TEST(HomogenisationConditionsTest, AnswersAreTrueAndNoSentenceDeniesThem) {
               0,
               nowhere,
               "0.007980|solution|" + unstable + "|" + liquid}}) {
-        const fluid::Mixture& mixture = accepted(c.fractions);
-        const auto start = procedures::homogenisationStart(mixture, c.input, c.point);
+        const fluid::Mixture& mixture = Accepted(c.fractions);
+        const auto start = procedures::HomogenisationStartOf(mixture, c.input, c.point);
         SCOPED_TRACE(c.input.value);
         EXPECT_EQ(start.warning, c.said);
         // What is shown of the first approach is taken again.
         EXPECT_GT(c.input.taken(c.input.shown(start.guess.unknown)), 0.0);
-        const auto answer = procedures::homogenisationFrom(mixture, c.input, start.guess);
-        EXPECT_EQ(shown(answer.results), c.shown);
+        const auto answer = procedures::HomogenisationFrom(mixture, c.input, start.guess);
+        EXPECT_EQ(Shown(answer.results), c.shown);
     }
 }
 
@@ -189,13 +189,13 @@ TEST(TwoPhasesTest, AnswersAreTrueAndNoSentenceDeniesThem) {
               {100.0, 44.0},
               unstable,
               "0.007981|solution|" + unstable + "| (liquid) 0.89810530| (vapour) 0.10189470"}}) {
-        const fluid::Mixture& mixture = accepted(c.fractions);
-        const auto start = procedures::equilibriumStart(mixture, c.input);
+        const fluid::Mixture& mixture = Accepted(c.fractions);
+        const auto start = procedures::EquilibriumStartOf(mixture, c.input);
         SCOPED_TRACE(c.input.V);
         EXPECT_EQ(start.warning, c.said);
         EXPECT_GT(start.guess.unknown, 0.0);
         EXPECT_EQ(
-            shown(procedures::equilibriumFrom(mixture, c.input, start.volumeFraction, start.guess)),
+            Shown(procedures::EquilibriumFrom(mixture, c.input, start.volumeFraction, start.guess)),
             c.shown);
     }
 }
@@ -203,11 +203,11 @@ TEST(TwoPhasesTest, AnswersAreTrueAndNoSentenceDeniesThem) {
 TEST(PhaseSentencesTest, PointsAreNamedByWhatBothPhasesAre) {
     const auto nameAt = [](double V) {
         const auto point = fluid::FindBoundary(fluid::AcceptedMixture(), V);
-        return point ? procedures::pointName(*point) : "none";
+        return point ? procedures::PointName(*point) : "none";
     };
-    accepted({{"H2O", 0.934}, {"C2H6", 0.066}});
+    Accepted({{"H2O", 0.934}, {"C2H6", 0.066}});
     EXPECT_EQ(nameAt(40.4) + nameAt(50.0), "liquid-liquid pointbubble point");
-    accepted({{"CO2", 0.7}, {"CH4", 0.3}});  // critical at 123.28
+    Accepted({{"CO2", 0.7}, {"CH4", 0.3}});  // critical at 123.28
     EXPECT_EQ(nameAt(123.2) + nameAt(123.4), "bubble pointdew point");
 }
 

@@ -20,19 +20,19 @@ using procedures::Amount;
 using procedures::Digits;
 using procedures::StateTable;
 
-/// Eleven counts of 10^-12 from the fractions of CO2, CH4, N2 and H2O.
-const fluid::Mixture& accepted(double CO2, double CH4 = 0.0, double N2 = 0.0, double H2O = 0.0) {
+// Eleven counts of 10^-12 from the fractions of CO2, CH4, N2 and H2O.
+const fluid::Mixture& Accepted(double CO2, double CH4 = 0.0, double N2 = 0.0, double H2O = 0.0) {
     std::vector<double> counts = {H2O, CO2, N2, 0, 0, 0, 0, 0, 0, CH4, 0};
     for (double& count : counts) count = std::round(count * 1e12);
     Accept(counts);
     return fluid::AcceptedMixture();
 }
 
-FluidState stateAt(double T, double P) {
+FluidState StateAt(double T, double P) {
     return fluid::StateAt(fluid::AcceptedMixture(), T, P);
 }
 
-double numberAt(const StateTable& table, std::size_t line, std::size_t column) {
+double NumberAt(const StateTable& table, std::size_t line, std::size_t column) {
     return table.lines.at(line).numbers.at(column).value.value();
 }
 
@@ -58,25 +58,25 @@ TEST(FluidStates, OneJudgeSaysWhatIsStableAndWhatItIs) {
     for (const Case& c : cases) {
         std::vector<double> x = c.fractions;
         x.resize(4);
-        const fluid::Mixture& mixture = accepted(x[0], x[1], x[2], x[3]);
-        const FluidState state = stateAt(c.T, c.P);
+        const fluid::Mixture& mixture = Accepted(x[0], x[1], x[2], x[3]);
+        const FluidState state = StateAt(c.T, c.P);
         SCOPED_TRACE(testing::Message() << c.T << " K " << c.P << " MPa");
         std::string stabilities;
         for (const FluidState::Volume& volume : state.volumes) {
             stabilities += "smu?"[static_cast<std::size_t>(volume.stability)];
         }
         EXPECT_EQ(stabilities, c.stabilities);
-        const std::string sentence = procedures::stateSentence(mixture, state);
+        const std::string sentence = procedures::StateSentence(mixture, state);
         EXPECT_TRUE(sentence.starts_with(c.sentence)) << sentence;
     }
-    EXPECT_DOUBLE_EQ(stateAt(1.0, 1.0).T, 1.0);
+    EXPECT_DOUBLE_EQ(StateAt(1.0, 1.0).T, 1.0);
 }
 
-/// At its own critical point, where the cubic by rule has no root, a pure gas has three equal ones.
+// At its own critical point, where the cubic by rule has no root, a pure gas has three equal ones.
 TEST(FluidStates, PureGasesHaveThreeCovolumesAtTheirCriticalPoints) {
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
         AcceptPure(i);
-        const FluidState state = stateAt(fluid::Tc[0], fluid::Pc[0]);
+        const FluidState state = StateAt(fluid::Tc[0], fluid::Pc[0]);
         ASSERT_EQ(state.volumes.size(), 1U) << i;
         EXPECT_LT(RelativeError(state.volumes[0].V, 3.0 * fluid::b[0]), 1e-14) << i;
         EXPECT_EQ(state.volumes[0].stability, Stability::Stable) << i;
@@ -86,16 +86,16 @@ TEST(FluidStates, PureGasesHaveThreeCovolumesAtTheirCriticalPoints) {
 TEST(PropertyTables, PhasesObeyTheIdentitiesAndAddUpToTheWhole) {
     enum Line : std::size_t { V, Density, Z, U, H, S, A, G };
     for (const auto& [T, P] : {std::pair(220.0, 3.0), {215.0, 2.5}, {225.0, 3.2}}) {
-        const fluid::Mixture& mixture = accepted(0.7, 0.3);
-        const FluidState state = stateAt(T, P);
+        const fluid::Mixture& mixture = Accepted(0.7, 0.3);
+        const FluidState state = StateAt(T, P);
         ASSERT_TRUE(state.split) << T << ' ' << P;
-        const auto table = propertiesAt(mixture, state, {}, Amount::Mole);
+        const auto table = PropertiesAt(mixture, state, {}, Amount::Mole);
         EXPECT_EQ(table.heads,
                   (StateTable::Row{"property", "unit", "phase X", "phase Y", "whole"}));
-        const double share = (numberAt(table, V, 2) - numberAt(table, V, 0)) /
-                             (numberAt(table, V, 1) - numberAt(table, V, 0));
+        const double share = (NumberAt(table, V, 2) - NumberAt(table, V, 0)) /
+                             (NumberAt(table, V, 1) - NumberAt(table, V, 0));
         for (const std::size_t column : {0U, 1U, 2U}) {
-            const auto at = [&](std::size_t line) { return numberAt(table, line, column); };
+            const auto at = [&](std::size_t line) { return NumberAt(table, line, column); };
             const double scale = std::abs(at(H));
             EXPECT_LT(Error(at(H), at(U) + P * at(V), scale), 1e-13);
             EXPECT_LT(Error(at(G), at(H) - T * at(S), scale), 1e-13);
@@ -104,44 +104,44 @@ TEST(PropertyTables, PhasesObeyTheIdentitiesAndAddUpToTheWhole) {
         }
         for (const std::size_t line : {U, H, S, A, G}) {
             EXPECT_LT(
-                RelativeError(numberAt(table, line, 2), (1.0 - share) * numberAt(table, line, 0) +
-                                                            share * numberAt(table, line, 1)),
+                RelativeError(NumberAt(table, line, 2), (1.0 - share) * NumberAt(table, line, 0) +
+                                                            share * NumberAt(table, line, 1)),
                 1e-12);
         }
         // A gas has one potential in both phases, and the mean of all is the Gibbs energy.
-        const auto gases = procedures::potentialsAt(mixture, state, {});
+        const auto gases = procedures::PotentialsAt(mixture, state, {});
         ASSERT_EQ(gases.lines.size(), 4U);
         double G = 0.0;
         for (const std::size_t k : {0U, 1U}) {
-            const double potential = numberAt(gases, k, 1);
-            EXPECT_LT(RelativeError(numberAt(gases, k + 2, 1), potential), 1e-12);
+            const double potential = NumberAt(gases, k, 1);
+            EXPECT_LT(RelativeError(NumberAt(gases, k + 2, 1), potential), 1e-12);
             EXPECT_LT(
-                Error((1.0 - share) * numberAt(gases, k, 0) + share * numberAt(gases, k + 2, 0),
+                Error((1.0 - share) * NumberAt(gases, k, 0) + share * NumberAt(gases, k + 2, 0),
                       mixture.z[k], 1.0),
                 1e-12);
             G += mixture.z[k] * potential;
         }
-        EXPECT_LT(RelativeError(G, numberAt(table, Line::G, 2)), 1e-12);
+        EXPECT_LT(RelativeError(G, NumberAt(table, Line::G, 2)), 1e-12);
         // One mole of each phase weighs its own.
-        const auto perMass = propertiesAt(mixture, state, {}, Amount::Kilogram);
+        const auto perMass = PropertiesAt(mixture, state, {}, Amount::Kilogram);
         for (const std::size_t column : {0U, 1U, 2U}) {
             EXPECT_LT(
-                RelativeError(numberAt(perMass, V, column), 1.0 / numberAt(table, Density, column)),
+                RelativeError(NumberAt(perMass, V, column), 1.0 / NumberAt(table, Density, column)),
                 1e-12);
-            EXPECT_LT(RelativeError(numberAt(perMass, H, column),
-                                    numberAt(table, H, column) / numberAt(table, V, column) /
-                                        numberAt(table, Density, column)),
+            EXPECT_LT(RelativeError(NumberAt(perMass, H, column),
+                                    NumberAt(table, H, column) / NumberAt(table, V, column) /
+                                        NumberAt(table, Density, column)),
                       1e-12);
         }
     }
 }
 
-/// From two phases of known state a bulk is mixed, which has their properties by their amounts.
+// From two phases of known state a bulk is mixed, which has their properties by their amounts.
 TEST(PropertyTables, PhasesAndTheirWholeHaveTheGoldenProperties) {
     const auto points = ReadGolden("phase_equilibria.csv", 27);
     for (const auto& row : ReadGolden("two_phases.csv", 20)) {
         const auto& point = points.at(static_cast<std::size_t>(row[0]));
-        Accept(std::span(point).first(fluid::ComponentCount));
+        Accept(std::span(point).first(fluid::componentCount));
         const fluid::Mixture& mixture = fluid::AcceptedMixture();
         const double shareOfBulk = point[11] == 0.0 ? 1.0 - row[1] : row[1];
         fluid::ComponentValues z{};
@@ -152,11 +152,11 @@ TEST(PropertyTables, PhasesAndTheirWholeHaveTheGoldenProperties) {
         const auto bulk = fluid::WithFractions(mixture, z);
         const FluidState state = fluid::StateAt(bulk, point[12], point[13]);
         ASSERT_TRUE(state.split) << row[0];
-        const auto table = propertiesAt(bulk, state, {}, Amount::Mole);
+        const auto table = PropertiesAt(bulk, state, {}, Amount::Mole);
         for (std::size_t i = 0; i < 18; ++i) {
             constexpr std::array<std::size_t, 6> lines = {0, 3, 4, 5, 6, 7};
             const double scale = i % 6 == 3 ? fluid::R : i % 6 == 0 ? 0.0 : fluid::R * point[12];
-            EXPECT_LT(Error(numberAt(table, lines[i % 6], i / 6), row[2 + i],
+            EXPECT_LT(Error(NumberAt(table, lines[i % 6], i / 6), row[2 + i],
                             scale + std::abs(row[2 + i])),
                       1e-11)
                 << row[0] << ' ' << i;
@@ -164,12 +164,12 @@ TEST(PropertyTables, PhasesAndTheirWholeHaveTheGoldenProperties) {
     }
 }
 
-/// The slope of the enthalpy over the temperature is Cp, and along the saturation curve of a pure
-/// gas the pressure rises as Clausius and Clapeyron have it.
+// The slope of the enthalpy over the temperature is Cp, and along the saturation curve of a pure
+// gas the pressure rises as Clausius and Clapeyron have it.
 TEST(PropertyTables, NeighbouringStatesAgree) {
-    const fluid::Mixture& mixture = accepted(1.0);
+    const fluid::Mixture& mixture = Accepted(1.0);
     const auto at = [&](double T, double P, std::size_t volume, std::size_t line) {
-        return numberAt(propertiesAt(mixture, stateAt(T, P), volume, Amount::Mole), line, 2);
+        return NumberAt(PropertiesAt(mixture, StateAt(T, P), volume, Amount::Mole), line, 2);
     };
     constexpr double step = 1e-3;
     EXPECT_LT(
@@ -191,9 +191,9 @@ TEST(PropertyTables, NeighbouringStatesAgree) {
 }
 
 TEST(PropertyTables, InversionIsGivenWhereTheFluidIsStable) {
-    accepted(0.0, 0.0, 1.0);
+    Accepted(0.0, 0.0, 1.0);
     const auto sentence = [](double P) {
-        return procedures::inversionSentence(fluid::AcceptedMixture(), P);
+        return procedures::InversionSentence(fluid::AcceptedMixture(), P);
     };
     // The cold point of a low pressure belongs to a liquid that would boil.
     EXPECT_EQ(sentence(0.1).find(" and "), std::string::npos) << sentence(0.1);
@@ -202,19 +202,19 @@ TEST(PropertyTables, InversionIsGivenWhereTheFluidIsStable) {
 }
 
 TEST(PropertyTables, RowsHaveFixedDecimalsOnTheScreenAndAllDigitsInCopies) {
-    const fluid::Mixture& mixture = accepted(0.7, 0.3);
-    const auto table = propertiesAt(mixture, stateAt(300.0, 10.0), 0, Amount::Mole);
+    const fluid::Mixture& mixture = Accepted(0.7, 0.3);
+    const auto table = PropertiesAt(mixture, StateAt(300.0, 10.0), 0, Amount::Mole);
     const auto& enthalpy = table.lines.at(4);
-    EXPECT_EQ(rowOf(enthalpy, Digits::Shown),
+    EXPECT_EQ(RowOf(enthalpy, Digits::Shown),
               (StateTable::Row{"enthalpy", "J/mol", "-297769.027", "-3969.194", "-301738.221"}));
-    const auto full = rowOf(enthalpy, Digits::Full);
+    const auto full = RowOf(enthalpy, Digits::Full);
     EXPECT_GT(full[4].size(), 15U);
     EXPECT_EQ(std::stod(full[4]), enthalpy.numbers[2].value);
-    EXPECT_EQ(rowOf(table.lines.at(10), Digits::Shown)[3], "");  // Cp/Cv has no residual part
+    EXPECT_EQ(RowOf(table.lines.at(10), Digits::Shown)[3], "");  // Cp/Cv has no residual part
 }
 
 TEST(PropertyTables, WhatIsMissingHasItsReasonAndWhatIsNotStableItsName) {
-    const fluid::Mixture& mixture = accepted(0.7, 0.3);
+    const fluid::Mixture& mixture = Accepted(0.7, 0.3);
     struct Case {
         double T, P;
         std::size_t volume;
@@ -227,16 +227,16 @@ TEST(PropertyTables, WhatIsMissingHasItsReasonAndWhatIsNotStableItsName) {
                                      {7000.0, 10.0, 0, "total", "ideal-gas data"},
                                      {300.0, 1e-303, 0, "total", "too large for a number"}};
     for (const Case& c : cases) {
-        const auto table = propertiesAt(mixture, stateAt(c.T, c.P), c.volume, Amount::Mole);
+        const auto table = PropertiesAt(mixture, StateAt(c.T, c.P), c.volume, Amount::Mole);
         SCOPED_TRACE(testing::Message() << c.T << " K " << c.P << " MPa");
         EXPECT_EQ(table.heads.back(), c.head);
         EXPECT_TRUE(c.note.empty() ? table.note.empty()
                                    : table.note.find(c.note) != std::string::npos)
             << table.note;
-        const auto gases = procedures::potentialsAt(mixture, stateAt(c.T, c.P), c.volume);
+        const auto gases = procedures::PotentialsAt(mixture, StateAt(c.T, c.P), c.volume);
         for (const auto* const each : {&table, &gases}) {
             for (const auto& line : each->lines) {
-                for (const std::string& cell : rowOf(line, Digits::Shown)) {
+                for (const std::string& cell : RowOf(line, Digits::Shown)) {
                     EXPECT_TRUE(cell.find("nan") == std::string::npos && cell != "inf") << cell;
                 }
             }

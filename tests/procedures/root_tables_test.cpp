@@ -18,25 +18,25 @@ using fluid::Mixture;
 using procedures::StandardState;
 using procedures::TypedState;
 
-/// Makes the first eleven numbers of a row the composition of the model.
-const Mixture& accepted(std::span<const double> row) {
-    Accept(row.first(fluid::ComponentCount));
+// Makes the first eleven numbers of a row the composition of the model.
+const Mixture& Accepted(std::span<const double> row) {
+    Accept(row.first(fluid::componentCount));
     return fluid::AcceptedMixture();
 }
 
-const Mixture& accepted(std::size_t gas) {
+const Mixture& Accepted(std::size_t gas) {
     AcceptPure(gas);
     return fluid::AcceptedMixture();
 }
 
 TEST(RootTables, VolumesOfAMixtureAndItsGasesAreTheGoldenOnes) {
     for (const auto& row : ReadGolden("volumes.csv", 58)) {
-        const Mixture& mixture = accepted(row);
-        const double T = toolkit::numberOrZero(toolkit::fixedText(row[12], 3));  // as is shown
+        const Mixture& mixture = Accepted(row);
+        const double T = toolkit::NumberOrZero(toolkit::FixedText(row[12], 3));  // as is shown
         const TypedState state{T + (row[11] > 0.0 ? 273.15 : 0.0), row[13]};
         SCOPED_TRACE(testing::Message() << state.T << " K " << state.P << " MPa");
         const auto number = static_cast<std::size_t>(row[20]);
-        const auto parts = volumePartsAt(mixture, state, number);
+        const auto parts = VolumePartsAt(mixture, state, number);
         EXPECT_LT(RelativeError(parts.root.V, row[14 + 2 * number]), 1e-13);
         EXPECT_LT(RelativeError(parts.root.slope, row[21]), 1e-11);
         EXPECT_LT(RelativeError(parts.root.density, row[22]), 1e-13);
@@ -46,16 +46,16 @@ TEST(RootTables, VolumesOfAMixtureAndItsGasesAreTheGoldenOnes) {
         ASSERT_EQ(parts.gases.size(), mixture.count);
         for (std::size_t k = 0; k < mixture.count; ++k) {
             const std::size_t i = mixture.index[k];
-            EXPECT_EQ(parts.gases[k].formula, fluid::ComponentFormulas[i]);
+            EXPECT_EQ(parts.gases[k].formula, fluid::componentFormulas[i]);
             EXPECT_LT(RelativeError(parts.gases[k].pure.value(), row[25 + i]), 1e-13);
             EXPECT_LT(Error(parts.gases[k].partial.value(), row[36 + i], parts.root.V), 1e-13);
             if (row[47 + i] > 0.0) {
                 multiple += multiple.empty() ? " " : ", ";
-                multiple += fluid::ComponentFormulas[i];
+                multiple += fluid::componentFormulas[i];
             }
         }
         EXPECT_EQ(
-            multipleSentence(parts),
+            MultipleSentence(parts),
             multiple.empty() ? "" : "warning: multiple solution for Vm(ideal) of pure" + multiple);
     }
 }
@@ -63,12 +63,12 @@ TEST(RootTables, VolumesOfAMixtureAndItsGasesAreTheGoldenOnes) {
 TEST(RootTables, FugacitiesAndPartialVolumesAreTheGoldenOnes) {
     int guarded = 0;
     for (const auto& row : ReadGolden("phases.csv", 38)) {
-        const Mixture& mixture = accepted(row);
+        const Mixture& mixture = Accepted(row);
         const TypedState state{row[11], row[12]};
         SCOPED_TRACE(testing::Message() << state.T << " K " << state.P << " MPa");
         const auto number = static_cast<std::size_t>(row[13]);
-        const auto table = fugacitiesAt(mixture, state, number);
-        const auto parts = volumePartsAt(mixture, state, number);
+        const auto table = FugacitiesAt(mixture, state, number);
+        const auto parts = VolumePartsAt(mixture, state, number);
         const double V = table.root.V;
         EXPECT_LT(RelativeError(V, row[14]), 1e-14);
         EXPECT_LT(RelativeError(table.root.slope, row[15]), 1e-12);
@@ -89,7 +89,7 @@ TEST(RootTables, FugacitiesAndPartialVolumesAreTheGoldenOnes) {
                 ++guarded;
             }
         }
-        EXPECT_EQ(guardSentence(table).find(" of" + names + " has no number") != std::string::npos,
+        EXPECT_EQ(GuardSentence(table).find(" of" + names + " has no number") != std::string::npos,
                   !names.empty());
     }
     EXPECT_GT(guarded, 0);
@@ -97,12 +97,12 @@ TEST(RootTables, FugacitiesAndPartialVolumesAreTheGoldenOnes) {
 
 TEST(RootTables, ActivitiesAreTheGoldenOnes) {
     for (const auto& row : ReadGolden("activities.csv", 37)) {
-        const Mixture& mixture = accepted(row);
+        const Mixture& mixture = Accepted(row);
         const TypedState state{row[11], row[12]};
         SCOPED_TRACE(testing::Message() << state.T << " K " << state.P << " MPa");
-        const auto fugacities = fugacitiesAt(mixture, state, static_cast<std::size_t>(row[13]));
-        const auto real = activitiesAt(mixture, state, fugacities, StandardState::Real, row[14]);
-        const auto ideal = activitiesAt(mixture, state, fugacities, StandardState::Ideal, row[14]);
+        const auto fugacities = FugacitiesAt(mixture, state, static_cast<std::size_t>(row[13]));
+        const auto real = ActivitiesAt(mixture, state, fugacities, StandardState::Real, row[14]);
+        const auto ideal = ActivitiesAt(mixture, state, fugacities, StandardState::Ideal, row[14]);
         for (std::size_t k = 0; k < mixture.count; ++k) {
             const std::size_t i = mixture.index[k];
             const double x = mixture.fractions[k];
@@ -117,20 +117,20 @@ TEST(RootTables, ActivitiesAreTheGoldenOnes) {
     }
     // A gas without a volume has no standard state; at a negative pressure its coefficient is 1.
     const std::vector<double> half = {0, 0, 0, 0, 0, 5e11, 0, 0, 0, 5e11, 0};
-    const Mixture& mixture = accepted(half);
+    const Mixture& mixture = Accepted(half);
     const TypedState critical{190.564, 4.5922};
-    const auto table = activitiesAt(mixture, critical, fugacitiesAt(mixture, critical, 0),
+    const auto table = ActivitiesAt(mixture, critical, FugacitiesAt(mixture, critical, 0),
                                     StandardState::Real, -1.0);
-    EXPECT_EQ(activityRow(table.gases.at(1)),
+    EXPECT_EQ(ActivityRow(table.gases.at(1)),
               (std::vector<std::string>{"CH4", "---", "---", "---"}));
-    EXPECT_EQ(guardSentence(table),
+    EXPECT_EQ(GuardSentence(table),
               "A fugacity coefficient of H2 has no number here: 1 stands in "
               "its place.");
-    EXPECT_EQ(volumeRow(volumePartsAt(mixture, critical, 0).gases.at(1))[1], "---");
-    EXPECT_FALSE(volumePartsAt(mixture, critical, 0).ideal);
+    EXPECT_EQ(VolumeRow(VolumePartsAt(mixture, critical, 0).gases.at(1))[1], "---");
+    EXPECT_FALSE(VolumePartsAt(mixture, critical, 0).ideal);
 }
 
-/// Numbers of any size give a volume or none, and never another number than they have.
+// Numbers of any size give a volume or none, and never another number than they have.
 TEST(RootTables, WhatIsNoVolumeIsSaidAndNothingIsInfinite) {
     struct Case {
         std::size_t gas;
@@ -146,19 +146,19 @@ TEST(RootTables, WhatIsNoVolumeIsSaidAndNothingIsInfinite) {
         {1, {300.0, 1.7e308}, "Negative slope dP/dV = --- (stable field)"},
         {1, {1e250, 4e251}, "Negative slope dP/dV = -1.924"}};
     for (const Case& c : cases) {
-        const Mixture& mixture = accepted(c.gas);
-        const auto table = fugacitiesAt(mixture, c.state, 0);
+        const Mixture& mixture = Accepted(c.gas);
+        const auto table = FugacitiesAt(mixture, c.state, 0);
         const bool isNone = table.root.kind == procedures::RootVolume::Kind::None;
         EXPECT_EQ(isNone, *c.slope == '\0') << c.state.P;
         EXPECT_EQ(table.gases.empty(), isNone);
-        EXPECT_TRUE(isNone || procedures::slopeSentence(table.root.slope).starts_with(c.slope));
+        EXPECT_TRUE(isNone || procedures::SlopeSentence(table.root.slope).starts_with(c.slope));
         for (const auto& gas : table.gases) {
-            for (const std::string& cell : fugacityRow(gas)) {
+            for (const std::string& cell : FugacityRow(gas)) {
                 EXPECT_EQ(cell.find_first_of("if"), std::string::npos) << cell;
             }
         }
     }
-    EXPECT_EQ(procedures::slopeSentence(0.0),
+    EXPECT_EQ(procedures::SlopeSentence(0.0),
               "Positive slope dP/dV = 0 (meta-stable). Choose another solution");
 }
 

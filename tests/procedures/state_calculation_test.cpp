@@ -13,15 +13,15 @@
 
 namespace {
 
-using procedures::pressureAt;
-using procedures::temperatureAt;
+using procedures::PressureAt;
+using procedures::TemperatureAt;
 
-fluid::Mixture accepted(const std::vector<double>& counts) {
-    Accept(std::span(counts).first(fluid::ComponentCount));
+fluid::Mixture Accepted(const std::vector<double>& counts) {
+    Accept(std::span(counts).first(fluid::componentCount));
     return fluid::AcceptedMixture();
 }
 
-double volumeOf(const std::vector<double>& row) {
+double VolumeOf(const std::vector<double>& row) {
     return row[12] > 0.0 ? fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), row[14])
                          : row[14];
 }
@@ -31,13 +31,13 @@ TEST(StateCalculationTest, PressuresAndTemperaturesAreTheGoldenOnes) {
         return procedures::TemperatureScale{"", row[11] > 0.0 ? procedures::zeroCelsius : 0.0};
     };
     for (const auto& row : ReadGolden("pressures.csv", 17)) {
-        const fluid::Mixture mixture = accepted(row);
-        const auto P = pressureAt(mixture, volumeOf(row), scaleOf(row).toKelvin(row[13]));
+        const fluid::Mixture mixture = Accepted(row);
+        const auto P = PressureAt(mixture, VolumeOf(row), scaleOf(row).toKelvin(row[13]));
         EXPECT_LT(RelativeError(P.value_or(0.0), row[15]), 1e-13) << row[15];
     }
     for (const auto& row : ReadGolden("temperatures.csv", 16)) {
-        const fluid::Mixture mixture = accepted(row);
-        const auto result = temperatureAt(mixture, volumeOf(row), row[13]);
+        const fluid::Mixture mixture = Accepted(row);
+        const auto result = TemperatureAt(mixture, VolumeOf(row), row[13]);
         const double kelvin = scaleOf(row).toKelvin(row[15]);
         ASSERT_TRUE(result.has_value());
         EXPECT_LT(Error(scaleOf(row).fromKelvin(result->T), row[15], kelvin), 1e-13) << row[15];
@@ -56,10 +56,10 @@ TEST(StateCalculationTest, WhatIsNoStateIsRefusedAndNegativeNumbersAreWarnedOf) 
                                                                      {30.5, 1e308},
                                                                      {infinity, 300.0},
                                                                      {80.0, infinity}}) {
-        EXPECT_FALSE(pressureAt(water, V, T)) << V << ' ' << T;
+        EXPECT_FALSE(PressureAt(water, V, T)) << V << ' ' << T;
     }
     const double b = fluid::AcceptedMixture().covolume;
-    EXPECT_EQ(pressureAt(water, b, 300.0), 0.0);
+    EXPECT_EQ(PressureAt(water, b, 300.0), 0.0);
 
     const std::string negative = "Negative pressures are not excluded. ";
     struct Case {
@@ -78,7 +78,7 @@ TEST(StateCalculationTest, WhatIsNoStateIsRefusedAndNegativeNumbersAreWarnedOf) 
                            {b, -1e6, false, negative + "Warning: temperature = 0 K"},
                            {20.0, 10.0, false, "Warning: temperature = -1756.8777397450378 K"}}) {
         SCOPED_TRACE(c.V);
-        const auto result = temperatureAt(water, c.V, c.P);
+        const auto result = TemperatureAt(water, c.V, c.P);
         ASSERT_EQ(!result, c.isRefused);
         EXPECT_EQ(result ? result->warning : "", c.warning);
     }

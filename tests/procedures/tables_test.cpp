@@ -34,30 +34,30 @@ using procedures::WrittenTemperature;
 const TemperatureScale kelvin = procedures::kelvinScale;
 const TemperatureScale celsius = procedures::celsiusScale;
 
-/// CO2 and CH4, and the mixture of three gases that has three volumes of the diffusional spinodal.
-fluid::Mixture carbonic() {
+// CO2 and CH4, and the mixture of three gases that has three volumes of the diffusional spinodal.
+fluid::Mixture Carbonic() {
     Accept(std::array<double, 11>{0, 7e11, 0, 0, 0, 0, 0, 0, 0, 3e11, 0});
     return fluid::AcceptedMixture();
 }
-fluid::Mixture aqueous() {
+fluid::Mixture Aqueous() {
     Accept(std::array<double, 11>{741e9, 0, 0, 0, 0, 0, 11e9, 0, 0, 0, 248e9});
     return fluid::AcceptedMixture();
 }
 
-TemperatureRange between(double first, double last, double step,
+TemperatureRange Between(double first, double last, double step,
                          const TemperatureScale& scale = kelvin) {
     return {*ValueRange::of(first, last, step), scale};
 }
 
-IsochoreInput isochore(double V, double first, double last, double step) {
-    return {V, between(first, last, step)};
+IsochoreInput Isochore(double V, double first, double last, double step) {
+    return {V, Between(first, last, step)};
 }
 
-IsothermInput isotherm(double T, double first, double last, double step) {
+IsothermInput Isotherm(double T, double first, double last, double step) {
     return {WrittenTemperature::typed(T, kelvin), ValueRange::of(first, last, step), false};
 }
 
-std::string line(const SeriesTable& table, std::size_t number,
+std::string Line(const SeriesTable& table, std::size_t number,
                  const TemperatureScale& scale = kelvin, Digits digits = Digits::Shown) {
     std::string cells;
     for (const std::string& cell : table.row(number, scale, digits)) {
@@ -66,7 +66,7 @@ std::string line(const SeriesTable& table, std::size_t number,
     return cells;
 }
 
-std::string contentsOf(const std::string& file) {
+std::string ContentsOf(const std::string& file) {
     std::ifstream stream(DROVAN_TEST_DATA "/" + file);
     std::ostringstream contents;
     contents << stream.rdbuf();
@@ -103,39 +103,39 @@ TEST(TablesTest, RangesReachTheirLastValueInDecimalSteps) {
     }
     EXPECT_FALSE(ValueRange::of(0.0, 1.0, 0.0));
     EXPECT_FALSE(ValueRange::of(-1e308, 1e308, 1.0));
-    EXPECT_EQ(between(100.0, 200.0, 0.1).at(0).celsius, -173.15);
-    EXPECT_EQ(between(-173.15, 0.0, 0.1, celsius).at(0).kelvin, 100.0);
+    EXPECT_EQ(Between(100.0, 200.0, 0.1).at(0).celsius, -173.15);
+    EXPECT_EQ(Between(-173.15, 0.0, 0.1, celsius).at(0).kelvin, 100.0);
 }
 
 TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
-    const fluid::Mixture mixture = carbonic();
+    const fluid::Mixture mixture = Carbonic();
     const auto isothermOf = [](double T, double first, double last, bool areDensities) {
-        IsothermInput input = isotherm(T, first, last, 1.0);
+        IsothermInput input = Isotherm(T, first, last, 1.0);
         input.areDensities = areDensities;
         return input;
     };
     using Given = SpinodalInput::Given;
-    const auto cold = between(-1.0, -1.0, 0.0);
+    const auto cold = Between(-1.0, -1.0, 0.0);
     for (const auto& [refusal, expected] : std::vector<std::pair<std::string, std::string>>{
-             {isochore(80.0, 200.0, 300.0, 10.0).refusal(mixture), ""},
-             {isochore(0.0, 200.0, 300.0, 10.0).refusal(mixture),
+             {Isochore(80.0, 200.0, 300.0, 10.0).refusal(mixture), ""},
+             {Isochore(0.0, 200.0, 300.0, 10.0).refusal(mixture),
               "put a number for molar volume or"},
              {IsochoreInput{80.0, {}}.refusal(mixture), "put a number for both temperatures and"},
-             {isochore(30.0, 200.0, 300.0, 10.0).refusal(mixture),
+             {Isochore(30.0, 200.0, 300.0, 10.0).refusal(mixture),
               "the molar volume must be larger than the co-volume of this fluid, 42.9303038 cm³"},
-             {isochore(80.0, -1.0, 300.0, 10.0).refusal(mixture), "temperatures must be above"},
-             {isochore(80.0, 200.0, 300.0, 1e-4).refusal(mixture), "these would be 1000001 temp"},
-             {isochore(80.0, 200.0, 1.7e308, 1e307).refusal(mixture), "with numbers of this size"},
-             {isotherm(220.0, 50.0, 90.0, 1.0).refusal(mixture), ""},
-             {isotherm(0.0, 50.0, 90.0, 1.0).refusal(mixture), "put a number for temperature, for"},
-             {isotherm(220.0, -1.0, 90.0, 1.0).refusal(mixture), "put a number for temperature"},
-             {isotherm(220.0, 40.0, 90.0, 1.0).refusal(mixture),
+             {Isochore(80.0, -1.0, 300.0, 10.0).refusal(mixture), "temperatures must be above"},
+             {Isochore(80.0, 200.0, 300.0, 1e-4).refusal(mixture), "these would be 1000001 temp"},
+             {Isochore(80.0, 200.0, 1.7e308, 1e307).refusal(mixture), "with numbers of this size"},
+             {Isotherm(220.0, 50.0, 90.0, 1.0).refusal(mixture), ""},
+             {Isotherm(0.0, 50.0, 90.0, 1.0).refusal(mixture), "put a number for temperature, for"},
+             {Isotherm(220.0, -1.0, 90.0, 1.0).refusal(mixture), "put a number for temperature"},
+             {Isotherm(220.0, 40.0, 90.0, 1.0).refusal(mixture),
               "molar volumes must be larger than the co-volume of this fluid, 42.9303038 cm³/mol, "
               "and densities smaller than 0.829709"},
              {isothermOf(220.0, 0.1, 0.83, true).refusal(mixture), "molar volumes must be larger"},
              {isothermOf(220.0, 1e-308, 0.8, true).refusal(mixture), "with numbers of this size"},
              {isothermOf(1.7e308, 50.0, 90.0, false).refusal(mixture), "with numbers of this size"},
-             {isotherm(220.0, 50.0, 9e9, 1.0).refusal(mixture), "these would be 8999999951 molar"},
+             {Isotherm(220.0, 50.0, 9e9, 1.0).refusal(mixture), "these would be 8999999951 molar"},
              {SpinodalInput{Given::Volume, 2.0, {}}.refusal(mixture), "the molar volume must be"},
              {SpinodalInput{Given::Volume, 0.0, {}}.refusal(mixture), "put a number for molar vol"},
              {SpinodalInput{Given::Temperature, 0.0, {}}.refusal(mixture), "put a number for temp"},
@@ -150,21 +150,21 @@ TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
 }
 
 TEST(TablesTest, FilesAreThoseMadeByHandWhateverTheUnit) {
-    const fluid::Mixture mixture = carbonic();
-    EXPECT_EQ(IsochoreTable(mixture, {1000.0, between(-50.0, 45.0, 30.5, celsius)}).fileText(),
-              contentsOf("isochore.txt"));
-    EXPECT_EQ(IsochoreTable(mixture, {1000.0, between(223.15, 318.15, 30.5)}).fileText(),
-              contentsOf("isochore.txt"));
-    EXPECT_EQ(IsothermTable(mixture, isotherm(220.0, 900.0, 500.0, 200.0)).fileText(),
-              contentsOf("isotherm.txt"));
-    const fluid::Mixture water = aqueous();
+    const fluid::Mixture mixture = Carbonic();
+    EXPECT_EQ(IsochoreTable(mixture, {1000.0, Between(-50.0, 45.0, 30.5, celsius)}).fileText(),
+              ContentsOf("isochore.txt"));
+    EXPECT_EQ(IsochoreTable(mixture, {1000.0, Between(223.15, 318.15, 30.5)}).fileText(),
+              ContentsOf("isochore.txt"));
+    EXPECT_EQ(IsothermTable(mixture, Isotherm(220.0, 900.0, 500.0, 200.0)).fileText(),
+              ContentsOf("isotherm.txt"));
+    const fluid::Mixture water = Aqueous();
     for (const bool isCelsius : {false, true}) {
         const double zero = isCelsius ? 273.15 : 0.0;
         const auto scale = isCelsius ? celsius : kelvin;
         // Three volumes of one kind, two of the other, at six temperatures.
         const SpinodalTable table(water, {SpinodalInput::Given::Range, 0.0,
-                                          isCelsius ? between(176.95, 127.05, 10.0, celsius)
-                                                    : between(450.1, 400.2, 10.0)});
+                                          isCelsius ? Between(176.95, 127.05, 10.0, celsius)
+                                                    : Between(450.1, 400.2, 10.0)});
         EXPECT_EQ(table.count(), 30U);
         EXPECT_TRUE(
             table.fileText().starts_with("Temperature, Pressure, Molar Volume, Density, Limit\n"
@@ -172,62 +172,62 @@ TEST(TablesTest, FilesAreThoseMadeByHandWhateverTheUnit) {
             << table.fileText();
         const SpinodalTable one(water, {SpinodalInput::Given::Volume, 80.0, {}});
         EXPECT_EQ(one.row(0, scale, Digits::Full)[0],
-                  toolkit::numberText(one.limits()[0].state.T - zero));
+                  toolkit::NumberText(one.limits()[0].state.T - zero));
     }
 }
 
 // The boundary is that of phase_equilibria.csv, in 60 digits.
 TEST(TablesTest, IsochoresHomogenizeWhereTheirRowsSay) {
     constexpr double V = 67.95817259849628;
-    const fluid::Mixture mixture = carbonic();
-    const IsochoreTable table(mixture, isochore(V, 250.0, 205.0, 10.0));
+    const fluid::Mixture mixture = Carbonic();
+    const IsochoreTable table(mixture, Isochore(V, 250.0, 205.0, 10.0));
     EXPECT_LT(RelativeError(table.boundary()->T, 220.0), 1e-13);
     EXPECT_LT(RelativeError(table.boundary()->P, 3.386660699009192), 1e-11);
     ASSERT_EQ(table.count(), 6U);
-    EXPECT_EQ(line(table, 2), "230|6.708746||||");
+    EXPECT_EQ(Line(table, 2), "230|6.708746||||");
     const auto split = fluid::SplitAtVolume(mixture, 205.0, V);
     const auto row = table.row(5, kelvin, Digits::Full);
-    EXPECT_EQ(row[1], toolkit::numberText(
+    EXPECT_EQ(row[1], toolkit::NumberText(
                           fluid::PressureVdW(mixture.attraction, mixture.covolume, 205.0, V)));
-    EXPECT_EQ(row[2], toolkit::numberText(split->phases.P));
-    EXPECT_EQ(row[3], toolkit::numberText(split->volumeFraction));
+    EXPECT_EQ(row[2], toolkit::NumberText(split->phases.P));
+    EXPECT_EQ(row[3], toolkit::NumberText(split->volumeFraction));
     EXPECT_EQ(row[4], "two phases");
     EXPECT_EQ(table.row(5, celsius, Digits::Shown)[0], "-68.15");
     for (const auto& [input, scale, sentence] :
          std::vector<std::tuple<IsochoreInput, TemperatureScale, std::string>>{
-             {isochore(V, 250.0, 205.0, 10.0), kelvin,
+             {Isochore(V, 250.0, 205.0, 10.0), kelvin,
               "Homogenization at 220 Kelvin and 3.3866607 MPa, into the liquid"},
-             {isochore(V, 250.0, 230.0, 10.0), celsius,
+             {Isochore(V, 250.0, 230.0, 10.0), celsius,
               "Homogenization at -53.15 ˚Celsius and 3.3866607 MPa, into the liquid; these "
               "temperatures lie above it"},
-             {isochore(600.0, 100.0, 110.0, 10.0), kelvin,
+             {Isochore(600.0, 100.0, 110.0, 10.0), kelvin,
               "Homogenization at 219.175748 Kelvin and 2.37713264 MPa, into the vapour; these "
               "temperatures lie below it"},
-             {isochore(123.28149252, 100.0, 300.0, 10.0), kelvin,
+             {Isochore(123.28149252, 100.0, 300.0, 10.0), kelvin,
               "Homogenization at 273.287292 Kelvin and 7.09936214 MPa, at the critical point"}}) {
         EXPECT_EQ(IsochoreTable(mixture, input).homogenizationSentence(scale), sentence);
     }
 }
 
 TEST(TablesTest, IsothermsNameTheStatesAndTheirEnds) {
-    const fluid::Mixture mixture = carbonic();
-    const IsothermTable table(mixture, isotherm(220.0, 60.0, 610.0, 50.0));
+    const fluid::Mixture mixture = Carbonic();
+    const IsothermTable table(mixture, Isotherm(220.0, 60.0, 610.0, 50.0));
     std::string states;
     for (std::size_t i = 0; i < table.count(); ++i) {
         states += table.row(i, kelvin, Digits::Shown)[3].substr(0, 2);
     }
     EXPECT_EQ(states, "stunununmememememememest");
-    EXPECT_EQ(line(table, 0), "60|0.593661|17.745043|stable|");
+    EXPECT_EQ(Line(table, 0), "60|0.593661|17.745043|stable|");
     EXPECT_EQ(table.boundarySentences(),
               "Bubble point at 67.9581726 cm³/mol and 3.3866607 MPa\n"
               "Dew point at 588.850081 cm³/mol and 2.42231705 MPa");
-    const fluid::Mixture& watery = accepted({{"H2O", 0.934}, {"C2H6", 0.066}});
+    const fluid::Mixture& watery = Accepted({{"H2O", 0.934}, {"C2H6", 0.066}});
     EXPECT_EQ(
-        IsothermTable(watery, isotherm(331.685, 40.0, 45.0, 1.0)).boundarySentences().substr(0, 22),
+        IsothermTable(watery, Isotherm(331.685, 40.0, 45.0, 1.0)).boundarySentences().substr(0, 22),
         "Liquid-liquid point at");
-    IsothermInput dense = isotherm(220.0, 0.1, 0.4, 0.1);
+    IsothermInput dense = Isotherm(220.0, 0.1, 0.4, 0.1);
     dense.areDensities = true;
-    EXPECT_EQ(line(IsothermTable(mixture, dense), 2), "118.732293|0.3|1.297521|unstable|");
+    EXPECT_EQ(Line(IsothermTable(mixture, dense), 2), "118.732293|0.3|1.297521|unstable|");
 }
 
 TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {
@@ -235,15 +235,15 @@ TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {
         const SpinodalTable table(mixture, input);
         std::string names;
         for (const auto& limit : table.limits()) {
-            names += std::string(limit.name) + " " + toolkit::fixedText(limit.state.V, 6) + "|";
+            names += std::string(limit.name) + " " + toolkit::FixedText(limit.state.V, 6) + "|";
         }
         return names + table.missingSentence(celsius);
     };
     using Given = SpinodalInput::Given;
     const auto at = [](double T) {
-        return SpinodalInput{Given::Temperature, 0.0, between(T, T, 0.0)};
+        return SpinodalInput{Given::Temperature, 0.0, Between(T, T, 0.0)};
     };
-    const fluid::Mixture mixture = carbonic();
+    const fluid::Mixture mixture = Carbonic();
     EXPECT_EQ(limits(mixture, at(220.0)),
               "diffusional, liquid side 80.643940|diffusional, vapour side 241.567843|"
               "mechanical, liquid side 83.878231|mechanical, vapour side 235.193807|");
@@ -251,10 +251,10 @@ TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {
               "diffusional, liquid side 80.643940|mechanical, liquid side 80.643940|");
     EXPECT_EQ(limits(mixture, at(300.0)),
               "There is no spinodal: the fluid withstands small changes at every molar volume");
-    EXPECT_TRUE(limits(mixture, {Given::Range, 0.0, between(268.15, 288.15, 5.0)})
+    EXPECT_TRUE(limits(mixture, {Given::Range, 0.0, Between(268.15, 288.15, 5.0)})
                     .ends_with("There is no spinodal at 5 ˚Celsius and above: 3 of 5 temperatures "
                                "have no row"));
-    EXPECT_TRUE(limits(aqueous(), at(450.1)).starts_with("diffusional, vapour side"));
+    EXPECT_TRUE(limits(Aqueous(), at(450.1)).starts_with("diffusional, vapour side"));
     AcceptPure(1);
     EXPECT_TRUE(limits(fluid::AcceptedMixture(), at(220.0)).starts_with("liquid side"));
 }

@@ -44,7 +44,7 @@ void Demand(bool holds, const char* what) {
     if (holds) return;
     ++findings;
     std::printf("%s: %s; case %lu: T %a, P %a, V %a, b %a", solver, what, number, T, P, V, bMix);
-    for (std::size_t k = 0; k < ComponentCount && z[k] > 0.0; ++k) {
+    for (std::size_t k = 0; k < componentCount && z[k] > 0.0; ++k) {
         std::printf(", %s %a", mixture.formula(k).data(), z[k]);
     }
     std::printf("\n");
@@ -84,13 +84,13 @@ double Near(double place) {
 // Equal parts, parts of all sizes, or traces of one count beside one gas; then a state.
 void MakeInput() {
     const double lowest = std::array{0.0, -2.0, -12.0, -100.0}[draw() % 4];
-    const std::size_t gases = draw() % ComponentCount;
-    const std::size_t chief = draw() % ComponentCount;
+    const std::size_t gases = draw() % componentCount;
+    const std::size_t chief = draw() % componentCount;
     double rest = 1e12;
-    for (std::size_t i = 1; i < ComponentCount; ++i) {
+    for (std::size_t i = 1; i < componentCount; ++i) {
         const double part = std::max(1.0, std::floor(Power(lowest, 0.0) * 9e10));
-        const double counts = draw() % (ComponentCount - 1) < gases ? part : 0.0;
-        SetFractionCount((chief + i) % ComponentCount, counts / 1e12);
+        const double counts = draw() % (componentCount - 1) < gases ? part : 0.0;
+        SetFractionCount((chief + i) % componentCount, counts / 1e12);
         rest -= counts;
     }
     SetFractionCount(chief, rest / 1e12);
@@ -169,7 +169,7 @@ void DemandPair(const PhasePair& pair) {
 PhaseGuess Spoilt(PhaseGuess guess) {
     DemandFinite(guess);
     if (draw() % 2 == 0) return guess;
-    for (double* const value : {&guess.unknown, &guess.x[0], &guess.y[draw() % ComponentCount]}) {
+    for (double* const value : {&guess.unknown, &guess.x[0], &guess.y[draw() % componentCount]}) {
         *value = draw() % 8 == 0 ? AnyDouble() : Near(*value);
     }
     return guess;

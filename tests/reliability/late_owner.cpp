@@ -19,14 +19,14 @@ namespace tests {
 
 namespace {
 
-/// What is handed over: numbers, and what nobody should paste into an entry.
-std::string anyText(std::mt19937& random) {
+// What is handed over: numbers, and what nobody should paste into an entry.
+std::string AnyText(std::mt19937& random) {
     const std::array<std::string, 6> texts = {"0.5", "300",   "80\n90\n",
                                               "",    "-1e-3", std::string(70'000, '1')};
     return texts[random() % texts.size()];
 }
 
-[[noreturn]] void serve(LateOwner::Habit habit, unsigned seed, int ready) {
+[[noreturn]] void Serve(LateOwner::Habit habit, unsigned seed, int ready) {
     std::mt19937 random(seed);
     Display* const display = XOpenDisplay(nullptr);
     if (display == nullptr) {
@@ -50,9 +50,7 @@ std::string anyText(std::mt19937& random) {
         if (event.type == SelectionClear) {
             XSetSelectionOwner(display, event.xselectionclear.selection, window, CurrentTime);
         }
-        if (event.type != SelectionRequest || habit == LateOwner::Habit::silent) {
-            continue;
-        }
+        if (event.type != SelectionRequest || habit == LateOwner::Habit::Silent) continue;
         const XSelectionRequestEvent& asked = event.xselectionrequest;
         XEvent answer{};
         answer.xselection = {SelectionNotify,
@@ -68,7 +66,7 @@ std::string anyText(std::mt19937& random) {
             XChangeProperty(display, asked.requestor, asked.property, XA_ATOM, 32, PropModeReplace,
                             reinterpret_cast<const unsigned char*>(&text), 1);
         } else {
-            const std::string copied = anyText(random);
+            const std::string copied = AnyText(random);
             XChangeProperty(display, asked.requestor, asked.property, text, 8, PropModeReplace,
                             reinterpret_cast<const unsigned char*>(copied.data()),
                             static_cast<int>(copied.size()));
@@ -88,7 +86,7 @@ LateOwner::LateOwner(Habit habit, unsigned seed) {
     if (process_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         XSetErrorHandler([](Display* /*display*/, XErrorEvent* /*asker has gone*/) { return 0; });
-        serve(habit, seed, ends[1]);
+        Serve(habit, seed, ends[1]);
     }
     close(ends[1]);
     char none = 0;

@@ -77,7 +77,7 @@ class Walk {
         }
     }
 
-    /// Sends something, whatever the program is at, and lets it handle a part of what has come.
+    // Sends something, whatever the program is at, and lets it handle a part of what has come.
     void sendSomething() {
         if (owner_.screens().empty()) {
             start();
@@ -120,7 +120,7 @@ class Walk {
         return range[std::uniform_int_distribution<std::size_t>(0, range.size() - 1)(random_)];
     }
 
-    /// Opens the composition screen, makes a fluid and opens procedures.
+    // Opens the composition screen, makes a fluid and opens procedures.
     void start() {
         robot_.settle();
         leaveDialogs();
@@ -140,7 +140,7 @@ class Walk {
         }
     }
 
-    /// Clicks on a control, turns the wheel over it or drags it to another, with any button.
+    // Clicks on a control, turns the wheel over it or drags it to another, with any button.
     void drag() {
         const toolkit::Screen& screen = *one(owner_.screens());
         const toolkit::Area from = one(screen.controls())->area();
@@ -150,7 +150,7 @@ class Walk {
                     to.y + to.height / 2, button);
     }
 
-    /// A control of the window in front, as the user meets it.
+    // A control of the window in front, as the user meets it.
     void useControl() {
         const std::vector<toolkit::Screen*> screens = owner_.screens();
         const auto active = std::find_if(screens.begin(), screens.end(),
@@ -161,9 +161,7 @@ class Walk {
         }
         toolkit::Screen& screen = robot_.use(**active);
         const toolkit::Control* const control = one(screen.controls());
-        if (!isInSight(*control, screen)) {
-            return;
-        }
+        if (!isInSight(*control, screen)) return;
         if (dynamic_cast<const toolkit::Entry*>(control) != nullptr) {
             robot_.enter(control->name(), one(texts));
         } else {
@@ -190,8 +188,8 @@ class Walk {
         return found;
     }
 
-    /// The file dialog of GTK+ waits for the answers to its own complaints, and keeps the walk from
-    /// its next step until then.
+    // The file dialog of GTK+ waits for the answers to its own complaints, and keeps the walk from
+    // its next step until then.
     static gboolean answer(gpointer self) {
         if (g_main_depth() > 1) {
             tour::Robot& robot = static_cast<Walk*>(self)->robot_;
@@ -202,7 +200,7 @@ class Walk {
         return G_SOURCE_CONTINUE;
     }
 
-    /// Saves or gives up, whatever the dialogs ask.
+    // Saves or gives up, whatever the dialogs ask.
     void leaveDialogs() {
         constexpr int attempts = 20;
         for (int i = 0; i < attempts && hasDialog(); ++i) {
@@ -216,8 +214,8 @@ class Walk {
     unsigned answers_;
 };
 
-/// Memory in use in kB after each round of events, all windows closed.
-std::vector<std::size_t> walk(int events, unsigned seed, bool isHasty) {
+// Memory in use in kB after each round of events, all windows closed.
+std::vector<std::size_t> WalkAround(int events, unsigned seed, bool isHasty) {
     std::mt19937 random(seed);
     std::vector<std::size_t> used;
     for (int done = 0; done < events;) {
@@ -226,7 +224,7 @@ std::vector<std::size_t> walk(int events, unsigned seed, bool isHasty) {
             std::optional<tests::LateOwner> other;
             if (isHasty) {
                 using Habit = tests::LateOwner::Habit;
-                other.emplace(random() % 2 == 0 ? Habit::late : Habit::silent, random());
+                other.emplace(random() % 2 == 0 ? Habit::Late : Habit::Silent, random());
             }
             Walk walk(random);
             for (const int end = std::min(events, done + round); done < end; ++done) {
@@ -234,7 +232,7 @@ std::vector<std::size_t> walk(int events, unsigned seed, bool isHasty) {
             }
             walk.closeAll();
         }
-        toolkit::setClipboardText("1");  // in place of a picture, which outlives its window
+        toolkit::SetClipboardText("1");  // in place of a picture, which outlives its window
         used.push_back(mallinfo2().uordblks / 1024);
         std::printf("%d events: %zu kB in use\n", done, used.back());
         std::fflush(stdout);
@@ -246,19 +244,17 @@ std::vector<std::size_t> walk(int events, unsigned seed, bool isHasty) {
 
 int main(int argc, char** argv) {
     const bool isHasty = argc == 4 && argv[3] == std::string_view("hasty");
-    if ((argc != 3 && !isHasty) || !toolkit::openDisplay()) {
+    if ((argc != 3 && !isHasty) || !toolkit::OpenDisplay()) {
         std::fputs("usage, with a display: random_walk EVENTS SEED [hasty]\n", stderr);
         return EXIT_FAILURE;
     }
     std::string folder = std::filesystem::temp_directory_path() / "random_walk_XXXXXX";
-    if (mkdtemp(folder.data()) == nullptr) {
-        return EXIT_FAILURE;
-    }
+    if (mkdtemp(folder.data()) == nullptr) return EXIT_FAILURE;
     std::filesystem::current_path(folder);  // for what it exports
     int status = EXIT_SUCCESS;
     try {
         const std::vector<std::size_t> used =
-            walk(std::atoi(argv[1]), static_cast<unsigned>(std::atoi(argv[2])), isHasty);
+            WalkAround(std::atoi(argv[1]), static_cast<unsigned>(std::atoi(argv[2])), isHasty);
         // In the first half of the events the libraries fill their caches of fonts, glyphs and
         // icons.
         constexpr std::size_t bar = 3000;  // kB; a window takes hundreds

@@ -14,39 +14,39 @@ using Group = std::vector<toolkit::RadioButton*>;
 Names spoken;  // by a screen reader, of its own accord
 int clicks = 0;
 
-std::string nameOf(AtkObject* object) {
+std::string NameOf(AtkObject* object) {
     const char* const name = atk_object_get_name(object);
     return name == nullptr ? "" : name;
 }
 
-std::string labelOf(AtkObject* object) {
+std::string LabelOf(AtkObject* object) {
     AtkRelationSet* const relations = atk_object_ref_relation_set(object);
     AtkRelation* const label =
         atk_relation_set_get_relation_by_type(relations, ATK_RELATION_LABELLED_BY);
-    std::string name = label ? nameOf(ATK_OBJECT(atk_relation_get_target(label)->pdata[0])) : "";
+    std::string name = label ? NameOf(ATK_OBJECT(atk_relation_get_target(label)->pdata[0])) : "";
     g_object_unref(relations);
     return name;
 }
 
-gboolean noteSpoken(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
+gboolean NoteSpoken(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
                     gpointer /*data*/) {
     auto* const object = ATK_OBJECT(g_value_get_object(values));
     if (atk_object_get_role(object) == ATK_ROLE_NOTIFICATION && g_value_get_boolean(values + 2)) {
-        spoken.push_back(nameOf(object));
+        spoken.push_back(NameOf(object));
     }
     return TRUE;
 }
 
-bool takesKeys(const toolkit::Control& control) {
+bool TakesKeys(const toolkit::Control& control) {
     return gtk_widget_get_can_focus(control.widget()) && control.area().width > 0 &&
            control.isSensitive();
 }
 
-auto chosenOf(const Group& group) {
+auto ChosenOf(const Group& group) {
     return std::find_if(group.begin(), group.end(), [](auto* button) { return button->isOn(); });
 }
 
-/// Every screen as a screen reader has it, and by the keyboard alone.
+// Every screen as a screen reader has it, and by the keyboard alone.
 class AccessibilityTest : public tests::ScreenTest {
   protected:
     static void SetUpTestSuite() {
@@ -54,12 +54,12 @@ class AccessibilityTest : public tests::ScreenTest {
         atk_get_root();
         g_type_class_unref(g_type_class_ref(ATK_TYPE_OBJECT));
         g_signal_add_emission_hook(g_signal_lookup("state-change", ATK_TYPE_OBJECT),
-                                   g_quark_from_static_string("showing"), noteSpoken, nullptr,
+                                   g_quark_from_static_string("showing"), NoteSpoken, nullptr,
                                    nullptr);
     }
     using Controls = std::vector<toolkit::Control*>;
     const Controls& controls() const { return robot.screen().controls(); }
-    /// The radio buttons that belong together, in reading order; none for another control.
+    // The radio buttons that belong together, in reading order; none for another control.
     Group groupOf(const toolkit::Control& button) const {
         Group group;
         GtkWidget* const widget = button.widget();
@@ -74,13 +74,13 @@ class AccessibilityTest : public tests::ScreenTest {
         return group;
     }
 
-    /// Adds the ids of the controls in the order in which a screen reader meets them.
+    // Adds the ids of the controls in the order in which a screen reader meets them.
     void read(AtkObject* object, Names& ids) const {
         const AtkRole role = atk_object_get_role(object);
         const char* const id = atk_object_get_accessible_id(object);
         const toolkit::Control* const control = id ? robot.screen().control(id) : nullptr;
         const bool hasText = role == ATK_ROLE_TEXT || role == ATK_ROLE_TABLE;
-        const std::string name = nameOf(object);
+        const std::string name = NameOf(object);
         if (control != nullptr) {
             ids.emplace_back(id);
             const bool showsText = !hasText && role != ATK_ROLE_SEPARATOR;
@@ -88,8 +88,8 @@ class AccessibilityTest : public tests::ScreenTest {
         }
         const bool isSaidByName = hasText || role == ATK_ROLE_IMAGE || role == ATK_ROLE_MENU_ITEM ||
                                   role == ATK_ROLE_TABLE_COLUMN_HEADER ||
-                                  (control && takesKeys(*control));
-        EXPECT_TRUE(!isSaidByName || !name.empty() || (hasText && !labelOf(object).empty()))
+                                  (control && TakesKeys(*control));
+        EXPECT_TRUE(!isSaidByName || !name.empty() || (hasText && !LabelOf(object).empty()))
             << atk_role_get_name(role) << (id ? id : "");
         for (int i = 0; i < atk_object_get_n_accessible_children(object); ++i) {
             AtkObject* const child = atk_object_ref_accessible_child(object, i);
@@ -98,26 +98,26 @@ class AccessibilityTest : public tests::ScreenTest {
         }
     }
 
-    /// Where Tab stops: of a group at the button that is on or, where none is, at the first one
-    /// that it comes by from outside.
+    // Where Tab stops: of a group at the button that is on or, where none is, at the first one
+    // that it comes by from outside.
     Names stops(const Controls& order) const {
         Names names;
         const toolkit::Control* last = nullptr;
         for (const toolkit::Control* const control : order) {
             const Group group = groupOf(*control);
-            const auto chosen = chosenOf(group);
+            const auto chosen = ChosenOf(group);
             const bool isStop = chosen != group.end()
                                     ? control == *chosen
                                     : std::find(group.begin(), group.end(), last) == group.end();
-            if (takesKeys(*control) && isStop) {
+            if (TakesKeys(*control) && isStop) {
                 names.push_back(control->name());
                 last = control;
             }
         }
         return names;
     }
-    /// Expects a key such as Tab to lead through these controls and back to the first one, each in
-    /// sight where it has the focus.
+    // Expects a key such as Tab to lead through these controls and back to the first one, each in
+    // sight where it has the focus.
     void expectWalk(const char* key, const Names& expected) {
         ASSERT_FALSE(expected.empty());
         robot.control(expected[0]).takeFocus();
@@ -154,9 +154,9 @@ class AccessibilityTest : public tests::ScreenTest {
         expectWalk("Shift_L+Tab", stops(order));
     }
 
-    /// Goes round the group with the arrow keys, from the button that is on.
+    // Goes round the group with the arrow keys, from the button that is on.
     void choose(const Group& group) {
-        const auto chosen = chosenOf(group);
+        const auto chosen = ChosenOf(group);
         const auto first =
             static_cast<std::size_t>(chosen == group.end() ? 0 : chosen - group.begin());
         group[first]->takeFocus();
@@ -167,7 +167,7 @@ class AccessibilityTest : public tests::ScreenTest {
             robot.press(i < group.size() ? "Down" : "space");
         }
     }
-    /// Presses the button and comes back from what it opens.
+    // Presses the button and comes back from what it opens.
     void press(toolkit::Control& button) {
         toolkit::Screen& screen = robot.screen();
         const std::size_t before = owner.screens().size();
@@ -189,17 +189,15 @@ class AccessibilityTest : public tests::ScreenTest {
             EXPECT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
         }
     }
-    /// Chooses in every group and presses every button; then, `toCalculate`, all but those that
-    /// take away what was typed.
+    // Chooses in every group and presses every button; then, `toCalculate`, all but those that
+    // take away what was typed.
     void useAll(bool toCalculate) {
         for (toolkit::Control* const control : Controls(controls())) {
             const Group group = groupOf(*control);
             const bool takesAway = control->text() == "clear" || control->text() == "explanation";
-            if (!takesKeys(*control) || (toCalculate && takesAway)) {
-                continue;
-            }
+            if (!TakesKeys(*control) || (toCalculate && takesAway)) continue;
             if (!group.empty()) {
-                if (control == group[0] && (!toCalculate || chosenOf(group) == group.end())) {
+                if (control == group[0] && (!toCalculate || ChosenOf(group) == group.end())) {
                     choose(group);
                 }
             } else if (GTK_IS_ENTRY(control->widget())) {
@@ -267,7 +265,7 @@ TEST_F(AccessibilityTest, LastRowOfALongTableIsReachedAndOnlyTheTextsInSightAreM
         ATK_TABLE(gtk_widget_get_accessible(robot.control("ListBox1").widget()));
     AtkObject* const cell = atk_table_ref_at(table, 99'999, 0);
     ASSERT_NE(cell, nullptr);
-    EXPECT_EQ(nameOf(cell), "299.999");
+    EXPECT_EQ(NameOf(cell), "299.999");
     EXPECT_TRUE(atk_table_is_row_selected(table, 99'999));
     g_object_unref(cell);
     std::size_t made = 0;

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What can be seen only in the widgets themselves.
+// What can be seen only in the widgets themselves.
 class AppearanceTest : public tests::ScreenTest {
   protected:
     static void forAllLabels(GtkWidget* widget, const std::function<void(GtkLabel*)>& look) {
@@ -24,7 +24,7 @@ class AppearanceTest : public tests::ScreenTest {
             gtk_container_forall(GTK_CONTAINER(widget), visit, &copy);
         }
     }
-    /// How much higher and wider the content is than its place in the window, in pixels.
+    // How much higher and wider the content is than its place in the window, in pixels.
     std::pair<double, double> hiddenPart() const {
         GtkWidget* const viewport =
             gtk_widget_get_ancestor(robot.screen().controls().front()->widget(), GTK_TYPE_VIEWPORT);

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A screen in which everything that GTK+ calls throws.
+// A screen in which everything that GTK+ calls throws.
 class ThrowingScreen : public toolkit::Screen {
   public:
     explicit ThrowingScreen(toolkit::ScreenHost& host)
@@ -32,7 +32,7 @@ class ThrowingScreen : public toolkit::Screen {
         plot.show({curve});
         plot.onChange([] { throw std::runtime_error("change"); });
         setContent(
-            toolkit::column({button, entry, drawing, plot.sized(20.0, 10.0), list.scrolling()}));
+            toolkit::Column({button, entry, drawing, plot.sized(20.0, 10.0), list.scrolling()}));
     }
     void Event_Activate() override { throw std::runtime_error("activation"); }
 
@@ -52,7 +52,7 @@ class ThrowingScreen : public toolkit::Screen {
     bool isThrowing_ = false;
 };
 
-/// An owner that cannot close.
+// An owner that cannot close.
 class ThrowingHost : public toolkit::ScreenHost {
   public:
     void open(std::unique_ptr<toolkit::Screen> /*screen*/) override {}
@@ -72,7 +72,7 @@ TEST_F(CallbacksTest, AnExceptionInAnyOfThemEndsInOneLine) {
     robot.press("Tab");
     robot.press("Right");
     robot.press("plus");
-    toolkit::later([] { throw std::runtime_error("idle"); });
+    toolkit::Later([] { throw std::runtime_error("idle"); });
     robot.settle();
     robot.closeWindow(*owner.screens().front());
     const std::string written = testing::internal::GetCapturedStderr();

@@ -19,7 +19,7 @@ class CriticalScreensTest : public tests::ScreenTest {
     void openCriticalPoint(const tests::Composition& composition) {
         openProcedure(composition, "CriticalPoint", "CriticalPointWindow");
     }
-    /// One column of the table, each cell with a "|" behind it.
+    // One column of the table, each cell with a "|" behind it.
     std::string column(std::size_t number) const {
         std::string cells;
         for (const auto& row : rows()) {
@@ -30,18 +30,14 @@ class CriticalScreensTest : public tests::ScreenTest {
     const toolkit::PlotSeries& series(const std::string& name) const {
         static const toolkit::PlotSeries none;
         for (const auto& each : dynamic_cast<toolkit::Plot&>(robot.control("Plot")).series()) {
-            if (each.name == name) {
-                return each;
-            }
+            if (each.name == name) return each;
         }
         return none;
     }
     bool passes(const std::string& curve, double x, double y) const {
         const toolkit::PlotSeries& each = series(curve);
         for (std::size_t i = 0; i < each.x.size(); ++i) {
-            if (std::abs(each.x[i] - x) < 1e-6 && std::abs(each.y[i] - y) < 1e-6) {
-                return true;
-            }
+            if (std::abs(each.x[i] - x) < 1e-6 && std::abs(each.y[i] - y) < 1e-6) return true;
         }
         return false;
     }
@@ -76,7 +72,7 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
     std::string kinds;
     for (std::string line; std::getline(file, line);) {
         const std::string kind = line.substr(0, line.find(','));
-        const bool isKnown = kinds.ends_with(kind + "|") || toolkit::parseNumber(kind);
+        const bool isKnown = kinds.ends_with(kind + "|") || toolkit::ParseNumber(kind);
         kinds += isKnown ? "" : kind + "|";
     }
     EXPECT_EQ(kinds,
@@ -141,8 +137,8 @@ TEST_F(CriticalScreensTest, LimitsAreListedMarkedAndExportedInEitherUnit) {
              {std::pair("PlotV", std::size_t{2}), std::pair("PlotT", std::size_t{0})}) {
             robot.click(button);
             const auto row = rows()[0];
-            EXPECT_EQ(passes("in the table", toolkit::numberOrZero(row[of]),
-                             toolkit::numberOrZero(row[1])),
+            EXPECT_EQ(passes("in the table", toolkit::NumberOrZero(row[of]),
+                             toolkit::NumberOrZero(row[1])),
                       count < 12);  // of many the curves are enough
         }
     }

@@ -9,13 +9,13 @@
 
 namespace {
 
-/// A control to click, or an entry and what to type into it.
+// A control to click, or an entry and what to type into it.
 struct Step {
     const char* control;
     const char* text = nullptr;
 };
 
-/// What one does on a screen, and where its answer is.
+// What one does on a screen, and where its answer is.
 struct Use {
     const char* procedure;
     const char* screen;
@@ -65,7 +65,7 @@ const std::vector<Use> uses = {
     {"Spinodal", "SpinodalWindow", {{"dataEntryT", "220"}}, "ListBox1"},
     {"CriticalPoint", "CriticalPointWindow", {}, "ListBox1"}};
 
-/// Windows on displays of other sizes and with other fonts.
+// Windows on displays of other sizes and with other fonts.
 class FitTest : public tests::ScreenTest {
   protected:
     static void forAllWidgets(GtkWidget* widget, const std::function<void(GtkWidget*)>& look) {
@@ -88,7 +88,7 @@ class FitTest : public tests::ScreenTest {
                                        GTK_TYPE_VIEWPORT);
     }
 
-    /// Whether the control is in the part of the window that is not scrolled away.
+    // Whether the control is in the part of the window that is not scrolled away.
     void expectInSight(const toolkit::Control& control) const {
         const toolkit::Area area = control.area();
         GtkAllocation room;
@@ -131,7 +131,7 @@ class FitTest : public tests::ScreenTest {
         EXPECT_EQ(vertical, 0) << "vertical";
     }
 
-    /// The size of the window, again whenever it has had time to become another.
+    // The size of the window, again whenever it has had time to become another.
     std::pair<int, int> size() {
         robot.settle();
         const toolkit::Area area = robot.screen().area();

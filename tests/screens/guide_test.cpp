@@ -16,12 +16,12 @@ namespace {
 
 const std::filesystem::path project = DROVAN_PROJECT;
 
-std::vector<std::string> words(const std::string& text) {
+std::vector<std::string> Words(const std::string& text) {
     std::istringstream stream(std::regex_replace(text, std::regex(","), " , "));
     return {std::istream_iterator<std::string>(stream), {}};
 }
 
-std::string part(const std::string& text, char separator, std::size_t number) {
+std::string Part(const std::string& text, char separator, std::size_t number) {
     std::istringstream stream(text);
     std::string found;
     for (std::size_t i = 0; i <= number; ++i) {
@@ -30,10 +30,10 @@ std::string part(const std::string& text, char separator, std::size_t number) {
     return found;
 }
 
-/// Whether the page's word is the screen's, or is its number rounded to the decimals of the page.
-bool agrees(const std::string& page, const std::string& screen) {
-    const auto rounded = toolkit::parseNumber(page);
-    const auto shown = toolkit::parseNumber(screen);
+// Whether the page's word is the screen's, or is its number rounded to the decimals of the page.
+bool Agrees(const std::string& page, const std::string& screen) {
+    const auto rounded = toolkit::ParseNumber(page);
+    const auto shown = toolkit::ParseNumber(screen);
     const std::size_t point = page.find('.');
     if (!rounded || !shown || point == std::string::npos || page.find('e') != std::string::npos) {
         return page == screen;
@@ -42,19 +42,19 @@ bool agrees(const std::string& page, const std::string& screen) {
     return std::abs(*rounded - *shown) <= 0.500001 * std::pow(10.0, -decimals);
 }
 
-void compare(const std::string& page, const std::string& screen) {
-    const auto expected = words(page);
-    const auto found = words(screen);
-    EXPECT_TRUE(std::equal(expected.begin(), expected.end(), found.begin(), found.end(), agrees))
+void Compare(const std::string& page, const std::string& screen) {
+    const auto expected = Words(page);
+    const auto found = Words(screen);
+    EXPECT_TRUE(std::equal(expected.begin(), expected.end(), found.begin(), found.end(), Agrees))
         << "the screen shows \"" << screen << "\", and the page says \"" << page << '"';
 }
 
-/// Plays the pages of the guide: an action in a comment stands behind the words that it is about.
+// Plays the pages of the guide: an action in a comment stands behind the words that it is about.
 class GuideTest : public tests::ScreenTest, public testing::WithParamInterface<std::string> {
   protected:
-    /// `action`: "use SCREEN" (the newest, or with a number one of that name), "copy FILE", "click
-    /// CONTROL" (the words are its caption), "enter ENTRY" (the words are typed; for what readers
-    /// do not see "enter ENTRY NUMBER"), or "read CONTROL ROW COLUMN".
+    // `action`: "use SCREEN" (the newest, or with a number one of that name), "copy FILE", "click
+    // CONTROL" (the words are its caption), "enter ENTRY" (the words are typed; for what readers
+    // do not see "enter ENTRY NUMBER"), or "read CONTROL ROW COLUMN".
     void play(const std::string& said, const std::vector<std::string>& action) {
         const std::string& name = action.at(1);
         if (action[0] == "use") {
@@ -68,10 +68,10 @@ class GuideTest : public tests::ScreenTest, public testing::WithParamInterface<s
             robot.use(name);
         } else if (action[0] == "copy") {
             std::ifstream file(project / "docs" / "guide" / name);
-            toolkit::setClipboardText({std::istreambuf_iterator<char>(file), {}});
+            toolkit::SetClipboardText({std::istreambuf_iterator<char>(file), {}});
         } else if (action[0] == "click") {
             const auto open = openScreens();
-            compare(said.empty() ? text(name) : said, text(name));
+            Compare(said.empty() ? text(name) : said, text(name));
             robot.click(name);
             robot.use(openScreens() == open ? robot.screen() : *owner.screens().back());
         } else if (action[0] == "enter") {
@@ -80,13 +80,13 @@ class GuideTest : public tests::ScreenTest, public testing::WithParamInterface<s
             ASSERT_EQ(action[0], "read");
             const std::string all = text(name);
             const std::string row =
-                action.size() > 2 ? part(all, '\n', std::stoul(action[2])) : all;
-            compare(said, action.size() > 3 ? part(row, '\t', std::stoul(action[3]) - 1) : row);
+                action.size() > 2 ? Part(all, '\n', std::stoul(action[2])) : all;
+            Compare(said, action.size() > 3 ? Part(row, '\t', std::stoul(action[3]) - 1) : row);
         }
     }
 };
 
-std::vector<std::string> pages() {
+std::vector<std::string> Pages() {
     std::vector<std::string> found = {"README.md"};
     for (const auto& entry : std::filesystem::recursive_directory_iterator(project / "docs")) {
         if (entry.path().extension() == ".md") {
@@ -115,7 +115,7 @@ TEST_P(GuideTest, NumbersMessagesAndLinksOfThePageAreRight) {
         }
         for (std::sregex_iterator it(line.begin(), line.end(), step), end; it != end; ++it) {
             SCOPED_TRACE((*it)[0].str());
-            const std::vector<std::string> action = words((*it)[3]);
+            const std::vector<std::string> action = Words((*it)[3]);
             play((*it)[1].str() + (*it)[2].str(), action);
             isChecked = isChecked || action[0] == "read";
         }
@@ -123,6 +123,6 @@ TEST_P(GuideTest, NumbersMessagesAndLinksOfThePageAreRight) {
     EXPECT_EQ(isChecked, isPlayed);
 }
 
-INSTANTIATE_TEST_SUITE_P(, GuideTest, testing::ValuesIn(pages()));
+INSTANTIATE_TEST_SUITE_P(, GuideTest, testing::ValuesIn(Pages()));
 
 }  // namespace

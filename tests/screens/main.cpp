@@ -7,7 +7,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    if (!toolkit::openDisplay()) {
+    if (!toolkit::OpenDisplay()) {
         std::fputs("These tests need an X11 display, and none could be opened.\n", stderr);
         return EXIT_FAILURE;
     }

@@ -28,7 +28,7 @@ TEST_F(MenuBarTest, EditItemsAndTheirKeysActOnTheFocusedEntry) {
             robot.press(keys);
         }};
     for (const auto& perform : ways) {
-        toolkit::setClipboardText("");
+        toolkit::SetClipboardText("");
         robot.enter("dataEntryT", "300");
         perform("EditSelectAll", "a", "Control_L+a");
         perform("EditCopy", "c", "Control_L+c");
@@ -54,7 +54,7 @@ TEST_F(MenuBarTest, EditItemsAndTheirKeysActOnTheFocusedEntry) {
 TEST_F(MenuBarTest, LongPasteEndsAfterAThousandCharactersAndIsNoNumber) {
     const std::string longest = std::string(999, '0') + "7";
     for (const std::string& pasted : {longest, longest + "5", std::string(65'535, '8')}) {
-        toolkit::setClipboardText(pasted);
+        toolkit::SetClipboardText(pasted);
         robot.enter("dataEntryT", "");
         robot.press("Control_L+v");
         const auto& entry = dynamic_cast<const toolkit::Entry&>(robot.control("dataEntryT"));
@@ -99,7 +99,7 @@ TEST_F(MenuBarTest, ItemsAreSensitiveWhereTheyWouldDoSomething) {
         robot.press("Escape");
         return letters;
     };
-    toolkit::setClipboardText("1");
+    toolkit::SetClipboardText("1");
     EXPECT_EQ(sensitive(), "---P--");
     robot.type("80");
     EXPECT_EQ(sensitive(), "U--P-S");
@@ -160,7 +160,7 @@ TEST_F(MenuBarTest, WhatOnlyBorrowsTheKeyboardLeavesTheResult) {
 }
 
 TEST_F(MenuBarTest, MenuWaitsForNoOwnerOfTheClipboardAndEndsWithItsWindow) {
-    const tests::LateOwner silent(tests::LateOwner::Habit::silent, 1);
+    const tests::LateOwner silent(tests::LateOwner::Habit::Silent, 1);
     for (const std::string keys :
          {"Alt_L+e", "Alt_L+e Escape", "F10 Right Escape", "Control_L+v", "Alt_L+e p"}) {
         openProcedure({{"H2O", "1"}}, "Pressures", "PressureWindow");

@@ -25,7 +25,7 @@ class PhaseScreensTest : public tests::ScreenTest {
         const auto all = rows(list);
         return row < all.size() ? all[row][column] : "";
     }
-    /// Types over the fraction in the first row of a list, in the editor that one click opens.
+    // Types over the fraction in the first row of a list, in the editor that one click opens.
     void typeFraction(const std::string& list, const std::string& fraction) {
         const toolkit::Area area = robot.control(list).area();
         const int x = area.x + area.width * 3 / 4;
@@ -179,12 +179,12 @@ TEST_F(PhaseScreensTest, LiquidAndVapourMakeTheBulk) {
     robot.press("Alt_L+c");
     EXPECT_EQ(texts({"Answer", "PhaseX1", "PhaseY1"}),
               "3.111802|Phase X (liquid)|Phase Y (vapour)|");
-    const double vapour = toolkit::numberOrZero(cell("ListBoxFracY", 0, 0));
-    EXPECT_NEAR(toolkit::numberOrZero(cell("ListBoxFracX", 0, 0)) + vapour, 1.0, 1e-8);
+    const double vapour = toolkit::NumberOrZero(cell("ListBoxFracY", 0, 0));
+    EXPECT_NEAR(toolkit::NumberOrZero(cell("ListBoxFracX", 0, 0)) + vapour, 1.0, 1e-8);
     // The bulk is what the phases make: amounts in the volumes that they take.
-    const double amountY = vapour * 150.0 / toolkit::numberOrZero(cell("ListBoxVmY", 0, 0));
-    const double bulk = amountY * toolkit::numberOrZero(cell("ListBoxPhaseY2", 0, 0)) +
-                        (1.0 - amountY) * toolkit::numberOrZero(cell("ListBoxPhaseX2", 0, 0));
+    const double amountY = vapour * 150.0 / toolkit::NumberOrZero(cell("ListBoxVmY", 0, 0));
+    const double bulk = amountY * toolkit::NumberOrZero(cell("ListBoxPhaseY2", 0, 0)) +
+                        (1.0 - amountY) * toolkit::NumberOrZero(cell("ListBoxPhaseX2", 0, 0));
     EXPECT_NEAR(bulk, 0.7, 1e-6);
     for (const char* const fraction : {"7", "1.01", "-0.01", "half"}) {
         robot.enter("dataEntryF", fraction);

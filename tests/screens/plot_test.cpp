@@ -17,7 +17,7 @@ namespace {
 using Entries = tests::Composition;
 using toolkit::PlotLimits;
 
-/// A plot as it is used by hand.
+// A plot as it is used by hand.
 class PlotTest : public tests::ScreenTest {
   protected:
     void open(const std::string& button, const std::string& screen, const Entries& entries) {
@@ -37,7 +37,7 @@ class PlotTest : public tests::ScreenTest {
     PlotLimits limits() { return plot().view().limits(); }
     static double width(const PlotLimits& limits) { return limits.x.high - limits.x.low; }
     static double height(const PlotLimits& limits) { return limits.y.high - limits.y.low; }
-    /// Drags from one place to another, both in shares of the plot's width and height.
+    // Drags from one place to another, both in shares of the plot's width and height.
     void drag(double fromX, double fromY, double toX, double toY, unsigned button = 1) {
         const toolkit::Area area = plot().area();
         const auto x = [&area](double share) { return area.x + std::lround(share * area.width); };
@@ -45,7 +45,7 @@ class PlotTest : public tests::ScreenTest {
         robot.drag(static_cast<int>(x(fromX)), static_cast<int>(y(fromY)), static_cast<int>(x(toX)),
                    static_cast<int>(y(toY)), button);
     }
-    /// The middle of the plot, or a point that is drawn, as a place on the display.
+    // The middle of the plot, or a point that is drawn, as a place on the display.
     std::pair<int, int> placeOf(const toolkit::PlotPosition& position) {
         const auto place = plot().place(position);
         EXPECT_TRUE(place);
@@ -118,7 +118,7 @@ TEST_F(PlotTest, KeysWalkAlongTheCurveAndToAnotherAndWhatIsReadStandsBelow) {
     const PlotLimits first = limits();
     const auto volume = [this] {
         const std::string reading = text("ReadOut");
-        return toolkit::numberOrZero(reading.substr(reading.find(": ") + 2, 5));
+        return toolkit::NumberOrZero(reading.substr(reading.find(": ") + 2, 5));
     };
     robot.press("Right");
     EXPECT_TRUE(text("ReadOut").starts_with("isotherm 220 K: ")) << text("ReadOut");
@@ -170,7 +170,7 @@ TEST_F(PlotTest, LimitsAreTypedFollowTheViewAndAreRefusedWithASentence) {
     EXPECT_EQ(rows().size(), 16U);  // Enter has not calculated anew
     plot().takeFocus();
     robot.press("plus");
-    EXPECT_GT(toolkit::numberOrZero(text("XFrom")), 101.0);
+    EXPECT_GT(toolkit::NumberOrZero(text("XFrom")), 101.0);
     const PlotLimits before = limits();
     for (const auto& [entry, characters, sentence] : std::vector<std::array<std::string, 3>>{
              {"XFrom", "x", "put two numbers for the limits of an axis, the lower one first"},
@@ -253,7 +253,7 @@ TEST_F(PlotTest, PicturesAreSavedAndCopiedInTheirKindsAndSizesUnderNamesOfTheirO
     EXPECT_EQ(gdk_pixbuf_get_width(png.get()), 1004);  // 85 mm
     EXPECT_EQ(gdk_pixbuf_get_option(png.get(), "x-dpi"), std::string("300"));
     for (const bool isByKeys : {false, true}) {
-        toolkit::setClipboardText("");
+        toolkit::SetClipboardText("");
         if (isByKeys) {
             plot().takeFocus();
             robot.press("Control_L+c");

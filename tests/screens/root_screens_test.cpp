@@ -24,7 +24,7 @@ const std::array<RootScreen, 3> screens = {
      {"Activities", "ActivityWindow", "warning1", noInput, "slope", "---"}}};
 const tests::Composition mixed = {{"CO2", "0.7"}, {"CH4", "0.3"}};
 
-/// The screens on which a user chooses among the roots of the equation of state.
+// The screens on which a user chooses among the roots of the equation of state.
 class RootScreensTest : public tests::ScreenTest {
   protected:
     void onEveryScreen(const tests::Composition& fractions,
@@ -35,7 +35,7 @@ class RootScreensTest : public tests::ScreenTest {
             use(screen);
         }
     }
-    /// Types a temperature and a pressure and presses Enter.
+    // Types a temperature and a pressure and presses Enter.
     void solve(std::string_view temperature, std::string_view pressure) {
         robot.enter("dataEntryT", temperature);
         robot.enter("dataEntryP", pressure);
@@ -57,7 +57,7 @@ class RootScreensTest : public tests::ScreenTest {
             EXPECT_EQ(texts({"ResultIdeal", "ExcessVol"}), "||");
         }
     }
-    /// Expects these standard states on, and these texts in the two reference entries.
+    // Expects these standard states on, and these texts in the two reference entries.
     void expectStandard(const std::string& on, const std::string& references) const {
         std::string chosen;
         for (const std::string index : {"0", "1", "2"}) {
@@ -127,20 +127,20 @@ TEST_F(RootScreensTest, RootsAreReachedByTheKeyboardAndShowWhatIsTheirs) {
             EXPECT_TRUE(isOn(root) && robot.control(root).hasFocus()) << root;
             EXPECT_EQ(" " + text("Result"), text(root));
             const auto& mixture = fluid::AcceptedMixture();
-            const auto parts = procedures::volumePartsAt(mixture, {220.0, 3.0}, number);
+            const auto parts = procedures::VolumePartsAt(mixture, {220.0, 3.0}, number);
             EXPECT_EQ(texts({"slope", "Result", "DensityResult"}),
-                      procedures::slopeSentence(parts.root.slope) + "|" +
-                          toolkit::numberText(parts.root.V) + "|" +
-                          toolkit::numberText(parts.root.density) + "|");
-            const auto fugacities = procedures::fugacitiesAt(mixture, {220.0, 3.0}, number++);
+                      procedures::SlopeSentence(parts.root.slope) + "|" +
+                          toolkit::NumberText(parts.root.V) + "|" +
+                          toolkit::NumberText(parts.root.density) + "|");
+            const auto fugacities = procedures::FugacitiesAt(mixture, {220.0, 3.0}, number++);
             if (screen.name == "VolumeWindow") {
                 EXPECT_EQ(texts({"ResultIdeal", "ExcessVol", "warning"}),
-                          procedures::volumeText(parts.ideal) + "|" +
-                              procedures::volumeText(parts.excess) +
+                          procedures::VolumeText(parts.ideal) + "|" +
+                              procedures::VolumeText(parts.excess) +
                               "|warning: multiple solution for Vm(ideal) of pure CO2|");
-                EXPECT_EQ(rows().at(1), volumeRow(parts.gases.at(1)));
+                EXPECT_EQ(rows().at(1), VolumeRow(parts.gases.at(1)));
             } else if (screen.name == "FugacityWindow") {
-                EXPECT_EQ(rows().at(1), fugacityRow(fugacities.gases.at(1)));
+                EXPECT_EQ(rows().at(1), FugacityRow(fugacities.gases.at(1)));
             }
         }
     });
@@ -295,10 +295,10 @@ TEST_F(RootScreensTest, StandardStatesDashTheEntriesThatTheyDoNotUse) {
         const procedures::TypedState state{220.0, 3.0};
         const auto& mixture = fluid::AcceptedMixture();
         const auto table =
-            activitiesAt(mixture, state, fugacitiesAt(mixture, state, 2),
+            ActivitiesAt(mixture, state, FugacitiesAt(mixture, state, 2),
                          c.button == "2" ? StandardState::Ideal : StandardState::Real,
-                         c.typed.empty() ? 3.0 : toolkit::numberOrZero(c.typed));
-        EXPECT_EQ(rows().at(1), activityRow(table.gases.at(1)));
+                         c.typed.empty() ? 3.0 : toolkit::NumberOrZero(c.typed));
+        EXPECT_EQ(rows().at(1), ActivityRow(table.gases.at(1)));
         expectStandard(c.button, c.references);
     }
     choose(1);
@@ -310,7 +310,7 @@ TEST_F(RootScreensTest, StandardStatesDashTheEntriesThatTheyDoNotUse) {
     expectStandard("2", "---|0.5|");
 }
 
-/// The screens that show the stable state by themselves.
+// The screens that show the stable state by themselves.
 class StateScreensTest : public RootScreensTest {
   protected:
     void onBoth(const std::function<void()>& use) {

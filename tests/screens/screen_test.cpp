@@ -14,12 +14,12 @@
 
 namespace tests {
 
-Composition fractionsOf(std::span<const double> counts) {
+Composition FractionsOf(std::span<const double> counts) {
     Composition fractions;
-    for (std::size_t i = 0; i < fluid::ComponentCount; ++i) {
+    for (std::size_t i = 0; i < fluid::componentCount; ++i) {
         if (counts[i] > 0.0) {
-            const double fraction = counts[i] / static_cast<double>(fluid::FractionScale);
-            fractions.emplace_back(fluid::ComponentFormulas[i], toolkit::numberText(fraction));
+            const double fraction = counts[i] / static_cast<double>(fluid::fractionScale);
+            fractions.emplace_back(fluid::componentFormulas[i], toolkit::NumberText(fraction));
         }
     }
     return fractions;
@@ -135,7 +135,7 @@ std::vector<toolkit::List::Row> ScreenTest::rows(const std::string& list) const 
 }
 
 double ScreenTest::number(const std::string& control) const {
-    const auto value = toolkit::parseNumber(text(control));
+    const auto value = toolkit::ParseNumber(text(control));
     EXPECT_TRUE(value.has_value()) << control << " shows \"" << text(control) << '"';
     return value.value_or(0.0);
 }

@@ -27,7 +27,7 @@ bool isDiskSlow = false;
 
 }  // namespace
 
-/// In place of the system's, for all that is written.
+// In place of the system's, for all that is written.
 extern "C" int fsync(int file) {
     std::this_thread::sleep_for(std::chrono::milliseconds(isDiskSlow ? 2500 : 0));
     return static_cast<int>(syscall(SYS_fsync, file));
@@ -38,7 +38,7 @@ namespace {
 namespace files = std::filesystem;
 using Entries = std::vector<std::pair<std::string, std::string>>;
 
-std::string contentsOf(const files::path& path) {
+std::string ContentsOf(const files::path& path) {
     std::ifstream file(path);
     std::ostringstream contents;
     contents << file.rdbuf();
@@ -148,7 +148,7 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
         return joined;
     };
     robot.click("ShowList");
-    toolkit::setClipboardText("Name\tTh\nA\t220\tL\n\nB, C\t220\tV\nD\t22,5\nE 0.5 g/cm3\n");
+    toolkit::SetClipboardText("Name\tTh\nA\t220\tL\n\nB, C\t220\tV\nD\t22,5\nE 0.5 g/cm3\n");
     robot.click("Paste");
     EXPECT_EQ(text("warning"),
               "3 inclusions were added; the first row was taken for heads; 1 row was not "
@@ -194,12 +194,12 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
     EXPECT_EQ(names(), "B, C|D 22,5-|E|A|B, C|D 22,5-|E|");
     save("ExportList", folder / "list");
     ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
-    const std::string list = contentsOf(folder / "list.txt");
+    const std::string list = ContentsOf(folder / "list.txt");
     EXPECT_TRUE(list.starts_with("Composition = CO2 0.5, CH4 0.5\nName, Given, ")) << list;
     EXPECT_NE(list.find("\n\"B, C\", Th, -53.15, vapour, 2.42"), std::string::npos) << list;
     save("ExportIsochores", folder / "all");
     ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
-    const std::string blocks = contentsOf(folder / "all.txt");
+    const std::string blocks = ContentsOf(folder / "all.txt");
     std::size_t count = 0;
     for (std::size_t at = 0; (at = blocks.find("Molar Volume = ", at)) != std::string::npos; ++at) {
         ++count;
@@ -257,7 +257,7 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
     save("Export", folder / "first");
     ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
     EXPECT_EQ(text("warning"), "first.txt was written");
-    EXPECT_EQ(contentsOf(folder / "first.txt"), contentsOf(DROVAN_TEST_DATA "/isochore.txt"));
+    EXPECT_EQ(ContentsOf(folder / "first.txt"), ContentsOf(DROVAN_TEST_DATA "/isochore.txt"));
     EXPECT_EQ(rows().size(), 5U);  // the end of the dialog is no activation
 
     std::ofstream(folder / "old.txt") << "old";
@@ -269,12 +269,12 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
         robot.press("Escape");  // closes the list of completions first, if it is there
         return screen.isActive();
     }));
-    EXPECT_EQ(contentsOf(folder / "old.txt"), "old");
+    EXPECT_EQ(ContentsOf(folder / "old.txt"), "old");
     save("Export", "old");  // in the folder of the last file
     waitForDialog("Replace file");
     robot.press("Alt_L+r");
     ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
-    EXPECT_EQ(contentsOf(folder / "old.txt"), contentsOf(DROVAN_TEST_DATA "/isochore.txt"));
+    EXPECT_EQ(ContentsOf(folder / "old.txt"), ContentsOf(DROVAN_TEST_DATA "/isochore.txt"));
     EXPECT_EQ(std::distance(files::directory_iterator(folder), {}), 2);
 
     open("Isotherm");
@@ -285,7 +285,7 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
                {"dataEntryStep", "200"}});
     save("Export", folder / "isotherm");
     ASSERT_TRUE(robot.waitFor([&isotherm] { return isotherm.isActive(); }));
-    EXPECT_EQ(contentsOf(folder / "isotherm.txt"), contentsOf(DROVAN_TEST_DATA "/isotherm.txt"));
+    EXPECT_EQ(ContentsOf(folder / "isotherm.txt"), ContentsOf(DROVAN_TEST_DATA "/isotherm.txt"));
     save("Export", "/proc/isotherm");
     ASSERT_TRUE(robot.waitFor([&isotherm] { return isotherm.isActive(); }));
     EXPECT_TRUE(text("warning").starts_with("warning: isotherm.txt was not written: "))
@@ -342,7 +342,7 @@ TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
              {"plot.svg", "<?xml"}, {"plot.pdf", "%PDF"}, {"plot.png", "\x89PNG"}}) {
         save("SavePicture", folder / name);
         ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
-        const std::string picture = contentsOf(folder / name);
+        const std::string picture = ContentsOf(folder / name);
         EXPECT_TRUE(picture.starts_with(start)) << name;
         EXPECT_GT(picture.size(), 2000U) << name;
     }

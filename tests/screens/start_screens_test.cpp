@@ -13,12 +13,12 @@ using Names = std::vector<std::string>;
 
 class StartScreensTest : public tests::ScreenTest {
   protected:
-    /// The composition that the model has, as "H2O 0.5 CO2 0.5 ".
+    // The composition that the model has, as "H2O 0.5 CO2 0.5 ".
     static std::string accepted() {
         std::string text;
         for (std::size_t k = 0; k < fluid::AcceptedMixture().count; ++k) {
             text += std::string(fluid::AcceptedMixture().formula(k)) + " " +
-                    toolkit::numberText(fluid::AcceptedMixture().fractions[k]) + " ";
+                    toolkit::NumberText(fluid::AcceptedMixture().fractions[k]) + " ";
         }
         return text;
     }
@@ -45,13 +45,13 @@ TEST_F(StartScreensTest, LoopIsLeftWithTheLastScreenOnly) {
     robot.closeWindow();
     EXPECT_TRUE(opens({"Start2Window", "PressureWindow"}));
     robot.use("Start2Window");
-    toolkit::later([this] { robot.closeWindow(); });
-    toolkit::runLoop();
+    toolkit::Later([this] { robot.closeWindow(); });
+    toolkit::RunLoop();
     EXPECT_EQ(openScreens(), Names{});
     owner.open(std::make_unique<app::Start1Window>(owner));
     robot.use("Start1Window");
-    toolkit::later([this] { robot.closeWindow(); });
-    toolkit::runLoop();
+    toolkit::Later([this] { robot.closeWindow(); });
+    toolkit::RunLoop();
     EXPECT_EQ(openScreens(), Names{});
 }
 

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The screens that start from a molar volume or a density.
+// The screens that start from a molar volume or a density.
 class VolumeScreensTest : public tests::ScreenTest {
   protected:
     void open(const std::string& wanted, const tests::Composition& fractions = {{"H2O", "1"}}) {

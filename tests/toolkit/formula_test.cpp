@@ -12,13 +12,13 @@ namespace {
 constexpr int margin = 20;
 constexpr int side = 400;
 
-/// A formula set and drawn large, and its ink.
+// A formula set and drawn large, and its ink.
 class Picture {
   public:
     explicit Picture(const char* source) {
         const std::unique_ptr<PangoContext, decltype(&g_object_unref)> context(
             pango_font_map_create_context(pango_cairo_font_map_get_default()), &g_object_unref);
-        box = toolkit::typeset(source, context.get(), 30.0);
+        box = toolkit::Typeset(source, context.get(), 30.0);
         cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_A8, side, side);
         cairo_t* const cairo = cairo_create(surface);
         box.draw(cairo, margin, side / 2.0);
@@ -47,7 +47,7 @@ class Picture {
         return isWithin;
     }
 
-    /// How many pieces of ink stand apart from each other.
+    // How many pieces of ink stand apart from each other.
     int pieces() const {
         std::vector<bool> rest = ink;
         int count = 0;

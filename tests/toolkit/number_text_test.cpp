@@ -37,38 +37,38 @@ TEST_F(NumberTextTest, WholeTextsAreNumbersOrNothing) {
         {"1e-999", none},   {"1.0f", none},    {"1\u00A0", none}, {"١", none},     {"1-", none},
         {"infinity", none}, {"nan(1)", none},  {"1.2.3", none},   {"1e5.5", none}, {"1e+3", 1000}};
     for (const auto& [text, value] : cases) {
-        const auto parsed = toolkit::parseNumber(text);
+        const auto parsed = toolkit::ParseNumber(text);
         ASSERT_EQ(parsed.has_value(), !std::isnan(value)) << '"' << text << '"';
         EXPECT_EQ(parsed.value_or(0.0), parsed ? value : 0.0) << '"' << text << '"';
-        EXPECT_EQ(toolkit::numberOrZero(text), parsed ? value : 0.0) << '"' << text << '"';
+        EXPECT_EQ(toolkit::NumberOrZero(text), parsed ? value : 0.0) << '"' << text << '"';
     }
-    EXPECT_FALSE(toolkit::parseNumber(std::string_view("1\0", 2)));
+    EXPECT_FALSE(toolkit::ParseNumber(std::string_view("1\0", 2)));
 }
 
 TEST_F(NumberTextTest, TextsAreTheShortestThatReadBackAsTheSameDouble) {
-    EXPECT_EQ(toolkit::numberText(0.1 + 0.2), "0.30000000000000004");
-    EXPECT_EQ(toolkit::numberText(1234567.5), "1234567.5");
-    EXPECT_EQ(toolkit::numberText(-0.0), "0");
+    EXPECT_EQ(toolkit::NumberText(0.1 + 0.2), "0.30000000000000004");
+    EXPECT_EQ(toolkit::NumberText(1234567.5), "1234567.5");
+    EXPECT_EQ(toolkit::NumberText(-0.0), "0");
     std::mt19937_64 random(1873);
     for (int i = 0; i < 100'000; ++i) {
         const auto value = std::bit_cast<double>(random());
         if (std::isfinite(value)) {
-            const std::string text = toolkit::numberText(value);
-            ASSERT_EQ(toolkit::parseNumber(text), value) << text;
+            const std::string text = toolkit::NumberText(value);
+            ASSERT_EQ(toolkit::ParseNumber(text), value) << text;
             ASSERT_EQ(text.find(','), std::string::npos);
         }
     }
     const std::vector<double> ends = {std::numeric_limits<double>::max(), -2.2250738585072014e-308,
                                       std::numeric_limits<double>::denorm_min()};
     for (const double end : ends) {
-        EXPECT_EQ(toolkit::parseNumber(toolkit::numberText(end)), end);
+        EXPECT_EQ(toolkit::ParseNumber(toolkit::NumberText(end)), end);
     }
 }
 
 TEST_F(NumberTextTest, FixedDecimalsAreKeptWhileFourDigitsAreSeen) {
-    EXPECT_EQ(toolkit::fixedText(2.0 / 3.0, 4), "0.6667");
-    EXPECT_EQ(toolkit::fixedText(1234.5, 0), "1234");
-    EXPECT_EQ(toolkit::fixedText(-1e-9, 3), "0.000");
+    EXPECT_EQ(toolkit::FixedText(2.0 / 3.0, 4), "0.6667");
+    EXPECT_EQ(toolkit::FixedText(1234.5, 0), "1234");
+    EXPECT_EQ(toolkit::FixedText(-1e-9, 3), "0.000");
     for (const auto& [value, decimals, text] :
          std::vector<std::tuple<double, int, std::string>>{{-0.0, 6, "0.000000"},
                                                            {0.001, 6, "0.001000"},
@@ -77,9 +77,9 @@ TEST_F(NumberTextTest, FixedDecimalsAreKeptWhileFourDigitsAreSeen) {
                                                            {0.00000999, 8, "9.99000000e-06"},
                                                            {9.87e14, 2, "987000000000000.00"},
                                                            {1e15, 2, "1.00e+15"}}) {
-        EXPECT_EQ(toolkit::resultText(value, decimals), text);
+        EXPECT_EQ(toolkit::ResultText(value, decimals), text);
     }
-    const std::string longest = toolkit::fixedText(-std::numeric_limits<double>::max(), 9);
+    const std::string longest = toolkit::FixedText(-std::numeric_limits<double>::max(), 9);
     EXPECT_EQ(longest.size(), 1U + 309U + 1U + 9U);
 }
 

@@ -17,8 +17,8 @@ using toolkit::PageBlock;
 using toolkit::TextRun;
 using toolkit::TextRuns;
 
-/// The runs with the marks of their looks: *italic*, _index_, ^exponent^, <link>.
-std::string marked(const TextRuns& runs) {
+// The runs with the marks of their looks: *italic*, _index_, ^exponent^, <link>.
+std::string Marked(const TextRuns& runs) {
     std::string text;
     for (const TextRun& run : runs) {
         const std::string mark = run.style.script < 0   ? "_"
@@ -32,12 +32,12 @@ std::string marked(const TextRuns& runs) {
     return text;
 }
 
-std::string marked(const PageBlock& block) {
+std::string Marked(const PageBlock& block) {
     std::string text = std::to_string(static_cast<int>(block.kind)) + std::to_string(block.level) +
-                       block.mark + " " + marked(block.runs);
+                       block.mark + " " + Marked(block.runs);
     for (const auto& row : block.rows) {
         for (const TextRuns& cell : row) {
-            text += "[" + marked(cell) + "]";
+            text += "[" + Marked(cell) + "]";
         }
     }
     return text;
@@ -48,8 +48,8 @@ TEST(PageTest, MarkdownIsReadWithListsTablesFormulasAndWithoutComments) {
         "# A *page*\n\nSee [the next](next.md#end) one, `0.7` <!-- read Sum -->, with\n$x_i$.\n\n"
         "2. two\n\n   inside\n3. three\n\n- a\n  - b\n\n| h | |\n|---|---|\n| **c** | $-e^2$ |\n";
     std::string read;
-    for (const PageBlock& block : toolkit::readMarkdown(source)) {
-        read += marked(block) + "\n";
+    for (const PageBlock& block : toolkit::ReadMarkdown(source)) {
+        read += Marked(block) + "\n";
     }
     EXPECT_EQ(read,
               "11 A *page*\n"
@@ -70,14 +70,14 @@ TEST(PageTest, TexIsTurnedIntoFormulasAndIntoLines) {
     };
     for (const auto& [tex, line] : cases) {
         std::string text;
-        for (const TextRun& run : toolkit::lineOfFormula(toolkit::formulaOfTex(tex))) {
+        for (const TextRun& run : toolkit::LineOfFormula(toolkit::FormulaOfTex(tex))) {
             text += run.text;
         }
         EXPECT_EQ(text, line) << tex;
     }
 }
 
-/// Every page of the documentation, so that none uses what is not read.
+// Every page of the documentation, so that none uses what is not read.
 TEST(PageTest, GuideHasNoMarksLeftAndEveryLinkLeadsToAHeading) {
     namespace files = std::filesystem;
     std::set<std::string> places;
@@ -88,16 +88,16 @@ TEST(PageTest, GuideHasNoMarksLeftAndEveryLinkLeadsToAHeading) {
         }
         std::ifstream file(entry.path());
         const std::string source{std::istreambuf_iterator<char>(file), {}};
-        for (const PageBlock& block : toolkit::readMarkdown(source)) {
+        for (const PageBlock& block : toolkit::ReadMarkdown(source)) {
             TextRuns runs = block.runs;
             for (const auto& row : block.rows) {
                 for (const TextRuns& cell : row) {
                     runs.insert(runs.end(), cell.begin(), cell.end());
                 }
             }
-            if (block.kind == PageBlock::Kind::heading) {
+            if (block.kind == PageBlock::Kind::Heading) {
                 places.insert(entry.path().filename().string() + "#" +
-                              toolkit::anchorOf(block.runs));
+                              toolkit::AnchorOf(block.runs));
             }
             for (const TextRun& run : runs) {
                 EXPECT_EQ(run.text.find_first_of(run.style.isCode ? "$" : "$\\{}~"),

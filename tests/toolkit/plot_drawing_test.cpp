@@ -28,7 +28,7 @@ using toolkit::PlotSeries;
 using toolkit::PlotView;
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-/// A plot of one series as a picture.
+// A plot of one series as a picture.
 struct Picture {
     explicit Picture(const PlotSeries& series, bool isLogarithmic = false,
                      cairo_surface_t* onto = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width,
@@ -40,11 +40,11 @@ struct Picture {
         const toolkit::PlotContent content{title, {title, "K"}, {title, ""}, {series}, {}};
         toolkit::PlotView view;
         view.start(content.series, {.isLogarithmicX = isLogarithmic});
-        const auto drawn = toolkit::drawPlot(cairo.get(), width, height, {}, content, view);
+        const auto drawn = toolkit::DrawPlot(cairo.get(), width, height, {}, content, view);
         frame = drawn ? std::optional(drawn->frame) : std::nullopt;
         cairo_surface_flush(surface.get());
     }
-    /// Whether something blue, the first colour of the palette, is near the place.
+    // Whether something blue, the first colour of the palette, is near the place.
     bool isColoured(const toolkit::PlotPlace& place) const {
         const auto* const pixels =
             reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(surface.get()));
@@ -55,9 +55,7 @@ struct Picture {
                 const bool isInside = x >= 0 && x < width && y >= 0 && y < height;
                 const std::uint32_t pixel = isInside ? pixels[y * width + x] : 0;
                 constexpr std::uint32_t least = 64;
-                if ((pixel & 0xFFU) > (pixel >> 16U & 0xFFU) + least) {
-                    return true;
-                }
+                if ((pixel & 0xFFU) > (pixel >> 16U & 0xFFU) + least) return true;
             }
         }
         return false;
@@ -69,7 +67,7 @@ struct Picture {
     std::optional<toolkit::PlotFrame> frame;
 };
 
-PlotSeries seriesOf(const Points& points, Style style = Style::line) {
+PlotSeries SeriesOf(const Points& points, Style style = Style::Line) {
     PlotSeries series("50 % #1 \xff <√>", style);
     for (const auto& [x, y] : points) {
         series.add(x, y);
@@ -87,9 +85,9 @@ TEST(PlotDrawingTest, PointsAreDrawnWhereTheyAreReadOut) {
           Points{{1e15, 1e15}, {1e15 + 1.0, 1e15}}, Points{{-10.0, -1e6}, {-5.0, -2e6}},
           Points{{300.0, 1234.5}, {300.08, 1234.66}}, Points{{1e-9, 1.0}, {1e-3, 2.0}},
           Points{{1e-300, 1.0}, {1e299, 2.0}}, Points{{0.0, 1.0}, {40.0, 2.0}, {4e5, 3.0}}}) {
-        for (const Style style : {Style::line, Style::dotted, Style::markers}) {
+        for (const Style style : {Style::Line, Style::Dotted, Style::Markers}) {
             for (const bool isLogarithmic : {false, true}) {
-                const Picture picture(seriesOf(points, style), isLogarithmic);
+                const Picture picture(SeriesOf(points, style), isLogarithmic);
                 ASSERT_TRUE(picture.frame);
                 for (const auto& [x, y] : points) {
                     const auto place = picture.frame->placeOf({x, y});
@@ -97,7 +95,7 @@ TEST(PlotDrawingTest, PointsAreDrawnWhereTheyAreReadOut) {
                                          (x > 0.0 || !picture.frame->limits.x.isLogarithmic);
                     ASSERT_EQ(place.has_value(), isDrawn) << x << ' ' << y;
                     // The ends of two dots may lie in the gap between them.
-                    const bool isCertain = style != Style::dotted && points.size() < 3;
+                    const bool isCertain = style != Style::Dotted && points.size() < 3;
                     EXPECT_TRUE(!isDrawn || !isCertain || picture.isColoured(*place))
                         << x << ' ' << y << ' ' << isLogarithmic;
                 }
@@ -107,7 +105,7 @@ TEST(PlotDrawingTest, PointsAreDrawnWhereTheyAreReadOut) {
 }
 
 TEST(PlotDrawingTest, LegendStaysInThePictureAndMarksLieOnTheirPoints) {
-    const Picture picture(seriesOf({{1.0, 1.0}, {2.0, 2.0}, {3.0, 3.0}}, Style::markers));
+    const Picture picture(SeriesOf({{1.0, 1.0}, {2.0, 2.0}, {3.0, 3.0}}, Style::Markers));
     for (const double side : {-5.0, 5.0}) {
         const toolkit::PlotPlace place = *picture.frame->placeOf({2.0, 2.0});
         EXPECT_TRUE(picture.isColoured({place.x + 0.8 * side, place.y}));
@@ -128,7 +126,7 @@ TEST(PlotDrawingTest, LegendStaysInThePictureAndMarksLieOnTheirPoints) {
                 cairo_create(surface.get()), &cairo_destroy);
             toolkit::PlotView view;
             view.start(series, {});
-            toolkit::drawPlot(cairo.get(), size, 500, {.textHeight = textHeight},
+            toolkit::DrawPlot(cairo.get(), size, 500, {.textHeight = textHeight},
                               {title, {title, ""}, {title, ""}, series, {}}, view);
             cairo_surface_flush(surface.get());
             const auto* const pixels =
@@ -140,8 +138,8 @@ TEST(PlotDrawingTest, LegendStaysInThePictureAndMarksLieOnTheirPoints) {
     }
 }
 
-/// The bytes that the steps of drawing a plot take.
-std::size_t sizeOfDrawing(const PlotSeries& series) {
+// The bytes that the steps of drawing a plot take.
+std::size_t SizeOfDrawing(const PlotSeries& series) {
     std::size_t size = 0;
     const auto count = +[](void* sum, const unsigned char* /*bytes*/, unsigned length) {
         *static_cast<std::size_t*>(sum) += length;
@@ -156,7 +154,7 @@ std::size_t sizeOfDrawing(const PlotSeries& series) {
 
 TEST(PlotDrawingTest, LongSeriesKeepTheirPeaksAndGapsAndFewOfTheirPoints) {
     constexpr int count = 100'000;
-    for (const Style style : {Style::line, Style::dashed, Style::markers}) {
+    for (const Style style : {Style::Line, Style::Dashed, Style::Markers}) {
         for (const bool isFullOfGaps : {false, true}) {
             PlotSeries series("", style);
             for (int i = 0; i < count; ++i) {
@@ -165,7 +163,7 @@ TEST(PlotDrawingTest, LongSeriesKeepTheirPeaksAndGapsAndFewOfTheirPoints) {
                 series.add(i, isGap ? nan : y);
             }
             const Picture picture(series);
-            EXPECT_LT(sizeOfDrawing(series), 150'000U);
+            EXPECT_LT(SizeOfDrawing(series), 150'000U);
             ASSERT_TRUE(picture.frame);
             EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf({51'234.0, 9.0})));
             EXPECT_TRUE(picture.isColoured(*picture.frame->placeOf({61'234.0, -3.0})));
@@ -175,7 +173,7 @@ TEST(PlotDrawingTest, LongSeriesKeepTheirPeaksAndGapsAndFewOfTheirPoints) {
     }
 }
 
-/// What a picture file holds.
+// What a picture file holds.
 struct Pixels {
     explicit Pixels(const std::string& path)
         : surface(cairo_image_surface_create_from_png(path.c_str()), &cairo_surface_destroy) {}
@@ -185,7 +183,7 @@ struct Pixels {
                   &cairo_surface_destroy) {
         const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(cairo_create(surface.get()),
                                                                        &cairo_destroy);
-        drawn = toolkit::drawPlot(cairo.get(), width, height, look, content, view);
+        drawn = toolkit::DrawPlot(cairo.get(), width, height, look, content, view);
         cairo_surface_flush(surface.get());
     }
     int width() const { return cairo_image_surface_get_width(surface.get()); }
@@ -200,19 +198,19 @@ struct Pixels {
     std::optional<toolkit::DrawnPlot> drawn;
 };
 
-/// An isotherm with its states, marks, a pin and more beyond its view.
-PlotContent isotherm() {
+// An isotherm with its states, marks, a pin and more beyond its view.
+PlotContent Isotherm() {
     PlotSeries curve("isotherm 220 K");
     const auto pressure = [](double V) { return 1829.2 / (V - 42.9) - 4.15e5 / (V * V); };
-    curve.change("stable", Style::line);
+    curve.change("stable", Style::Line);
     for (double V = 50.0; V < 1500.0; V *= 1.1) {
         curve.add(V, pressure(V));
         if (curve.size() == 8 || curve.size() == 20) {
             curve.change(curve.size() == 8 ? "unstable" : "stable",
-                         curve.size() == 8 ? Style::dotted : Style::dashed);
+                         curve.size() == 8 ? Style::Dotted : Style::Dashed);
         }
     }
-    PlotSeries marks("dew point", Style::markers, 1);
+    PlotSeries marks("dew point", Style::Markers, 1);
     marks.add(600.0, pressure(600.0));
     return {"0.7 CO₂ + 0.3 CH₄, van der Waals",
             {"Molar Volume", "cm³/mol"},
@@ -222,13 +220,13 @@ PlotContent isotherm() {
 }
 
 TEST(PlotPictureTest, SavedPictureIsWhatIsOnTheScreenButForGroundAndSize) {
-    const PlotContent content = isotherm();
+    const PlotContent content = Isotherm();
     PlotView view;
     view.start(content.series, {.y = toolkit::PlotRange{-10.0, 20.0}, .isLogarithmicX = true});
     const std::string folder = testing::TempDir();
     for (const toolkit::PictureSize& size : toolkit::pictureSizes) {
         SCOPED_TRACE(size.name);
-        ASSERT_EQ(toolkit::savePlot(folder + "plot.png", size, content, view), std::nullopt);
+        ASSERT_EQ(toolkit::SavePlot(folder + "plot.png", size, content, view), std::nullopt);
         const Pixels saved(folder + "plot.png");
         EXPECT_EQ(saved.width(), std::lround(size.width / 25.4 * 300.0));
         // In the proportions of the file, on the white ground of the file and on that of a dark
@@ -263,12 +261,12 @@ TEST(PlotPictureTest, SavedPictureIsWhatIsOnTheScreenButForGroundAndSize) {
             }
         }
         EXPECT_NEAR((last - first + 1) / textHeight, 0.74, 0.05);
-        ASSERT_EQ(toolkit::savePlot(folder + "plot.pdf", size, content, view), std::nullopt);
+        ASSERT_EQ(toolkit::SavePlot(folder + "plot.pdf", size, content, view), std::nullopt);
         std::ifstream file(folder + "plot.pdf");
         const std::string pdf{std::istreambuf_iterator<char>(file), {}};
         EXPECT_NE(pdf.find("/ToUnicode"), std::string::npos);  // its text can be selected
     }
-    EXPECT_TRUE(toolkit::savePlot("/proc/plot.svg", toolkit::pictureSizes[0], content, view));
+    EXPECT_TRUE(toolkit::SavePlot("/proc/plot.svg", toolkit::pictureSizes[0], content, view));
 }
 
 TEST(PlotDrawingTest, ColoursStandOutFromTheirGroundAndLegendStandsWhereNothingIs) {
@@ -282,7 +280,7 @@ TEST(PlotDrawingTest, ColoursStandOutFromTheirGroundAndLegendStandsWhereNothingI
     for (const double shade : {1.0, 0.15}) {
         const toolkit::Colour ground{shade, shade, shade};
         for (const std::size_t i : {0UL, 1UL, 2UL, 3UL, 4UL, 5UL, PlotSeries::grey}) {
-            const double colour = luminance(toolkit::plotColour(i, ground));
+            const double colour = luminance(toolkit::PlotColour(i, ground));
             const auto [darker, lighter] = std::minmax({colour, luminance(ground)});
             EXPECT_GE((lighter + 0.05) / (darker + 0.05), 3.0) << i << ' ' << shade;
         }
@@ -357,7 +355,7 @@ TEST(PlotDrawingTest, LabelsStandBesideTheirCurvesAndOverNothingElse) {
             };
             bool isBeside = box.width == 0.0;
             for (std::size_t k = 0; k < series.size(); ++k) {
-                toolkit::trace(
+                toolkit::Trace(
                     series[k], 0, frame,
                     [&](const toolkit::PlotSpot& spot) {
                         EXPECT_FALSE(isIn(spot.place, 0.0)) << i << " under " << k;
@@ -386,7 +384,7 @@ TEST(PlotViewTest, TicksAreRoundNumbersInViewHoweverLargeAndNarrow) {
                                               {1e-9, 1e-2, true},
                                               {1e-300, 1e299, true}}) {
         for (const double most : {1.0, 3.0, 7.0, 20.0}) {
-            const toolkit::PlotTicks ticks = toolkit::ticksOf(limits, most);
+            const toolkit::PlotTicks ticks = toolkit::TicksOf(limits, most);
             ASSERT_GE(ticks.major.size(), 1U) << limits.low << ' ' << limits.high << ' ' << most;
             EXPECT_LE(ticks.major.size(), std::max(most, 2.0) + 2.0);
             for (const auto& [value, label] : ticks.major) {
@@ -395,7 +393,7 @@ TEST(PlotViewTest, TicksAreRoundNumbersInViewHoweverLargeAndNarrow) {
                 if (plain.starts_with("\u2212")) {
                     plain.replace(0, 3, "-");
                 }
-                const auto number = toolkit::parseNumber(plain);
+                const auto number = toolkit::ParseNumber(plain);
                 EXPECT_TRUE(!number || std::abs(*number * std::pow(10.0, ticks.exponent) - value) <=
                                            1e-12 * std::abs(value))
                     << label << ' ' << value;
@@ -403,17 +401,17 @@ TEST(PlotViewTest, TicksAreRoundNumbersInViewHoweverLargeAndNarrow) {
             }
         }
     }
-    EXPECT_EQ(toolkit::powerOfTen(-12), "10⁻¹²");
+    EXPECT_EQ(toolkit::PowerOfTen(-12), "10⁻¹²");
 }
 
 TEST(PlotViewTest, ViewGoesBackShowsAllAndRefusesWhatCannotBeDrawn) {
-    const PlotContent content = isotherm();
+    const PlotContent content = Isotherm();
     PlotView view;
     view.start(content.series, {.y = toolkit::PlotRange{-10.0, 20.0}});
     const toolkit::PlotLimits first = view.limits();
     view.zoomTo({900.0, 5.0}, {100.0, 0.0});
     EXPECT_EQ(view.limits(), (toolkit::PlotLimits{{100.0, 900.0}, {0.0, 5.0}}));
-    view.zoom({100.0, 5.0}, 0.5, PlotView::Act::wheel);
+    view.zoom({100.0, 5.0}, 0.5, PlotView::Act::Wheel);
     EXPECT_EQ(view.limits(), (toolkit::PlotLimits{{100.0, 500.0}, {2.5, 5.0}}));
     view.pan(0.5, -1.0);
     EXPECT_EQ(view.limits(), (toolkit::PlotLimits{{300.0, 700.0}, {0.0, 2.5}}));
@@ -436,7 +434,7 @@ TEST(PlotViewTest, ViewGoesBackShowsAllAndRefusesWhatCannotBeDrawn) {
         EXPECT_EQ(view.limits(), first);
     }
     for (int i = 0; i < 2000; ++i) {
-        view.zoom({400.0, 1.0}, i < 1000 ? 0.5 : 4.0, PlotView::Act::wheel);
+        view.zoom({400.0, 1.0}, i < 1000 ? 0.5 : 4.0, PlotView::Act::Wheel);
         ASSERT_LT(view.limits().x.low, view.limits().x.high);
     }
 }
@@ -454,22 +452,22 @@ TEST(PlotFrameTest, TrueCurveIsDrawnAndReadBetweenItsPoints) {
     const toolkit::PlotFrame frame({{-1.1, 1.1}, {-1.1, 1.1}}, 0.0, 0.0, 440.0, 440.0);
     for (double angle = 0.0; angle < 6.0; angle += 0.1) {
         const auto place = *frame.placeOf({std::cos(angle), std::sin(angle)});
-        const auto found = toolkit::nearest(series, frame, {place.x + 3.0, place.y}, 10.0);
+        const auto found = toolkit::Nearest(series, frame, {place.x + 3.0, place.y}, 10.0);
         ASSERT_TRUE(found) << angle;
-        const toolkit::PlotPoint point = toolkit::pointOf(curve, *found, frame);
+        const toolkit::PlotPoint point = toolkit::PointOf(curve, *found, frame);
         EXPECT_NEAR(std::hypot(point.x, point.y), 1.0, 1e-12);
         EXPECT_NEAR(std::hypot(point.x - std::cos(angle), point.y - std::sin(angle)), 0.0, 0.02);
     }
-    EXPECT_FALSE(toolkit::nearest(series, frame, {220.0, 220.0}, 100.0));  // the middle
+    EXPECT_FALSE(toolkit::Nearest(series, frame, {220.0, 220.0}, 100.0));  // the middle
     // Along the circle of 200 pixels and back again.
     toolkit::PlotPosition position;
     for (int i = 0; i < 100; ++i) {
-        position = toolkit::walked(series, frame, position, 6.0);
+        position = toolkit::Walked(series, frame, position, 6.0);
         EXPECT_NEAR(2.0 * (static_cast<double>(position.point) + position.share), 0.03 * (i + 1),
                     0.01);
     }
     for (int i = 0; i < 110; ++i) {
-        position = toolkit::walked(series, frame, position, -6.0);
+        position = toolkit::Walked(series, frame, position, -6.0);
     }
     EXPECT_EQ(position, toolkit::PlotPosition{});
 }

@@ -24,7 +24,7 @@ FormulaView::FormulaView(std::string name, std::string text, std::string source)
             pango_font_description_get_size(gtk_widget_get_style(widget)->font_desc) /
             static_cast<double>(PANGO_SCALE);
         self->box_ =
-            typeset(self->source_, gtk_widget_get_pango_context(widget), relativeSize * points);
+            Typeset(self->source_, gtk_widget_get_pango_context(widget), relativeSize * points);
         gtk_widget_set_size_request(
             widget, static_cast<gint>(std::ceil(self->box_.width)),
             static_cast<gint>(std::ceil(self->box_.ascent + self->box_.descent)));
@@ -33,7 +33,7 @@ FormulaView::FormulaView(std::string name, std::string text, std::string source)
                              const FormulaView* self) -> gboolean {
         GtkAllocation place;
         gtk_widget_get_allocation(widget, &place);
-        const CairoContext cairo = exposedPart(widget, *event);
+        const CairoContext cairo = ExposedPart(widget, *event);
         gdk_cairo_set_source_color(cairo.get(),
                                    &gtk_widget_get_style(widget)->fg[gtk_widget_get_state(widget)]);
         const double slack = place.height - self->box_.ascent - self->box_.descent;
@@ -41,8 +41,8 @@ FormulaView::FormulaView(std::string name, std::string text, std::string source)
                         place.y + std::round(slack / 2.0 + self->box_.ascent));
         return FALSE;
     };
-    connect(widget(), "style-set", onStyleSet, this);
-    connect(widget(), "expose-event", onExpose, this);
+    Connect(widget(), "style-set", onStyleSet, this);
+    Connect(widget(), "expose-event", onExpose, this);
 }
 
 }  // namespace toolkit

@@ -15,29 +15,29 @@ namespace {
 
 using Box = FormulaBox;
 
-/// The font sizes of the text, of an index, and of an index of an index. All lengths here are in
-/// units of the font size at hand, `unit`.
+// The font sizes of the text, of an index, and of an index of an index. All lengths here are in
+// units of the font size at hand, `unit`.
 constexpr std::array<double, 3> sizes = {1.0, 0.72, 0.58};
 
-/// How far the middle of the ink stands above the baseline.
-double middle(const Box& box) {
+// How far the middle of the ink stands above the baseline.
+double Middle(const Box& box) {
     return (box.ascent - box.descent) / 2.0;
 }
 
-/// Puts `child` into `parent`, whose extents follow it.
-void place(Box& parent, Box child, double x, double rise) {
+// Puts `child` into `parent`, whose extents follow it.
+void Place(Box& parent, Box child, double x, double rise) {
     parent.width = std::max(parent.width, x + child.width);
     parent.ascent = std::max(parent.ascent, child.ascent + rise);
     parent.descent = std::max(parent.descent, child.descent - rise);
     parent.parts.push_back({std::move(child), x, rise});
 }
 
-/// The thickness of a line, in whole pixels.
-double rule(double unit) {
+// The thickness of a line, in whole pixels.
+double Rule(double unit) {
     return std::max(std::round(0.055 * unit), 1.0);
 }
 
-void strokePath(cairo_t* cairo, double lineWidth,
+void StrokePath(cairo_t* cairo, double lineWidth,
                 std::initializer_list<std::array<double, 2>> path) {
     if (path.size() > 0) {
         cairo_new_path(cairo);
@@ -49,27 +49,27 @@ void strokePath(cairo_t* cairo, double lineWidth,
     cairo_stroke(cairo);
 }
 
-/// A thick stroke down, and thin ones to it and up to the bar.
-void drawRadical(cairo_t* cairo, const Box& box, double unit, double x, double baseline) {
-    const double bar = std::round(baseline - box.ascent) + rule(unit) / 2.0;
+// A thick stroke down, and thin ones to it and up to the bar.
+void DrawRadical(cairo_t* cairo, const Box& box, double unit, double x, double baseline) {
+    const double bar = std::round(baseline - box.ascent) + Rule(unit) / 2.0;
     const double bottom = baseline + box.descent;
     const double tip = bottom - 0.45 * (bottom - bar);
     const double foot = x + 0.31 * unit;
-    strokePath(cairo, rule(unit), {{x + 0.04 * unit, tip + 0.09 * unit}, {x + 0.15 * unit, tip}});
-    strokePath(cairo, 0.09 * unit, {{x + 0.15 * unit, tip}, {foot, bottom - 0.04 * unit}});
-    strokePath(cairo, rule(unit), {{foot, bottom}, {x + 0.56 * unit, bar}, {x + box.width, bar}});
+    StrokePath(cairo, Rule(unit), {{x + 0.04 * unit, tip + 0.09 * unit}, {x + 0.15 * unit, tip}});
+    StrokePath(cairo, 0.09 * unit, {{x + 0.15 * unit, tip}, {foot, bottom - 0.04 * unit}});
+    StrokePath(cairo, Rule(unit), {{foot, bottom}, {x + 0.56 * unit, bar}, {x + box.width, bar}});
 }
 
-/// A round bracket, thicker in its middle, or a square one. A negative `unit` makes the right one.
-void drawBracket(cairo_t* cairo, const Box& box, double unit, double x, double baseline,
+// A round bracket, thicker in its middle, or a square one. A negative `unit` makes the right one.
+void DrawBracket(cairo_t* cairo, const Box& box, double unit, double x, double baseline,
                  bool isRound) {
-    const double line = rule(std::abs(unit));
+    const double line = Rule(std::abs(unit));
     const double top = std::round(baseline - box.ascent) + line / 2.0;
     const double bottom = std::round(baseline + box.descent) - line / 2.0;
     const double tip = x + 0.27 * unit;
     if (!isRound) {
         const double stem = std::round(x + 0.1 * unit) + std::copysign(line / 2.0, unit);
-        strokePath(cairo, line, {{tip, top}, {stem, top}, {stem, bottom}, {tip, bottom}});
+        StrokePath(cairo, line, {{tip, top}, {stem, top}, {stem, bottom}, {tip, bottom}});
         return;
     }
     const double bend = 0.28 * (bottom - top);
@@ -79,12 +79,12 @@ void drawBracket(cairo_t* cairo, const Box& box, double unit, double x, double b
     cairo_curve_to(cairo, back, top + bend, back, bottom - bend, tip, bottom);
     cairo_curve_to(cairo, belly, bottom - bend, belly, top + bend, tip, top);
     cairo_fill_preserve(cairo);
-    strokePath(cairo, 0.03 * std::abs(unit), {});  // keeps the ends from fading
+    StrokePath(cairo, 0.03 * std::abs(unit), {});  // keeps the ends from fading
 }
 
-/// A context like `original`, in which widths are not rounded to pixels: indices would stand at
-/// uneven distances.
-PangoContext* exactContext(PangoContext* original) {
+// A context like `original`, in which widths are not rounded to pixels: indices would stand at
+// uneven distances.
+PangoContext* ExactContext(PangoContext* original) {
     PangoContext* const context =
         pango_font_map_create_context(pango_context_get_font_map(original));
     cairo_font_options_t* const options = cairo_font_options_create();
@@ -102,23 +102,23 @@ PangoContext* exactContext(PangoContext* original) {
     return context;
 }
 
-/// Reads a source from its start, and sets what it reads.
+// Reads a source from its start, and sets what it reads.
 class Setter {
   public:
     Setter(std::string_view source, PangoContext* context, double pixels)
         : rest_(source),
           em_(pixels),
-          context_(exactContext(context), &g_object_unref),
-          axis_(middle(glyphs("−", 0)) / em_) {}
+          context_(ExactContext(context), &g_object_unref),
+          axis_(Middle(glyphs("−", 0)) / em_) {}
 
-    /// What stands before `end`, or before the end of the source.
+    // What stands before `end`, or before the end of the source.
     Box line(std::size_t level, char end) {
         Box box;
         while (!rest_.empty() && rest_.front() != end) {
             Box next = scripts(atom(level), level);
             box.left = box.parts.empty() ? next.left : box.left;
             box.overhang = next.overhang;
-            place(box, std::move(next), box.width, 0.0);
+            Place(box, std::move(next), box.width, 0.0);
         }
         rest_.remove_prefix(rest_.empty() ? 0 : 1);
         return box;
@@ -149,15 +149,15 @@ class Setter {
                                 : characters(level);
     }
 
-    /// Room at both sides of a sign.
+    // Room at both sides of a sign.
     Box space(double width, std::size_t level, const char* sign) const {
         Box box;
-        place(box, glyphs(sign, level), width * em(level), 0.0);
+        Place(box, glyphs(sign, level), width * em(level), 0.0);
         box.width += width * em(level);
         return box;
     }
 
-    /// A quantity, whose name may have several letters, or an upright character.
+    // A quantity, whose name may have several letters, or an upright character.
     Box characters(std::size_t level) {
         const bool isUpright = skip("\\up{");
         const auto isLetter = [this](std::size_t i) {
@@ -177,8 +177,8 @@ class Setter {
         return box;
     }
 
-    /// All sizes are drawn from the fonts of the text: to look up one more font takes longer than
-    /// to set a whole formula.
+    // All sizes are drawn from the fonts of the text: to look up one more font takes longer than
+    // to set a whole formula.
     Box glyphs(std::string_view text, std::size_t level, bool isItalic = false,
                double size = 1.0) const {
         const std::shared_ptr<PangoLayout> layout(pango_layout_new(context_.get()),
@@ -213,16 +213,16 @@ class Setter {
         return box;
     }
 
-    /// A large sign stands by its ink, its middle on the axis: fonts differ in the room around it.
-    /// `lean`: how far an index goes back below it, in units of its width.
+    // A large sign stands by its ink, its middle on the axis: fonts differ in the room around it.
+    // `lean`: how far an index goes back below it, in units of its width.
     Box big(const char* sign, double size, double lean, std::size_t level) const {
         Box box = glyphs(sign, level, false, size);
         Box big;
         big.overhang = lean * box.ink;
-        const double rise = axis_ * em(level) - middle(box);
+        const double rise = axis_ * em(level) - Middle(box);
         const double left = std::exchange(box.left, 0.0);
         box.width = box.ink + left;
-        place(big, std::move(box), -left, rise);
+        Place(big, std::move(box), -left, rise);
         return big;
     }
 
@@ -230,9 +230,7 @@ class Setter {
         const double unit = em(level);
         const Box index = skip("_") ? group(level + 1) : Box();
         const Box exponent = skip("^") ? group(level + 1) : Box();
-        if (index.width + exponent.width == 0.0) {
-            return base;
-        }
+        if (index.width + exponent.width == 0.0) return base;
         const double x = base.width + 0.04 * unit;
         const double rise =
             std::max({0.4 * unit, base.ascent - 0.32 * unit, exponent.descent + 0.25 * unit});
@@ -241,9 +239,9 @@ class Setter {
             std::max({0.2 * unit, base.descent - 0.05 * unit, index.ascent - highest});
         Box box;
         box.left = base.left;
-        place(box, index, x - base.overhang, index.width > 0.0 ? -drop : 0.0);
-        place(box, exponent, x, exponent.width > 0.0 ? rise : 0.0);
-        place(box, std::move(base), 0.0, 0.0);
+        Place(box, index, x - base.overhang, index.width > 0.0 ? -drop : 0.0);
+        Place(box, exponent, x, exponent.width > 0.0 ? rise : 0.0);
+        Place(box, std::move(base), 0.0, 0.0);
         box.width += 0.04 * unit;
         return box;
     }
@@ -255,16 +253,16 @@ class Setter {
         Box bar;
         bar.width = std::max(above.width, below.width) + 0.2 * unit;
         bar.paint = [width = bar.width, unit](cairo_t* cairo, double x, double baseline) {
-            cairo_rectangle(cairo, std::round(x), std::round(baseline - rule(unit) / 2.0), width,
-                            rule(unit));
+            cairo_rectangle(cairo, std::round(x), std::round(baseline - Rule(unit) / 2.0), width,
+                            Rule(unit));
             cairo_fill(cairo);
         };
         const double center = 0.06 * unit + bar.width / 2.0;
         const double axis = axis_ * unit;
         Box box;
-        place(box, bar, 0.06 * unit, axis);
-        place(box, above, center - above.width / 2.0, axis + 0.17 * unit + above.descent);
-        place(box, below, center - below.width / 2.0, axis - 0.17 * unit - below.ascent);
+        Place(box, bar, 0.06 * unit, axis);
+        Place(box, above, center - above.width / 2.0, axis + 0.17 * unit + above.descent);
+        Place(box, below, center - below.width / 2.0, axis - 0.17 * unit - below.ascent);
         box.width += 0.06 * unit;
         return box;
     }
@@ -274,15 +272,15 @@ class Setter {
         const Box radicand = group(level);
         const double start = 0.6 * unit - std::min(radicand.left, 0.0);
         Box box;
-        place(box, radicand, start, 0.0);
+        Place(box, radicand, start, 0.0);
         Box sign;
         sign.width = box.width + 0.06 * unit;
         sign.ascent = std::max(radicand.ascent, 0.6 * unit) + 0.175 * unit;
         sign.descent = std::max(radicand.descent, 0.05 * unit);
         sign.paint = [sign, unit](cairo_t* cairo, double x, double baseline) {
-            drawRadical(cairo, sign, unit, x, baseline);
+            DrawRadical(cairo, sign, unit, x, baseline);
         };
-        place(box, sign, 0.0, 0.0);
+        Place(box, sign, 0.0, 0.0);
         box.width += 0.06 * unit;
         return box;
     }
@@ -293,8 +291,8 @@ class Setter {
         const Box below = group(level + 1);
         const double center = std::max(sign.width, below.width) / 2.0;
         Box box;
-        place(box, sign, center - sign.width / 2.0, 0.0);
-        place(box, below, center - below.width / 2.0, -sign.descent - 0.12 * unit - below.ascent);
+        Place(box, sign, center - sign.width / 2.0, 0.0);
+        Place(box, below, center - below.width / 2.0, -sign.descent - 0.12 * unit - below.ascent);
         box.width += 0.16 * unit;
         return box;
     }
@@ -310,10 +308,10 @@ class Setter {
         box.ascent = half + axis;
         box.descent = half - axis;
         box.paint = [box, isRound, unit](cairo_t* cairo, double x, double baseline) {
-            drawBracket(cairo, box, unit, x, baseline, isRound);
-            drawBracket(cairo, box, -unit, x + box.width, baseline, isRound);
+            DrawBracket(cairo, box, unit, x, baseline, isRound);
+            DrawBracket(cairo, box, -unit, x + box.width, baseline, isRound);
         };
-        place(box, content, 0.36 * unit, 0.0);
+        Place(box, content, 0.36 * unit, 0.0);
         return box;
     }
 
@@ -334,14 +332,14 @@ void FormulaBox::draw(cairo_t* cairo, double x, double baseline) const {
     }
 }
 
-FormulaBox typeset(std::string_view source, PangoContext* context, double points) {
+FormulaBox Typeset(std::string_view source, PangoContext* context, double points) {
     const double resolution = pango_cairo_context_get_resolution(context);
     const double em = points * (resolution > 0.0 ? resolution : 96.0) / 72.0;
     const Box line = Setter(source, context, em).line(0, '\0');
     Box box;
     box.ascent = 0.75 * em;  // at least as high as a line of text
     box.descent = 0.22 * em;
-    place(box, line, std::max(-line.left, 0.0), 0.0);
+    Place(box, line, std::max(-line.left, 0.0), 0.0);
     return box;
 }
 

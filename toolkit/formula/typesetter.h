@@ -9,7 +9,7 @@ using PangoContext = struct _PangoContext;
 
 namespace toolkit {
 
-/// A piece of a formula and the pieces in it; pixels, from the left end of its baseline.
+// A piece of a formula and the pieces in it; pixels, from the left end of its baseline.
 struct FormulaBox {
     struct Part;
 
@@ -22,7 +22,7 @@ struct FormulaBox {
     std::function<void(cairo_t*, double x, double baseline)> paint{};  // what is in no part
     std::vector<Part> parts;
 
-    /// Draws in the source colour of `cairo`, sharp at any scale of the drawing.
+    // Draws in the source colour of `cairo`, sharp at any scale of the drawing.
     void draw(cairo_t* cairo, double x, double baseline) const;
 };
 
@@ -32,15 +32,15 @@ struct FormulaBox::Part {
     double rise = 0.0;  // of its baseline above that of the whole
 };
 
-/// Sets a formula in a size in points. `context`: of the widget, gives the resolution.
-///
-///   RT φ 2 ∂           italic letters, and upright ones for all other characters
-///   x_i T_{\up{c}}^2   an index, an exponent, or both in this order; upright letters
-///   a = b − c          the spaces of a relation and of an operation
-///   (a) [b]            brackets as high as what they enclose
-///   \frac{a}{b}  \sqrt{a}  \sum{i}  \int_a^b
-///
-/// A blank is a thin space, a tilde a wide one.
-FormulaBox typeset(std::string_view source, PangoContext* context, double points);
+// Sets a formula in a size in points. `context`: of the widget, gives the resolution.
+//
+//   RT φ 2 ∂           italic letters, and upright ones for all other characters
+//   x_i T_{\up{c}}^2   an index, an exponent, or both in this order; upright letters
+//   a = b − c          the spaces of a relation and of an operation
+//   (a) [b]            brackets as high as what they enclose
+//   \frac{a}{b}  \sqrt{a}  \sum{i}  \int_a^b
+//
+// A blank is a thin space, a tilde a wide one.
+FormulaBox Typeset(std::string_view source, PangoContext* context, double points);
 
 }  // namespace toolkit

@@ -14,11 +14,11 @@ namespace toolkit {
 
 namespace {
 
-std::string textOf(const MD_ATTRIBUTE& attribute) {
+std::string TextOf(const MD_ATTRIBUTE& attribute) {
     return {attribute.text, attribute.size};
 }
 
-/// Puts the blocks together from what the parser finds, in the order of the page.
+// Puts the blocks together from what the parser finds, in the order of the page.
 class Reader {
   public:
     std::vector<PageBlock> blocks;
@@ -32,27 +32,27 @@ class Reader {
                 lists_.emplace_back(static_cast<MD_BLOCK_OL_DETAIL*>(detail)->start);
                 break;
             case MD_BLOCK_LI: {
-                PageBlock& item = start(PageBlock::Kind::item);
+                PageBlock& item = start(PageBlock::Kind::Item);
                 item.level = static_cast<int>(lists_.size());
                 std::optional<unsigned>& number = lists_.back();
                 item.mark = number ? std::to_string((*number)++) + "." : "•";
                 break;
             }
             case MD_BLOCK_H:
-                start(PageBlock::Kind::heading).level =
+                start(PageBlock::Kind::Heading).level =
                     static_cast<int>(static_cast<MD_BLOCK_H_DETAIL*>(detail)->level);
                 break;
             case MD_BLOCK_CODE:
-                start(PageBlock::Kind::verbatim);
+                start(PageBlock::Kind::Verbatim);
                 break;
             case MD_BLOCK_P:
                 // The first paragraph of an item is the item itself.
                 if (lists_.empty() || !blocks.back().runs.empty()) {
-                    start(PageBlock::Kind::paragraph).level = static_cast<int>(lists_.size());
+                    start(PageBlock::Kind::Paragraph).level = static_cast<int>(lists_.size());
                 }
                 break;
             case MD_BLOCK_TABLE:
-                start(PageBlock::Kind::table);
+                start(PageBlock::Kind::Table);
                 break;
             case MD_BLOCK_TR:
                 blocks.back().rows.emplace_back();
@@ -78,9 +78,9 @@ class Reader {
     void enterSpan(MD_SPANTYPE type, void* detail) {
         change(type, true);
         if (type == MD_SPAN_A) {
-            style_.link = textOf(static_cast<MD_SPAN_A_DETAIL*>(detail)->href);
+            style_.link = TextOf(static_cast<MD_SPAN_A_DETAIL*>(detail)->href);
         } else if (type == MD_SPAN_IMG && runs_ != nullptr) {
-            runs_->push_back({"", style_, textOf(static_cast<MD_SPAN_IMG_DETAIL*>(detail)->src)});
+            runs_->push_back({"", style_, TextOf(static_cast<MD_SPAN_IMG_DETAIL*>(detail)->src)});
             isInPicture_ = true;
         }
     }
@@ -95,9 +95,7 @@ class Reader {
     }
 
     void addText(MD_TEXTTYPE type, std::string_view text) {
-        if (runs_ == nullptr) {
-            return;
-        }
+        if (runs_ == nullptr) return;
         if (type == MD_TEXT_HTML) {
             isAfterComment_ = true;
             return;
@@ -132,7 +130,7 @@ class Reader {
         return blocks.back();
     }
 
-    bool isInVerbatim() const { return blocks.back().kind == PageBlock::Kind::verbatim; }
+    bool isInVerbatim() const { return blocks.back().kind == PageBlock::Kind::Verbatim; }
 
     void change(MD_SPANTYPE type, bool isOn) {
         if (type == MD_SPAN_EM) {
@@ -143,8 +141,8 @@ class Reader {
             style_.isCode = isOn;
         } else if ((type == MD_SPAN_LATEXMATH || type == MD_SPAN_LATEXMATH_DISPLAY) && !isOn &&
                    runs_ != nullptr) {
-            const std::string formula = formulaOfTex(std::exchange(tex_, {}));
-            TextRuns line = lineOfFormula(formula);
+            const std::string formula = FormulaOfTex(std::exchange(tex_, {}));
+            TextRuns line = LineOfFormula(formula);
             if (type == MD_SPAN_LATEXMATH) {
                 runs_->insert(runs_->end(), line.begin(), line.end());
                 return;
@@ -168,27 +166,27 @@ class Reader {
 
 }  // namespace
 
-std::vector<PageBlock> readMarkdown(std::string_view source) {
+std::vector<PageBlock> ReadMarkdown(std::string_view source) {
     Reader reader;
     MD_PARSER parser{};
     parser.flags = MD_FLAG_TABLES | MD_FLAG_LATEXMATHSPANS;
-    parser.enter_block = guarded([](MD_BLOCKTYPE type, void* detail, void* self) {
+    parser.enter_block = Guarded([](MD_BLOCKTYPE type, void* detail, void* self) {
         static_cast<Reader*>(self)->enterBlock(type, detail);
         return 0;
     });
-    parser.leave_block = guarded([](MD_BLOCKTYPE type, void* /*detail*/, void* self) {
+    parser.leave_block = Guarded([](MD_BLOCKTYPE type, void* /*detail*/, void* self) {
         static_cast<Reader*>(self)->leaveBlock(type);
         return 0;
     });
-    parser.enter_span = guarded([](MD_SPANTYPE type, void* detail, void* self) {
+    parser.enter_span = Guarded([](MD_SPANTYPE type, void* detail, void* self) {
         static_cast<Reader*>(self)->enterSpan(type, detail);
         return 0;
     });
-    parser.leave_span = guarded([](MD_SPANTYPE type, void* /*detail*/, void* self) {
+    parser.leave_span = Guarded([](MD_SPANTYPE type, void* /*detail*/, void* self) {
         static_cast<Reader*>(self)->leaveSpan(type);
         return 0;
     });
-    parser.text = guarded([](MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* self) {
+    parser.text = Guarded([](MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* self) {
         static_cast<Reader*>(self)->addText(type, {text, size});
         return 0;
     });
@@ -196,7 +194,7 @@ std::vector<PageBlock> readMarkdown(std::string_view source) {
     return std::move(reader.blocks);
 }
 
-std::string anchorOf(const TextRuns& heading) {
+std::string AnchorOf(const TextRuns& heading) {
     std::string anchor;
     for (const TextRun& run : heading) {
         for (const char c : run.text) {

@@ -23,22 +23,22 @@ constexpr double pageHeight = 34.0;
 constexpr int margin = 12;
 constexpr const char* wideSpace = "~~";  // between two formulas
 
-GtkTextView* viewOf(const Control& control) {
+GtkTextView* ViewOf(const Control& control) {
     return GTK_TEXT_VIEW(control.widget());
 }
 
-GtkTextBuffer* bufferOf(const Control& control) {
-    return gtk_text_view_get_buffer(viewOf(control));
+GtkTextBuffer* BufferOf(const Control& control) {
+    return gtk_text_view_get_buffer(ViewOf(control));
 }
 
 using Pixbuf = std::unique_ptr<GdkPixbuf, decltype(&g_object_unref)>;
 
-/// A formula in the colour of the texts of the widget.
-Pixbuf pictureOf(const std::string& formula, GtkWidget* widget) {
+// A formula in the colour of the texts of the widget.
+Pixbuf PictureOf(const std::string& formula, GtkWidget* widget) {
     const GtkStyle* const style = gtk_widget_get_style(widget);
     const double points =
         pango_font_description_get_size(style->font_desc) / static_cast<double>(PANGO_SCALE);
-    const FormulaBox box = typeset(formula, gtk_widget_get_pango_context(widget), 1.15 * points);
+    const FormulaBox box = Typeset(formula, gtk_widget_get_pango_context(widget), 1.15 * points);
     const int width = static_cast<int>(std::ceil(box.width)) + 2;
     const int height = static_cast<int>(std::ceil(box.ascent + box.descent)) + 2;
     const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
@@ -64,8 +64,8 @@ Pixbuf pictureOf(const std::string& formula, GtkWidget* widget) {
     return picture;
 }
 
-/// A picture from a file, made smaller where it is wider than the page; null where there is none.
-Pixbuf pictureFrom(const std::string& name, const std::string& folder, int width) {
+// A picture from a file, made smaller where it is wider than the page; null where there is none.
+Pixbuf PictureFrom(const std::string& name, const std::string& folder, int width) {
     const std::string file = folder + "/" + name;
     int own = 0;
     GdkPixbuf* const picture =
@@ -76,9 +76,9 @@ Pixbuf pictureFrom(const std::string& name, const std::string& folder, int width
     return {picture, &g_object_unref};
 }
 
-void addTags(GtkTextBuffer* buffer, GtkWidget* widget) {
+void AddTags(GtkTextBuffer* buffer, GtkWidget* widget) {
     const GtkStyle* const style = gtk_widget_get_style(widget);
-    const int line = lineHeight(widget);
+    const int line = LineHeight(widget);
     const auto rise = [line](double share) { return static_cast<int>(share * line * PANGO_SCALE); };
     GdkColor link = style->text[GTK_STATE_NORMAL];
     GdkColor* own = nullptr;
@@ -115,7 +115,7 @@ void addTags(GtkTextBuffer* buffer, GtkWidget* widget) {
     make("rest", "left-margin", margin + 2 * line);
 }
 
-std::string textOf(const TextRuns& runs) {
+std::string TextOf(const TextRuns& runs) {
     std::string text;
     for (const TextRun& run : runs) {
         text += run.text;
@@ -123,11 +123,11 @@ std::string textOf(const TextRuns& runs) {
     return text;
 }
 
-/// How wide the longest cell of a column is, in pixels.
-int widthOfColumn(const PageBlock& table, std::size_t column, GtkWidget* widget) {
+// How wide the longest cell of a column is, in pixels.
+int WidthOfColumn(const PageBlock& table, std::size_t column, GtkWidget* widget) {
     int width = 0;
     for (const std::vector<TextRuns>& row : table.rows) {
-        width = std::max(width, sizeOfText(widget, textOf(row[column])).width);
+        width = std::max(width, SizeOfText(widget, TextOf(row[column])).width);
     }
     return width * 11 / 10;  // some of it may be bold, or in another font
 }
@@ -147,7 +147,7 @@ struct PageView::Callbacks {
 
     static void onEvent(GtkWidget* widget, const GdkEvent* event, PageView* self) {
         if (event->type != GDK_BUTTON_RELEASE || event->button.button != 1 ||
-            gtk_text_buffer_get_has_selection(bufferOf(*self)) != FALSE) {
+            gtk_text_buffer_get_has_selection(BufferOf(*self)) != FALSE) {
             return;
         }
         const Link* const link =
@@ -173,11 +173,9 @@ struct PageView::Callbacks {
         if (isBack || event->keyval == GDK_KEY_Tab) {
             return static_cast<gboolean>(self->selectLink(!isBack));
         }
-        if (event->keyval != GDK_KEY_Return && event->keyval != GDK_KEY_KP_Enter) {
-            return FALSE;
-        }
+        if (event->keyval != GDK_KEY_Return && event->keyval != GDK_KEY_KP_Enter) return FALSE;
         GtkTextIter start;
-        gtk_text_buffer_get_selection_bounds(bufferOf(*self), &start, nullptr);
+        gtk_text_buffer_get_selection_bounds(BufferOf(*self), &start, nullptr);
         const Link* const link = self->linkAt(gtk_text_iter_get_offset(&start));
         if (link != nullptr) {
             self->follow(*link);
@@ -187,39 +185,39 @@ struct PageView::Callbacks {
 };
 
 PageView::PageView(std::string name) : Control(std::move(name), gtk_text_view_new()) {
-    GtkTextView* const view = viewOf(*this);
+    GtkTextView* const view = ViewOf(*this);
     gtk_text_view_set_editable(view, FALSE);
     gtk_text_view_set_accepts_tab(view, FALSE);
     gtk_text_view_set_wrap_mode(view, GTK_WRAP_WORD);
     gtk_text_view_set_left_margin(view, margin);
     gtk_text_view_set_right_margin(view, margin);
     // Once the view has done what it does with a press: a link may put another text into it.
-    connect(
+    Connect(
         widget(), "event-after",
         [](GtkWidget* widget, GdkEvent* event, PageView* self) {
             Callbacks::onEvent(widget, event, self);
         },
         this);
-    connect(
+    Connect(
         widget(), "motion-notify-event",
         [](GtkWidget* widget, GdkEventMotion* event, const PageView* self) -> gboolean {
             return Callbacks::onMoved(widget, event, self);
         },
         this);
-    connect(
+    Connect(
         widget(), "key-press-event",
         [](GtkWidget* widget, GdkEventKey* event, PageView* self) -> gboolean {
             return Callbacks::onKey(widget, event, self);
         },
         this);
     // Formulas, pictures and columns follow the font and the colours.
-    connect(
+    Connect(
         widget(), "realize", [](GtkWidget* /*widget*/, PageView* self) { self->write(); }, this,
-        Order::last);
-    connect(
+        Order::Last);
+    Connect(
         widget(), "style-set",
         [](GtkWidget* /*widget*/, GtkStyle* /*previous*/, PageView* self) { self->write(); }, this,
-        Order::last);
+        Order::Last);
 }
 
 Block PageView::scrolling() {
@@ -236,13 +234,13 @@ Block PageView::scrolling() {
 }
 
 void PageView::show(std::string_view markdown, const std::string& folder) {
-    blocks_ = readMarkdown(markdown);
+    blocks_ = ReadMarkdown(markdown);
     folder_ = folder;
     anchor_.clear();
     heading_.clear();
     for (const PageBlock& block : blocks_) {
-        if (block.kind == PageBlock::Kind::heading && heading_.empty()) {
-            heading_ = textOf(block.runs);
+        if (block.kind == PageBlock::Kind::Heading && heading_.empty()) {
+            heading_ = TextOf(block.runs);
         }
     }
     write();
@@ -253,10 +251,10 @@ void PageView::write() {
         return;  // it is written as soon as it has its font
     }
 
-    pageWidth_ = static_cast<int>(pageWidth * lineHeight(widget())) - 2 * margin;
+    pageWidth_ = static_cast<int>(pageWidth * LineHeight(widget())) - 2 * margin;
     GtkTextBuffer* const buffer = gtk_text_buffer_new(nullptr);
-    addTags(buffer, widget());
-    gtk_text_view_set_buffer(viewOf(*this), buffer);
+    AddTags(buffer, widget());
+    gtk_text_view_set_buffer(ViewOf(*this), buffer);
     g_object_unref(buffer);
     links_.clear();
     anchors_.clear();
@@ -272,24 +270,24 @@ void PageView::write() {
 
 void PageView::write(const PageBlock& block) {
     using Kind = PageBlock::Kind;
-    GtkTextBuffer* const buffer = bufferOf(*this);
+    GtkTextBuffer* const buffer = BufferOf(*this);
     const int first = gtk_text_buffer_get_char_count(buffer);
-    if (block.kind == Kind::table) {
+    if (block.kind == Kind::Table) {
         writeTable(block);
         return;
     }
     std::vector<const char*> tags = {"below"};
-    if (block.kind == Kind::heading) {
+    if (block.kind == Kind::Heading) {
         constexpr std::array headings = {"heading1", "heading2", "heading3"};
         tags.push_back(headings[std::min<std::size_t>(block.level, headings.size()) - 1]);
         if (first > 0) {
             tags.push_back("above");
         }
-        anchors_.push_back({first, first, anchorOf(block.runs)});
-    } else if (block.kind == Kind::item) {
+        anchors_.push_back({first, first, AnchorOf(block.runs)});
+    } else if (block.kind == Kind::Item) {
         tags.push_back(block.level > 1 ? "item2" : "item1");
         insert(block.mark + "\u2002", {});
-    } else if (block.kind == Kind::verbatim) {
+    } else if (block.kind == Kind::Verbatim) {
         tags.push_back("verbatim");
     } else if (block.level > 0) {
         tags.push_back("inItem");
@@ -307,8 +305,8 @@ void PageView::write(const PageBlock& block) {
 }
 
 void PageView::writeTable(const PageBlock& table) {
-    GtkTextBuffer* const buffer = bufferOf(*this);
-    const int gap = lineHeight(widget());
+    GtkTextBuffer* const buffer = BufferOf(*this);
+    const int gap = LineHeight(widget());
     std::size_t columns = 0;
     for (const std::vector<TextRuns>& row : table.rows) {
         columns = std::max(columns, row.size());
@@ -318,10 +316,10 @@ void PageView::writeTable(const PageBlock& table) {
     std::vector<int> stops;
     int width = margin;
     for (std::size_t i = 0; i + 1 < columns; ++i) {
-        width += widthOfColumn(table, i, widget()) + gap;
+        width += WidthOfColumn(table, i, widget()) + gap;
         stops.push_back(width);
     }
-    const int last = columns == 0 ? 0 : widthOfColumn(table, columns - 1, widget());
+    const int last = columns == 0 ? 0 : WidthOfColumn(table, columns - 1, widget());
     const bool areBeside = width + std::min(last, pageWidth_ * 2 / 5) < pageWidth_;
     GtkTextTag* const rowTag = gtk_text_buffer_create_tag(buffer, nullptr, nullptr);
     if (areBeside) {
@@ -340,9 +338,7 @@ void PageView::writeTable(const PageBlock& table) {
         const bool isHead = &row == &table.rows.front();
         const bool isEmpty =
             std::all_of(row.begin(), row.end(), [](const TextRuns& cell) { return cell.empty(); });
-        if (isEmpty) {
-            continue;
-        }
+        if (isEmpty) continue;
         const int first = gtk_text_buffer_get_char_count(buffer);
         for (std::size_t i = 0; i < row.size(); ++i) {
             if (i > 0 && (areBeside || !row[i].empty())) {
@@ -373,7 +369,7 @@ void PageView::write(const TextRun& run) {
         return;
     }
 
-    const Pixbuf picture = pictureFrom(run.picture, folder_, pageWidth_);
+    const Pixbuf picture = PictureFrom(run.picture, folder_, pageWidth_);
     if (picture != nullptr) {
         insert(run.text, {"spoken"});
         insert(picture.get());
@@ -390,12 +386,10 @@ void PageView::write(const TextRun& run) {
             tags.push_back(tag);
         }
     }
-    const int start = gtk_text_buffer_get_char_count(bufferOf(*this));
+    const int start = gtk_text_buffer_get_char_count(BufferOf(*this));
     insert(run.text, tags);
-    const int end = gtk_text_buffer_get_char_count(bufferOf(*this));
-    if (style.link.empty()) {
-        return;
-    }
+    const int end = gtk_text_buffer_get_char_count(BufferOf(*this));
+    if (style.link.empty()) return;
     if (!links_.empty() && links_.back().end == start && links_.back().target == style.link) {
         links_.back().end = end;
     } else {
@@ -404,7 +398,7 @@ void PageView::write(const TextRun& run) {
 }
 
 void PageView::writeFormula(const std::string& formula) {
-    const Pixbuf picture = pictureOf(formula, widget());
+    const Pixbuf picture = PictureOf(formula, widget());
     const std::size_t gap = formula.find(wideSpace);
     // Several formulas that are too wide for one line are written below each other.
     if (gap == std::string::npos || gdk_pixbuf_get_width(picture.get()) <= pageWidth_) {
@@ -418,12 +412,12 @@ void PageView::writeFormula(const std::string& formula) {
 
 void PageView::insert(GdkPixbuf* picture) {
     GtkTextIter end;
-    gtk_text_buffer_get_end_iter(bufferOf(*this), &end);
-    gtk_text_buffer_insert_pixbuf(bufferOf(*this), &end, picture);
+    gtk_text_buffer_get_end_iter(BufferOf(*this), &end);
+    gtk_text_buffer_insert_pixbuf(BufferOf(*this), &end, picture);
 }
 
 void PageView::insert(const std::string& text, const std::vector<const char*>& tags) {
-    GtkTextBuffer* const buffer = bufferOf(*this);
+    GtkTextBuffer* const buffer = BufferOf(*this);
     const int first = gtk_text_buffer_get_char_count(buffer);
     GtkTextIter end;
     gtk_text_buffer_get_end_iter(buffer, &end);
@@ -440,15 +434,13 @@ void PageView::goTo(const std::string& anchor) {
     const auto found =
         std::find_if(anchors_.begin(), anchors_.end(),
                      [&anchor](const Link& heading) { return heading.target == anchor; });
-    if (found == anchors_.end()) {
-        return;
-    }
-    GtkTextBuffer* const buffer = bufferOf(*this);
+    if (found == anchors_.end()) return;
+    GtkTextBuffer* const buffer = BufferOf(*this);
     GtkTextIter place;
     gtk_text_buffer_get_iter_at_offset(buffer, &place, found->start);
     gtk_text_buffer_place_cursor(buffer, &place);
     // The heights of the lines are not all known yet: the view scrolls once they are.
-    gtk_text_view_scroll_to_mark(viewOf(*this), gtk_text_buffer_get_insert(buffer), 0.0, TRUE, 1.0,
+    gtk_text_view_scroll_to_mark(ViewOf(*this), gtk_text_buffer_get_insert(buffer), 0.0, TRUE, 1.0,
                                  0.0);
 }
 
@@ -460,7 +452,7 @@ const PageView::Link* PageView::linkAt(int position) const {
 }
 
 bool PageView::selectLink(bool isForward) {
-    GtkTextBuffer* const buffer = bufferOf(*this);
+    GtkTextBuffer* const buffer = BufferOf(*this);
     GtkTextIter start;
     GtkTextIter end;
     gtk_text_buffer_get_selection_bounds(buffer, &start, &end);
@@ -472,43 +464,41 @@ bool PageView::selectLink(bool isForward) {
             next = &link;
         }
     }
-    if (next == nullptr) {
-        return false;
-    }
+    if (next == nullptr) return false;
     gtk_text_buffer_get_iter_at_offset(buffer, &start, next->start);
     gtk_text_buffer_get_iter_at_offset(buffer, &end, next->end);
     gtk_text_buffer_select_range(buffer, &start, &end);
-    gtk_text_view_scroll_mark_onscreen(viewOf(*this), gtk_text_buffer_get_insert(buffer));
+    gtk_text_view_scroll_mark_onscreen(ViewOf(*this), gtk_text_buffer_get_insert(buffer));
     return true;
 }
 
 void PageView::follow(const Link& link) {
     // What follows may show another page: the target is needed no longer than the link.
-    runHandler([this, target = link.target] { follow_ ? follow_(target) : void(); },
+    RunHandler([this, target = link.target] { follow_ ? follow_(target) : void(); },
                name().c_str());
 }
 
 std::string PageView::text() const {
     GtkTextIter start;
     GtkTextIter end;
-    gtk_text_buffer_get_bounds(bufferOf(*this), &start, &end);
-    gchar* const text = gtk_text_buffer_get_text(bufferOf(*this), &start, &end, FALSE);
+    gtk_text_buffer_get_bounds(BufferOf(*this), &start, &end);
+    gchar* const text = gtk_text_buffer_get_text(BufferOf(*this), &start, &end, FALSE);
     std::string result = text;
     g_free(text);
     return result;
 }
 
 bool PageView::canPerform(EditCommand command) const {
-    return command == EditCommand::selectAll ||
-           (command == EditCommand::copy &&
-            gtk_text_buffer_get_has_selection(bufferOf(*this)) != FALSE);
+    return command == EditCommand::SelectAll ||
+           (command == EditCommand::Copy &&
+            gtk_text_buffer_get_has_selection(BufferOf(*this)) != FALSE);
 }
 
 void PageView::perform(EditCommand command) {
-    if (command == EditCommand::copy) {
-        gtk_text_buffer_copy_clipboard(bufferOf(*this),
+    if (command == EditCommand::Copy) {
+        gtk_text_buffer_copy_clipboard(BufferOf(*this),
                                        gtk_widget_get_clipboard(widget(), GDK_SELECTION_CLIPBOARD));
-    } else if (command == EditCommand::selectAll) {
+    } else if (command == EditCommand::SelectAll) {
         g_signal_emit_by_name(widget(), "select-all", TRUE);
     }
 }

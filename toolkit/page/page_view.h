@@ -14,25 +14,25 @@ using GdkPixbuf = struct _GdkPixbuf;
 
 namespace toolkit {
 
-/// A page of text to read, with links. Tab goes from link to link, Enter follows one.
+// A page of text to read, with links. Tab goes from link to link, Enter follows one.
 class PageView : public Control, public Editable {
   public:
     explicit PageView(std::string name);
 
-    /// Shows a page of Markdown from its start. `folder`: where the pictures lie.
+    // Shows a page of Markdown from its start. `folder`: where the pictures lie.
     void show(std::string_view markdown, const std::string& folder);
-    /// Brings the heading of that anchor to the top; does nothing where there is none.
+    // Brings the heading of that anchor to the top; does nothing where there is none.
     void goTo(const std::string& anchor);
-    /// `follow` is given the target of a link that was pressed.
+    // `follow` is given the target of a link that was pressed.
     void onFollow(std::function<void(const std::string&)> follow) { follow_ = std::move(follow); }
-    /// The first heading of the page.
+    // The first heading of the page.
     const std::string& heading() const { return heading_; }
 
     std::string text() const override;
     bool canPerform(EditCommand command) const override;
     void perform(EditCommand command) override;
 
-    /// The page with its scroll bar, for a window's layout.
+    // The page with its scroll bar, for a window's layout.
     Block scrolling();
 
   private:
@@ -51,9 +51,9 @@ class PageView : public Control, public Editable {
     void writeFormula(const std::string& formula);
     void insert(GdkPixbuf* picture);
     void insert(const std::string& text, const std::vector<const char*>& tags);
-    /// The link at that character; null where there is none.
+    // The link at that character; null where there is none.
     const Link* linkAt(int position) const;
-    /// Selects the next link, or the previous one; whether there is one.
+    // Selects the next link, or the previous one; whether there is one.
     bool selectLink(bool isForward);
     void follow(const Link& link);
 

@@ -11,15 +11,15 @@ namespace toolkit {
 
 namespace {
 
-bool isLetter(std::string_view text) {
+bool IsLetter(std::string_view text) {
     return !text.empty() && g_unichar_isalpha(g_utf8_get_char(text.data())) != FALSE;
 }
 
-std::size_t characterSize(std::string_view text) {
+std::size_t CharacterSize(std::string_view text) {
     return static_cast<std::size_t>(g_utf8_next_char(text.data()) - text.data());
 }
 
-/// Reads a formula from its start and writes it in a line.
+// Reads a formula from its start and writes it in a line.
 class Line {
   public:
     explicit Line(std::string_view source) : rest_(source) {}
@@ -58,7 +58,7 @@ class Line {
         }
     }
 
-    /// A part of a fraction or of a root: in brackets where it is a sum.
+    // A part of a fraction or of a root: in brackets where it is a sum.
     void enclosed(int script, bool isAlways) {
         const std::string_view part = rest_.substr(0, rest_.find('}'));
         const bool isSum = isAlways || part.find(" − ") != std::string_view::npos ||
@@ -90,8 +90,8 @@ class Line {
         } else if (skip("~")) {
             add(" ", false, script);
         } else {
-            const std::size_t size = characterSize(rest_);
-            add(rest_.substr(0, size), isLetter(rest_), script);
+            const std::size_t size = CharacterSize(rest_);
+            add(rest_.substr(0, size), IsLetter(rest_), script);
             rest_.remove_prefix(size);
         }
     }
@@ -102,7 +102,7 @@ class Line {
 
 }  // namespace
 
-std::string formulaOfTex(std::string_view tex) {
+std::string FormulaOfTex(std::string_view tex) {
     using Replacement = std::pair<std::regex, const char*>;
     // In this order: the longer name before the one that it starts with.
     static const std::vector<Replacement> replacements = {
@@ -136,7 +136,7 @@ std::string formulaOfTex(std::string_view tex) {
     return formula;
 }
 
-TextRuns lineOfFormula(std::string_view formula) {
+TextRuns LineOfFormula(std::string_view formula) {
     return Line(formula).all();
 }
 
