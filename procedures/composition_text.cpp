@@ -39,8 +39,12 @@ std::string Joined(const fluid::Mixture& mixture, const char* between, const cha
 
 }  // namespace
 
+std::string CompositionText(const fluid::Mixture& mixture) {
+    return Joined(mixture, " ", " + ", Printed);
+}
+
 std::string CompositionTitle(const fluid::Mixture& mixture) {
-    return Joined(mixture, " ", " + ", Printed) + ", van der Waals";
+    return CompositionText(mixture) + ", van der Waals";
 }
 
 std::string CompositionName(const fluid::Mixture& mixture) {

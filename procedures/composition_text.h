@@ -6,6 +6,9 @@
 
 namespace procedures {
 
+// The fluid as the legend of a plot has it: "0.7 CO₂ + 0.3 CH₄".
+std::string CompositionText(const fluid::Mixture& mixture);
+
 // The fluid as the title of a plot has it: "0.7 CO₂ + 0.3 CH₄, van der Waals".
 std::string CompositionTitle(const fluid::Mixture& mixture);
 

@@ -1,22 +1,12 @@
 #include "procedures/isotherm_window.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstddef>
-#include <map>
-#include <optional>
+#include <iterator>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "model/composition.h"
-#include "model/critical_point.h"
-#include "model/spinodal.h"
-#include "model/van_der_waals.h"
-#include "procedures/phase_curves.h"
-#include "procedures/phase_sentences.h"
-#include "procedures/stability_text.h"
+#include "procedures/composition_text.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
 
@@ -24,32 +14,36 @@ namespace procedures {
 
 namespace {
 
-using fluid::Stability;
-using toolkit::PlotSeries;
-
 constexpr int visibleRows = 8;
 
-PlotSeries::Style StyleOf(Stability state) {
-    constexpr std::array<PlotSeries::Style, 4> styles = {
-        PlotSeries::Style::Line, PlotSeries::Style::Dashed, PlotSeries::Style::Dotted,
-        PlotSeries::Style::DashDotted};
-    return styles[static_cast<std::size_t>(state)];
-}
+const TemperatureScale longestScale = {"˚Celsius", zeroCelsius};
 
 }  // namespace
 
 IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
     : Screen(host, "IsothermWindow", "Isotherms - Drovan W"),
       table(*this, warning, "isotherm",
-            {.heads = IsothermTable::heads(), .characters = {14, 14, 14, 11}, .words = {3}}),
+            {.heads = IsothermTable::heads(longestScale),
+             .characters = {11, 12, 9, 11, 10, 8, 11},
+             .words = {6}}),
       plotPanel(*this, warning, table.ListBox1, "isotherm",
-                "Pressure over molar volume at this temperature") {
+                "Pressure over molar volume or density at these temperatures") {
     dataEntryT.onTextChange(this, &IsothermWindow::emptyResults);
     volumeUnitChoice.onChange(this, &IsothermWindow::volumeUnitChosen);
     temperature.onChange(this, &IsothermWindow::temperatureUnitChosen);
     range.onTextChange(this, &IsothermWindow::emptyResults);
     Clear.onClick(this, &IsothermWindow::Clear_Action);
     calculate.onClick(this, &IsothermWindow::calculate_Action);
+    Keep.onClick(this, &IsothermWindow::Keep_Action);
+    for (toolkit::CheckButton* const each : {&Dome, &TwoPhases, &CriticalPoints}) {
+        each->turn(true);
+    }
+    for (toolkit::CheckButton* const each :
+         {&Dome, &TwoPhases, &CriticalPoints, &Spinodal, &Mechanical}) {
+        each->onToggle(toolkit::Member(this, &IsothermWindow::plotAgain));
+    }
+    Keep.setTooltip("Leaves these curves in grey when others are calculated");
+    dataEntryT.setTooltip("One temperature or several: 215 235 Tc 290, or 200:300:20");
     Temperature.setTarget(dataEntryT, StaticText3);
     table.ListBox1.setEmptyText(
         "The pressure and the state at each volume or density of the range appear here when they "
@@ -71,7 +65,13 @@ void IsothermWindow::layOut() {
     const Block left =
         toolkit::Column({inputs, toolkit::ButtonRow({Clear, table.Export, calculate}), warning,
                          table.ListBox1.scrolling(visibleRows).expanding(), Boundaries});
-    setContent(toolkit::Columns({"table", left}, {{"plot", plotPanel.block()}}));
+    const Block over =
+        toolkit::Row({toolkit::Grid({{Dome, TwoPhases, CriticalPoints}, {Spinodal, Mechanical}},
+                                    toolkit::Spacing::Touching)
+                          .expanding(),
+                      Block(Keep).atStart()});
+    setContent(toolkit::Columns(
+        {"table", left}, {{"plot", toolkit::Column({over, plotPanel.block().expanding()})}}));
 }
 
 void IsothermWindow::Event_Activate() {
@@ -86,21 +86,35 @@ void IsothermWindow::showUnits() {
     volumeUnitChoice.showCaptions();
     StaticText3.setText(temperature.unitText());
     range.setQuantity(volumeUnitChoice.quantityText(), volumeUnitChoice.unitText());
-    table.ListBox1.setHeads(IsothermTable::heads());
-    plotPanel.setAxes("Molar Volume", volumeUnit, "Pressure", "MPa");
+    table.ListBox1.setHeads(IsothermTable::heads(temperature.scale()));
+    plotPanel.setAxes(volumeUnitChoice.quantityText(), volumeUnitChoice.unitText(), "Pressure",
+                      "MPa");
 }
 
 void IsothermWindow::emptyResults() {
     warning.setText("");
     Boundaries.setText("");
     table.clear();
-    plotPanel.clear();
+    figure_.reset();
+    plot();
 }
 
 void IsothermWindow::Clear_Action() {
     dataEntryT.setText("");
     range.clear();
+    kept_.clear();
     emptyResults();
+}
+
+void IsothermWindow::Keep_Action() {
+    if (!figure_) {
+        warning.setText("warning: there are no curves to keep yet; calculate some first");
+        return;
+    }
+    std::erase_if(
+        kept_, [this](const IsothermFigure& other) { return other.mixture == figure_->mixture; });
+    kept_.push_back(*figure_);
+    warning.inform("these curves stay in grey while others are calculated");
 }
 
 void IsothermWindow::volumeUnitChosen() {
@@ -117,11 +131,11 @@ void IsothermWindow::temperatureUnitChosen() {
 
 std::optional<IsothermInput> IsothermWindow::read() {
     IsothermInput input;
-    if (const auto number = toolkit::ParseNumber(dataEntryT.text())) {
-        input.T = WrittenTemperature::typed(*number, temperature.scale());
-    }
-    input.values = range.read();
+    input.T = TemperatureList::read(dataEntryT.text(), temperature.scale(), mixture_);
     input.areDensities = volumeUnitChoice.kgm3.isOn();
+    input.values =
+        IsothermRange(mixture_, input.areDensities,
+                      {range.first.text(), range.last.text(), range.dataEntryStep.text()});
     const std::string refusal = input.refusal(mixture_);
     warning.setText(refusal);
     return refusal.empty() ? std::optional(input) : std::nullopt;
@@ -130,80 +144,57 @@ std::optional<IsothermInput> IsothermWindow::read() {
 void IsothermWindow::calculate_Action() {
     emptyResults();
     if (const std::optional<IsothermInput> input = read()) {
-        show(std::make_shared<const IsothermTable>(mixture_, *input));
+        show(std::make_shared<const IsothermTable>(mixture_, *input), *input);
     }
 }
 
-void IsothermWindow::show(const std::shared_ptr<const IsothermTable>& isotherm) {
-    Boundaries.setText(isotherm->boundarySentences());
-    plot(*isotherm);
-    table.show(isotherm, temperature.scale());
+void IsothermWindow::show(const std::shared_ptr<const IsothermTable>& isotherms,
+                          const IsothermInput& input) {
+    Boundaries.setText(isotherms->boundarySentences());
+    figure_ = IsothermFigure{mixture_, input.T.temperatures, temperature.scale().symbol(),
+                             input.smallestV(mixture_), input.largestV(mixture_)};
+    isWidthProposed_ = range.last.text().empty();
+    plot();
+    table.show(isotherms, temperature.scale());
 }
 
-void IsothermWindow::plot(const IsothermTable& isotherm) {
-    const double a = mixture_.attraction;
-    const double b = mixture_.covolume;
-    const double T = isotherm.T();
-    const fluid::IsothermStability& stability = isotherm.stability();
-    std::vector<double> volumes;
-    for (const IsothermTable::State& state : isotherm.states()) {
-        volumes.push_back(state.V);
-    }
-    const auto [smallest, largest] = std::minmax({volumes.front(), volumes.back()});
-    std::map<std::string, PlotSeries> points;
-    PlotSeries spinodal("spinodal", PlotSeries::Style::Markers, 2);
-    std::vector<double> marked;  // pressures
-    const auto mark = [&, low = smallest, high = largest](PlotSeries& series, double V, double P) {
-        if (V >= low && V <= high) {
-            volumes.push_back(V);
-            series.add(V, P);
-            marked.push_back(P);
-        }
+IsothermOverlay IsothermWindow::overlay() const {
+    return {.hasDome = Dome.isOn(),
+            .hasSpinodal = Spinodal.isOn(),
+            .hasMechanical = Mechanical.isOn(),
+            .hasCritical = CriticalPoints.isOn(),
+            .hasTwoPhases = TwoPhases.isOn(),
+            .areDensities = volumeUnitChoice.kgm3.isOn()};
+}
+
+void IsothermWindow::plot() {
+    std::vector<toolkit::PlotSeries> all;
+    const auto add = [&all](std::vector<toolkit::PlotSeries> series) {
+        std::move(series.begin(), series.end(), std::back_inserter(all));
     };
-    for (const fluid::BoundaryPoint& point : stability.boundaries()) {
-        const std::string name = PointName(point);
-        const std::size_t colour = point.twoLiquids                                    ? 3
-                                   : point.kind() == fluid::Homogenisation::IntoLiquid ? 4
-                                                                                       : 5;
-        mark(points.try_emplace(name, name, PlotSeries::Style::Markers, colour).first->second,
-             point.V, point.P);
+    for (const IsothermFigure& each : kept_) {
+        const bool isSame = figure_ && each.mixture == figure_->mixture;
+        const std::string difference = isSame ? ", kept" : "";
+        add(FigureSeries(each, overlay(), CompositionText(each.mixture) + difference));
     }
-    for (const double V :
-         fluid::SpinodalOf(mixture_, fluid::SpinodalKind::Diffusional).volumes(T)) {
-        mark(spinodal, V, fluid::PressureVdW(a, b, T, V));
+    if (!figure_) {
+        plotPanel.show(std::move(all), {});
+        return;
     }
-    std::sort(volumes.begin(), volumes.end());
-    const std::string given = toolkit::NumberText(dataEntryT.number());
-    PlotSeries curve("isotherm " + given + " " + temperature.scale().symbol());
-    std::optional<Stability> before;
-    for (const double V : volumes) {
-        if (!curve.x.empty() && !(V > curve.x.back())) continue;
-        const Stability state = stability.at(curve.x.empty() ? V : 0.5 * (curve.x.back() + V));
-        if (state != before) {
-            curve.change(StabilityName(state), StyleOf(state));
-        }
-        before = state;
-        curve.add(V, fluid::PressureVdW(a, b, T, V));
-    }
-    curve.between = [a, b, T, Vs = curve.x](std::size_t i, double share) -> toolkit::PlotPoint {
-        const double V = std::lerp(Vs[i], Vs[i + 1], share);
-        return {V, fluid::PressureVdW(a, b, T, V)};
-    };
-    // The loop matters, not the steep branch of the liquid.
-    toolkit::FirstView view{.isLogarithmicX = true};
-    if (!marked.empty()) {
-        const auto [lowest, highest] = std::minmax_element(marked.begin(), marked.end());
-        const double critical = ShownPressures(fluid::FindCriticalPoints(mixture_)).highest;
-        constexpr double room = 0.1;
-        const double top = std::max(*highest, critical);
-        const double bottom = std::min(*lowest, 0.0);
-        view.y = {bottom - room * (top - bottom), top + room * (top - bottom)};
-    }
-    std::vector<PlotSeries> series = {std::move(curve), std::move(spinodal)};
-    for (auto& [name, marks] : points) {
-        series.push_back(std::move(marks));
-    }
-    plotPanel.show(std::move(series), view, given + (temperature.Kelvin.isOn() ? "K" : "C"));
+    add(FigureSeries(*figure_, overlay()));
+    const auto& temperatures = figure_->temperatures;
+    std::string given = temperatures.front().name;
+    given += temperatures.size() > 1 ? "-" + temperatures.back().name : "";
+    std::erase(given, ' ');
+    plotPanel.show(std::move(all),
+                   FigureView(*figure_, volumeUnitChoice.kgm3.isOn(), isWidthProposed_),
+                   given + (temperature.Kelvin.isOn() ? "K" : "C"));
+}
+
+void IsothermWindow::plotAgain() {
+    const toolkit::PlotLimits limits = plotPanel.plot.view().limits();
+    plot();
+    if (!plotPanel.plot.isEmpty()) plotPanel.plot.setLimits(limits);
 }
 
 }  // namespace procedures

@@ -12,7 +12,6 @@ namespace procedures {
 using fluid::StatePoint;
 using toolkit::PlotPoint;
 using PlaceOf = std::function<PlotPoint(const StatePoint&)>;
-using StateAt = std::function<std::optional<StatePoint>(double V)>;
 
 ShownPressures::ShownPressures(const fluid::CriticalPoints& critical) {
     const double pseudo = fluid::FindPseudoCriticalPoint(fluid::AcceptedMixture()).P;
@@ -31,6 +30,11 @@ ShownPressures::ShownPressures(const fluid::CriticalPoints& critical) {
     lowest = largest * negativePart;
     highest = lowest;
     extendTo(largest);
+}
+
+ShownPressures ShownPressures::all() {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return {-infinity, infinity};
 }
 
 void ShownPressures::extendTo(double P) {
@@ -59,7 +63,7 @@ void AddCurve(toolkit::PlotSeries& series, const std::vector<fluid::StatePoint>&
 toolkit::PlotSeries ThroughStates(toolkit::PlotSeries series,
                                   const std::vector<std::vector<StatePoint>>& pieces,
                                   const ShownPressures& shown, const PlaceOf& place,
-                                  const StateAt& stateAt) {
+                                  const StatesAt& stateAt) {
     std::vector<double> volumes;  // at the same points
     for (const auto& piece : pieces) {
         bool isGap = true;
@@ -92,19 +96,19 @@ toolkit::PlotSeries ThroughStates(toolkit::PlotSeries series,
                                   const std::vector<std::vector<StatePoint>>& pieces,
                                   const ShownPressures& shown,
                                   const std::function<double(const StatePoint&)>& x,
-                                  const StateAt& stateAt) {
+                                  const StatesAt& stateAt) {
     const PlaceOf place = [x](const StatePoint& point) { return PlotPoint{x(point), point.P}; };
     return ThroughStates(std::move(series), pieces, shown, place, stateAt);
 }
 
-StateAt BoundaryStates(const fluid::Mixture& mixture) {
+StatesAt BoundaryStates(const fluid::Mixture& mixture) {
     return [mixture](double V) {
         const auto point = fluid::FindBoundary(mixture, V);
         return point ? std::optional(StatePoint{point->T, point->P, point->V}) : std::nullopt;
     };
 }
 
-StateAt SpinodalStates(const fluid::Mixture& mixture, fluid::SpinodalKind kind) {
+StatesAt SpinodalStates(const fluid::Mixture& mixture, fluid::SpinodalKind kind) {
     const fluid::Spinodal limit = fluid::SpinodalOf(mixture, kind);
     return [mixture, limit](double V) {
         const double T = limit.temperature(V);

@@ -39,7 +39,7 @@ class SeriesTable {
     virtual std::size_t fileColumns() const = 0;
 
     // The exported file: its temperatures are in Celsius.
-    std::string fileText() const;
+    virtual std::string fileText() const;
 
   protected:
     SeriesTable() = default;

@@ -185,6 +185,8 @@ struct Entry {
     Style style = Style::Line;
     std::size_t colour = 0;
     bool isInk = false;  // it says what a line style means, whatever the colour
+    double width = 0.0;
+    PlotPlace place{};  // its left edge and middle, in the legend
 };
 
 // A curve's name is said by its colour or its label, what its parts are by their line styles.
@@ -270,8 +272,6 @@ class Drawer {
     double unit_;
     std::vector<std::optional<Box>> labels_;  // of the series
     std::vector<Entry> entries_;
-    double entryWidth_ = 0.0;  // of the widest one
-    std::size_t columns_ = 1;  // of the legend
     Box legend_;
     bool isLegendBelow_ = false;
     double titleWidth_ = 0.0;
@@ -427,19 +427,21 @@ void Drawer::placeLabels() {
 
 void Drawer::listEntries() {
     entries_ = EntriesOf(content_.series, labels_);
-    entryWidth_ = 0.0;
-    for (const Entry& entry : entries_) {
-        entryWidth_ =
-            std::max(entryWidth_, text_.sizeOf(entry.text).x + (sampleWidth + gap) * unit_);
+    for (Entry& entry : entries_) {
+        entry.width = text_.sizeOf(entry.text).x + (sampleWidth + gap) * unit_;
     }
 }
 
 // Puts the legend into a corner where nothing is; returns false where there is none.
 bool Drawer::placeLegendInside() {
     constexpr double most = 0.6;  // of the frame
-    legend_.width = entryWidth_ + 2.0 * gap * unit_;
-    legend_.height = (line * static_cast<double>(entries_.size()) + gap) * unit_;
-    columns_ = 1;
+    legend_.width = 0.0;
+    legend_.height = gap * unit_;
+    for (Entry& entry : entries_) {
+        entry.place = {gap * unit_, legend_.height + 0.5 * (line - gap) * unit_};
+        legend_.width = std::max(legend_.width, entry.width + 2.0 * gap * unit_);
+        legend_.height += line * unit_;
+    }
     if (legend_.width > most * frame_.width() || legend_.height > most * frame_.height()) {
         return false;
     }
@@ -456,18 +458,25 @@ bool Drawer::placeLegendInside() {
     return false;
 }
 
-// As many columns below the plot as fit; without a legend where not one does.
+// In rows below the plot, as many entries in each as fit; without a legend where one does not.
 void Drawer::planLegendBelow(double width, double height) {
     const double room = width - 2.0 * unit_;
-    const double column = entryWidth_ + unit_;
-    columns_ = std::min(entries_.size(), static_cast<std::size_t>(std::max(room / column, 0.0)));
-    if (columns_ == 0) {
-        entries_.clear();
-        return;
+    double right = 0.0;  // of what is in the row
+    legend_.width = 0.0;
+    legend_.height = line * unit_;
+    for (Entry& entry : entries_) {
+        if (entry.width > room) {
+            entries_.clear();
+            return;
+        }
+        if (right + entry.width > room) {
+            right = 0.0;
+            legend_.height += line * unit_;
+        }
+        entry.place = {right, legend_.height - 0.5 * line * unit_};
+        legend_.width = std::max(legend_.width, right + entry.width);
+        right += entry.width + unit_;
     }
-    const std::size_t rows = (entries_.size() + columns_ - 1) / columns_;
-    legend_.width = static_cast<double>(columns_) * column;
-    legend_.height = line * unit_ * static_cast<double>(rows);
     legend_.x = 0.5 * (width - legend_.width);
     legend_.y = height - legend_.height - gap * unit_;
     isLegendBelow_ = true;
@@ -760,14 +769,9 @@ Box Drawer::drawPin(const PlotPin& pin) {
 }
 
 void Drawer::drawLegend() {
-    const double columnWidth = isLegendBelow_ ? entryWidth_ + unit_ : entryWidth_;
-    const double left = legend_.x + (isLegendBelow_ ? 0.5 : gap) * unit_;
-    const double top = legend_.y + (isLegendBelow_ ? 0.0 : 0.5 * gap) * unit_;
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        const Entry& entry = entries_[i];
-        const double x = left + static_cast<double>(i % columns_) * columnWidth;
-        const std::size_t row = i / columns_;
-        const double y = top + (static_cast<double>(row) + 0.5) * line * unit_;
+    for (const Entry& entry : entries_) {
+        const double x = legend_.x + entry.place.x;
+        const double y = legend_.y + entry.place.y;
         const double end = x + sampleWidth * unit_;
         entry.isInk ? SetSource(cairo_, look_.ink) : setColour(entry.colour);
         if (entry.style == Style::Markers) {
@@ -831,6 +835,9 @@ Colour PlotColour(std::size_t number, const Colour& ground) {
         constexpr double onDarkGround = 0.62;
         const double grey = isLight ? onLightGround : onDarkGround;
         return {grey, grey, grey};
+    }
+    if (number == PlotSeries::ink) {
+        return isLight ? Colour{0.0, 0.0, 0.0} : Colour{1.0, 1.0, 1.0};
     }
     return (isLight ? onLight : onDark)[number % colours];
 }

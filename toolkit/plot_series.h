@@ -63,11 +63,14 @@ struct PlotSeries {
 
     // The colour of what stands back behind the rest.
     static constexpr std::size_t grey = std::numeric_limits<std::size_t>::max();
+    // That of the axes.
+    static constexpr std::size_t ink = grey - 1;
 
     std::string name;    // is read out and stands in the legend; an empty name does not
     std::string label;   // stands beside the curve; the name in the legend where there is no room
     std::string legend;  // stands in the legend in place of the name, once for all that have it
-    std::size_t colour;  // of a palette of six that colour-blind readers can tell apart, or grey
+    std::size_t
+        colour;  // of a palette of six that colour-blind readers can tell apart, or one above
     std::vector<double> x;
     std::vector<double> y;  // as many as x; a number that is not finite makes a gap
     std::vector<Part> parts;

@@ -1,15 +1,20 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "model/composition.h"
 #include "model/phase_split.h"
 #include "model/van_der_waals.h"
 #include "procedures/isochore_table.h"
+#include "procedures/isotherm_diagram.h"
 #include "procedures/isotherm_table.h"
 #include "procedures/spinodal_table.h"
 #include "tests/model/golden.h"
@@ -26,6 +31,7 @@ using procedures::IsothermTable;
 using procedures::SeriesTable;
 using procedures::SpinodalInput;
 using procedures::SpinodalTable;
+using procedures::TemperatureList;
 using procedures::TemperatureRange;
 using procedures::TemperatureScale;
 using procedures::ValueRange;
@@ -54,7 +60,9 @@ IsochoreInput Isochore(double V, double first, double last, double step) {
 }
 
 IsothermInput Isotherm(double T, double first, double last, double step) {
-    return {WrittenTemperature::typed(T, kelvin), ValueRange::of(first, last, step), false};
+    return {{{{WrittenTemperature::typed(T, kelvin), toolkit::NumberText(T)}}, ""},
+            ValueRange::of(first, last, step),
+            false};
 }
 
 std::string Line(const SeriesTable& table, std::size_t number,
@@ -114,6 +122,10 @@ TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
         input.areDensities = areDensities;
         return input;
     };
+    const auto severalOf = [&mixture](const std::string& T, double first, double last) {
+        return IsothermInput{TemperatureList::read(T, kelvin, mixture),
+                             ValueRange::of(first, last, 1.0), false};
+    };
     using Given = SpinodalInput::Given;
     const auto cold = Between(-1.0, -1.0, 0.0);
     for (const auto& [refusal, expected] : std::vector<std::pair<std::string, std::string>>{
@@ -127,8 +139,13 @@ TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
              {Isochore(80.0, 200.0, 300.0, 1e-4).refusal(mixture), "these would be 1000001 temp"},
              {Isochore(80.0, 200.0, 1.7e308, 1e307).refusal(mixture), "with numbers of this size"},
              {Isotherm(220.0, 50.0, 90.0, 1.0).refusal(mixture), ""},
-             {Isotherm(0.0, 50.0, 90.0, 1.0).refusal(mixture), "put a number for temperature, for"},
-             {Isotherm(220.0, -1.0, 90.0, 1.0).refusal(mixture), "put a number for temperature"},
+             {Isotherm(220.0, -1.0, 90.0, 1.0).refusal(mixture), "put numbers above 0 for vol"},
+             {severalOf("200:290:1", 50.0, 1250.0).refusal(mixture), "these would be 109291 rows"},
+             {severalOf("215 2O0", 50.0, 90.0).refusal(mixture), "\"2O0\" was not understood; put"},
+             {severalOf("", 50.0, 90.0).refusal(mixture), "put a number for temperature, or"},
+             {severalOf("200:300", 50.0, 90.0).refusal(mixture), "\"200:300\" was not"},
+             {severalOf("215;-1", 50.0, 90.0).refusal(mixture), "temperatures must be above"},
+             {severalOf("1:200:1", 50.0, 90.0).refusal(mixture), "at most 100 isotherms are"},
              {Isotherm(220.0, 40.0, 90.0, 1.0).refusal(mixture),
               "molar volumes must be larger than the co-volume of this fluid, 42.9303038 cm³/mol, "
               "and densities smaller than 0.829709"},
@@ -214,10 +231,10 @@ TEST(TablesTest, IsothermsNameTheStatesAndTheirEnds) {
     const IsothermTable table(mixture, Isotherm(220.0, 60.0, 610.0, 50.0));
     std::string states;
     for (std::size_t i = 0; i < table.count(); ++i) {
-        states += table.row(i, kelvin, Digits::Shown)[3].substr(0, 2);
+        states += table.row(i, kelvin, Digits::Shown)[6].substr(0, 2);
     }
     EXPECT_EQ(states, "stunununmememememememest");
-    EXPECT_EQ(Line(table, 0), "60|0.593661|17.745043|stable|");
+    EXPECT_EQ(Line(table, 0), "220.000000|60|0.593661|17.745043|||stable|");
     EXPECT_EQ(table.boundarySentences(),
               "Bubble point at 67.9581726 cm³/mol and 3.3866607 MPa\n"
               "Dew point at 588.850081 cm³/mol and 2.42231705 MPa");
@@ -227,7 +244,119 @@ TEST(TablesTest, IsothermsNameTheStatesAndTheirEnds) {
         "Liquid-liquid point at");
     IsothermInput dense = Isotherm(220.0, 0.1, 0.4, 0.1);
     dense.areDensities = true;
-    EXPECT_EQ(Line(IsothermTable(mixture, dense), 2), "118.732293|0.3|1.297521|unstable|");
+    EXPECT_EQ(Line(IsothermTable(mixture, dense), 2),
+              "220.000000|118.732293|0.3|1.297521|3.207656|0.519989|unstable|");
+}
+
+TEST(TablesTest, SeveralIsothermsAreListedAndExportedOneByOne) {
+    const fluid::Mixture mixture = Carbonic();
+    const auto list = TemperatureList::read("  220;Tc -63.15:-43.15:10\t1e3 ", celsius, mixture);
+    std::string names;
+    for (const auto& each : list.temperatures) names += each.name + "|";
+    EXPECT_EQ(names, "220|Tc = 0.13729|-63.15|-53.15|-43.15|1000|");
+    EXPECT_LT(RelativeError(list.temperatures[1].T.kelvin, 273.2872919730699), 1e-13);
+    const IsothermInput input{TemperatureList::read("230 220", kelvin, mixture),
+                              ValueRange::of(900.0, 500.0, 200.0), false};
+    const IsothermTable table(mixture, input);
+    ASSERT_EQ(table.count(), 6U);
+    EXPECT_EQ(table.row(3, kelvin, Digits::Shown)[0], "220.000000");
+    EXPECT_TRUE(table.fileText().ends_with("\n\n" + ContentsOf("isotherm.txt")));
+    const auto split = fluid::SplitAtVolume(mixture, 220.0, 500.0);
+    EXPECT_EQ(table.row(5, kelvin, Digits::Full)[4], toolkit::NumberText(split->phases.P));
+    EXPECT_EQ(table.boundarySentences(), "2 of 2 isotherms have bubble or dew points");
+    const fluid::Mixture& dry = Accepted({{"H2O", 0.5}, {"CH4", 0.5}});
+    EXPECT_EQ(TemperatureList::read("Tc", kelvin, dry).refusal,
+              "warning: this fluid has no stable critical point, and no Tc");
+    // What is not typed is proposed.
+    for (const auto& [areDensities, first, last, step, count] :
+         std::vector<std::tuple<bool, std::string, std::string, std::string, double>>{
+             {false, "", "", "", 123.0},
+             {true, "", "", "", 157.0},
+             {false, "60", "70", "", 101.0},
+             {false, "", "90", "5", 10.0},
+             {false, "60", "60", "", 1.0}}) {
+        const auto range = procedures::IsothermRange(mixture, areDensities, {first, last, step});
+        ASSERT_TRUE(range);
+        EXPECT_EQ(range->count(), count) << first << ' ' << last;
+        const IsothermInput proposed{list, range, areDensities};
+        EXPECT_TRUE(proposed.refusal(mixture).empty()) << proposed.refusal(mixture);
+        EXPECT_TRUE(!first.empty() ||
+                    std::abs(proposed.smallestV(mixture) / mixture.covolume - 1.05) < 0.005);
+        EXPECT_TRUE(!last.empty() ||
+                    std::abs(proposed.largestV(mixture) / 123.2814925 - 20.0) < 0.1);
+    }
+    EXPECT_FALSE(procedures::IsothermRange(mixture, false, {"60", "x", ""}));
+    EXPECT_FALSE(procedures::IsothermRange(mixture, false, {"60", "70", "0"}));
+}
+
+// Of the drawn series that of a name.
+const toolkit::PlotSeries& Drawn(const std::vector<toolkit::PlotSeries>& series,
+                                 const std::string& name) {
+    const auto found = std::find_if(series.begin(), series.end(),
+                                    [&name](const auto& each) { return each.name == name; });
+    EXPECT_NE(found, series.end()) << name;
+    return *found;
+}
+
+TEST(TablesTest, DrawnIsothermsHaveEqualAreasAndTheirDomeEndsAtTheCriticalPoint) {
+    AcceptPure(1);
+    const fluid::Mixture pure = fluid::AcceptedMixture();
+    const double a = pure.attraction;
+    const double b = pure.covolume;
+    procedures::IsothermFigure figure{
+        pure, TemperatureList::read("215 240 270 Tc 320", kelvin, pure).temperatures, "K", 1.05 * b,
+        60.0 * b};
+    const auto series = procedures::FigureSeries(figure, {});
+    std::size_t tieLines = 0;
+    for (const auto& [T, name] : figure.temperatures) {
+        const toolkit::PlotSeries& curve = Drawn(series, "isotherm " + name + " K");
+        EXPECT_FALSE(curve.label.empty());
+        if (curve.parts.back().state != "two phases") continue;
+        ++tieLines;
+        const std::size_t first = curve.parts.back().first + 1;  // behind the gap
+        const double liquid = curve.x[first];
+        const double vapour = curve.x.back();
+        const double loop =
+            fluid::R * T.kelvin * std::log((vapour - b) / (liquid - b)) + a / vapour - a / liquid;
+        for (std::size_t i = first; i < curve.size(); ++i) {
+            EXPECT_LT(RelativeError(curve.y[i] * (vapour - liquid), loop), 1e-9) << name;
+        }
+        // Between the points that are drawn, too: the loop itself, and the line.
+        for (const double share : {0.2, 0.7}) {
+            EXPECT_LT(RelativeError(curve.between(first, share).y, curve.y[first]), 1e-9);
+            const auto [V, P] = curve.between(40, share);
+            EXPECT_LT(RelativeError(P, fluid::PressureVdW(a, b, T.kelvin, V)), 1e-12);
+        }
+    }
+    EXPECT_EQ(tieLines, 3U);
+    const toolkit::PlotSeries& bubble = Drawn(series, "bubble points");
+    EXPECT_LT(RelativeError(bubble.x.back(), 3.0 * b), 1e-9);
+    EXPECT_LT(RelativeError(bubble.y.back(), a / (27.0 * b * b)), 1e-9);
+    const double top = *std::max_element(bubble.y.begin(), bubble.y.end());
+    EXPECT_LT(RelativeError(top, bubble.y.back()), 1e-12);
+    // Of a mixture the line falls, is read as exactly, and is there over densities as well.
+    figure.mixture = Carbonic();
+    figure.temperatures = TemperatureList::read("220", kelvin, figure.mixture).temperatures;
+    for (const bool areDensities : {false, true}) {
+        const auto mixed = procedures::FigureSeries(
+            figure, {.hasDome = false, .hasMechanical = true, .areDensities = areDensities}, "old");
+        const toolkit::PlotSeries& curve = Drawn(mixed, "isotherm 220 K of old");
+        EXPECT_EQ(curve.legend + curve.label, "old");
+        EXPECT_EQ(Drawn(mixed, "mechanical spinodal of old").colour, toolkit::PlotSeries::grey);
+        const std::size_t first = curve.parts.back().first + 1;
+        EXPECT_LT(RelativeError(curve.y[first], 3.386660699009192), 1e-9);
+        for (std::size_t i = first; i + 1 < curve.size(); ++i) {
+            const auto [x, P] = curve.between(i, 0.5);
+            const double V = areDensities ? fluid::MolarVolumeFromDensity(figure.mixture, x) : x;
+            const auto split = fluid::SplitAtVolume(figure.mixture, 220.0, V);
+            EXPECT_LT(RelativeError(P, split->phases.P), 5e-6) << V;
+            EXPECT_LT(curve.y[i + 1], curve.y[i]);
+        }
+        const toolkit::FirstView view = procedures::FigureView(figure, areDensities, true);
+        EXPECT_TRUE(view.y->low < -0.9 && view.y->low > -4.0 && view.y->high > 7.1 &&
+                    view.y->high < 9.5);
+        EXPECT_EQ(view.x.has_value(), !areDensities);
+    }
 }
 
 TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {

@@ -82,13 +82,14 @@ TEST_F(SeriesScreensTest, WhatIsTypedIsShownInItsUnitUntilItChanges) {
                {"dataEntryV1", "60"},
                {"dataEntryV2", "60"},
                {"dataEntryStep", "1"}});
-    EXPECT_EQ(rows().at(0), (toolkit::List::Row{"60", "0.593661", "17.745043", "stable"}));
+    EXPECT_EQ(rows().at(0),
+              (toolkit::List::Row{"220.000000", "60", "0.593661", "17.745043", "", "", "stable"}));
     robot.click("kgm3");
     EXPECT_EQ(texts({"dataEntryT", "dataEntryV1", "dataEntryV2", "dataEntryStep", "Boundaries"}),
               "220|||||");
     calculate({{"dataEntryV1", "0.3"}, {"dataEntryV2", "0.4"}, {"dataEntryStep", "0.1"}});
     ASSERT_EQ(rows().size(), 2U);
-    EXPECT_EQ(rows()[0][0], "118.732293");
+    EXPECT_EQ(rows()[0][1], "118.732293");
     robot.click("Celsius");
     EXPECT_EQ(texts({"dataEntryT", "dataEntryV1"}), "|0.3|");
     EXPECT_TRUE(rows().empty() && plot().series().empty());
@@ -243,7 +244,7 @@ TEST_F(SeriesScreensTest, WhatIsNoNumberIsRefusedAndNothingIsNotSaved) {
                {"dataEntryV1", "60"},
                {"dataEntryV2", "90"},
                {"dataEntryStep", "10"}});
-    EXPECT_TRUE(text("warning").starts_with("warning: put a number for temperature, for both"));
+    EXPECT_TRUE(text("warning").starts_with("warning: \"25,5\" was not understood"));
 }
 
 TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
