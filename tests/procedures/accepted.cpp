@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "model/composition.h"
+#include "tests/model/golden.h"
 
 const fluid::Mixture& Accepted(const Fractions& fractions) {
     for (std::size_t i = 0; i < fluid::componentCount; ++i) {
@@ -14,5 +15,10 @@ const fluid::Mixture& Accepted(const Fractions& fractions) {
         fluid::SetFractionCount(i, found == fractions.end() ? 0.0 : found->second);
     }
     EXPECT_TRUE(fluid::AcceptComposition());
+    return fluid::AcceptedMixture();
+}
+
+const fluid::Mixture& AcceptedRow(std::span<const double> row) {
+    Accept(row.first(fluid::componentCount));
     return fluid::AcceptedMixture();
 }

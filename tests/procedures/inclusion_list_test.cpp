@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
-#include <span>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -19,6 +17,7 @@
 #include "procedures/isochore_table.h"
 #include "procedures/two_phases.h"
 #include "tests/model/golden.h"
+#include "tests/procedures/accepted.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -35,13 +34,7 @@ using procedures::WrittenTemperature;
 const TemperatureScale kelvin = procedures::kelvinScale;
 const TemperatureScale celsius = procedures::celsiusScale;
 
-fluid::Mixture Of(const std::array<double, 11>& counts) {
-    Accept(counts);
-    return fluid::AcceptedMixture();
-}
-fluid::Mixture Carbonic() {
-    return Of({0, 7e11, 0, 0, 0, 0, 0, 0, 0, 3e11, 0});
-}
+const Fractions carbonic = {{"CO2", 0.7}, {"CH4", 0.3}};
 
 InclusionList ListOf(const fluid::Mixture& mixture, const std::string& text,
                      const PastePattern& pattern = {GivenBy::IntoLiquid, kelvin}) {
@@ -129,7 +122,7 @@ TEST(InclusionListTest, RowsOfASpreadsheetAreUnderstoodOrKeptWithASentence) {
 // To all digits that the screens Homogenization conditions and Liquid-Vapour equilibria show.
 TEST(InclusionListTest, InclusionsHomogenizeAndFollowTheirTwoPhasesAsOneByOne) {
     using fluid::Homogenisation;
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     std::string text = "C 67.95817259849628 cm3/mol\nD -53.15 C V\nE 0.5 g/cm3\n";
     for (const char* const T : {"150", "187.5", "200.1", "220", "245.75", "260"}) {
         text += std::string("L ") + T + " L\nV " + T + " V\n";
@@ -179,7 +172,7 @@ TEST(InclusionListTest, PathsHaveTheGoldenPressures) {
     const auto points = ReadGolden("phase_equilibria.csv", 27);
     for (const auto& row : ReadGolden("two_phases.csv", 20)) {
         const auto& point = points.at(static_cast<std::size_t>(row[0]));
-        Accept(std::span(point).first(fluid::componentCount));
+        AcceptedRow(point);
         const fluid::Mixture& mixture = fluid::AcceptedMixture();
         const double shareOfBulk = point[11] == 0.0 ? 1.0 - row[1] : row[1];
         fluid::ComponentValues z{};
@@ -199,7 +192,7 @@ TEST(InclusionListTest, PathsHaveTheGoldenPressures) {
 }
 
 TEST(InclusionListTest, NoneOfSeveralPointsIsPickedSilently) {
-    InclusionList list = ListOf(Carbonic(), "273 V\n273.5 V\n300 V\n");
+    InclusionList list = ListOf(Accepted(carbonic), "273 V\n273.5 V\n300 V\n");
     const std::string none = "nothing homogenizes into the vapour at this temperature|";
     ASSERT_EQ(list.state(1).points.size(), 2U);
     EXPECT_EQ(Column(list, 10), "|2 points: choose one|" + none);
@@ -213,7 +206,7 @@ TEST(InclusionListTest, NoneOfSeveralPointsIsPickedSilently) {
 }
 
 TEST(InclusionListTest, KeptInclusionsStayWithTheirFluid) {
-    InclusionList list = ListOf(Carbonic(), "A 220 L\n");
+    InclusionList list = ListOf(Accepted(carbonic), "A 220 L\n");
     const auto kept = list.row(0, kelvin, Digits::Full);
     list.keep();
     AcceptPure(1);
@@ -230,7 +223,7 @@ TEST(InclusionListTest, KeptInclusionsStayWithTheirFluid) {
 }
 
 TEST(InclusionListTest, RowsAreMovedRemovedRenamedAndForgotten) {
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     InclusionList list = ListOf(mixture, "A 220 L\nB 230 L\nC 240 L\nD 250 L\nE;x\n");
     EXPECT_EQ(list.move({1, 2}, false), (InclusionList::Rows{0, 1}));
     EXPECT_EQ(list.move({0, 1}, false), (InclusionList::Rows{0, 1}));
@@ -257,7 +250,7 @@ TEST(InclusionListTest, RowsAreMovedRemovedRenamedAndForgotten) {
 }
 
 TEST(InclusionListTest, TrappingConditionsLieOnTheIsochores) {
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     InclusionList list = ListOf(mixture, "220 L\n250 L\n273.5 V\n1e120 cm3/mol\n5 g/cm3\n");
     const std::string cold = "it homogenizes above this trapping ";
     const std::string several = "|2 points: choose one|";
@@ -284,7 +277,7 @@ TEST(InclusionListTest, TrappingConditionsLieOnTheIsochores) {
 }
 
 TEST(InclusionListTest, LinesSayWhereThreePhasesAreAndWhereNothingIsSearched) {
-    const fluid::Mixture mixture = Of({5e11, 3e11, 0, 0, 0, 0, 0, 0, 0, 2e11, 0});
+    const fluid::Mixture mixture = Accepted({{"H2O", 0.5}, {"CO2", 0.3}, {"CH4", 0.2}});
     const InclusionState state =
         procedures::StateOf(mixture, {"", GivenBy::MolarVolume, 70.0, kelvin});
     using State = procedures::InclusionLine::State;
@@ -328,7 +321,7 @@ TEST(InclusionListTest, LinesSayWhereThreePhasesAreAndWhereNothingIsSearched) {
 }
 
 TEST(InclusionListTest, ProposedTemperaturesAreRoundAndHoldWhatHappens) {
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     const InclusionList list = ListOf(mixture, "220 L\n250 L\n");
     for (const auto& scale : {kelvin, celsius}) {
         const auto range =

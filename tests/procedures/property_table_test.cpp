@@ -4,13 +4,13 @@
 
 #include <array>
 #include <cmath>
-#include <span>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include "model/fluid_model.h"
 #include "tests/model/golden.h"
+#include "tests/procedures/accepted.h"
 
 namespace {
 
@@ -20,13 +20,7 @@ using procedures::Amount;
 using procedures::Digits;
 using procedures::StateTable;
 
-// Eleven counts of 10^-12 from the fractions of CO2, CH4, N2 and H2O.
-const fluid::Mixture& Accepted(double CO2, double CH4 = 0.0, double N2 = 0.0, double H2O = 0.0) {
-    std::vector<double> counts = {H2O, CO2, N2, 0, 0, 0, 0, 0, 0, CH4, 0};
-    for (double& count : counts) count = std::round(count * 1e12);
-    Accept(counts);
-    return fluid::AcceptedMixture();
-}
+const Fractions carbonic = {{"CO2", 0.7}, {"CH4", 0.3}};
 
 FluidState StateAt(double T, double P) {
     return fluid::StateAt(fluid::AcceptedMixture(), T, P);
@@ -38,27 +32,29 @@ double NumberAt(const StateTable& table, std::size_t line, std::size_t column) {
 
 TEST(FluidStates, OneJudgeSaysWhatIsStableAndWhatItIs) {
     struct Case {
-        std::vector<double> fractions;
+        Fractions fractions;
         double T, P;
         std::string stabilities, sentence;
     };
     const std::vector<Case> cases = {
-        {{0.7, 0.2, 0.1}, 215.0, 3.0, "mum", "Two phases at 3 MPa: X of "},
-        {{0.7, 0.3}, 220.0, 5.0, "s", "One stable phase, liquid-like."},
-        {{0.7, 0.3}, 220.0, 1.0, "mus", "One stable phase, gas-like."},
-        {{0.7, 0.3}, 300.0, 10.0, "s", "One stable phase, supercritical."},
-        {{0.7, 0.3}, 300.0, 1.0, "s", "One stable phase, gas-like."},
-        {{1.0}, 304.128, 7.3773, "s", "One stable phase, at a critical point."},
-        {{0.0, 1.0}, 190.564, 4.5922, "s", "One stable phase, at a critical point."},
-        {{1.0}, 273.15, 4.74, "sum", "One stable phase, liquid-like."},
-        {{1.0}, 273.15, 4.73, "mus", "One stable phase, gas-like."},
-        {{1.0}, 3.0, 5.0, "?", "Not examined: "},
-        {{1.0}, 300.0, 1e20, "", "warning: no molar volume above the co-volume 42."},
-        {{1.0}, 1e300, 1e-300, "", "warning: no molar volume above the co-volume 42."}};
+        {{{"CO2", 0.7}, {"CH4", 0.2}, {"N2", 0.1}},
+         215.0,
+         3.0,
+         "mum",
+         "Two phases at 3 MPa: X of "},
+        {carbonic, 220.0, 5.0, "s", "One stable phase, liquid-like."},
+        {carbonic, 220.0, 1.0, "mus", "One stable phase, gas-like."},
+        {carbonic, 300.0, 10.0, "s", "One stable phase, supercritical."},
+        {carbonic, 300.0, 1.0, "s", "One stable phase, gas-like."},
+        {{{"CO2", 1.0}}, 304.128, 7.3773, "s", "One stable phase, at a critical point."},
+        {{{"CH4", 1.0}}, 190.564, 4.5922, "s", "One stable phase, at a critical point."},
+        {{{"CO2", 1.0}}, 273.15, 4.74, "sum", "One stable phase, liquid-like."},
+        {{{"CO2", 1.0}}, 273.15, 4.73, "mus", "One stable phase, gas-like."},
+        {{{"CO2", 1.0}}, 3.0, 5.0, "?", "Not examined: "},
+        {{{"CO2", 1.0}}, 300.0, 1e20, "", "warning: no molar volume above the co-volume 42."},
+        {{{"CO2", 1.0}}, 1e300, 1e-300, "", "warning: no molar volume above the co-volume 42."}};
     for (const Case& c : cases) {
-        std::vector<double> x = c.fractions;
-        x.resize(4);
-        const fluid::Mixture& mixture = Accepted(x[0], x[1], x[2], x[3]);
+        const fluid::Mixture& mixture = Accepted(c.fractions);
         const FluidState state = StateAt(c.T, c.P);
         SCOPED_TRACE(testing::Message() << c.T << " K " << c.P << " MPa");
         std::string stabilities;
@@ -86,7 +82,7 @@ TEST(FluidStates, PureGasesHaveThreeCovolumesAtTheirCriticalPoints) {
 TEST(PropertyTables, PhasesObeyTheIdentitiesAndAddUpToTheWhole) {
     enum Line : std::size_t { V, Density, Z, U, H, S, A, G };
     for (const auto& [T, P] : {std::pair(220.0, 3.0), {215.0, 2.5}, {225.0, 3.2}}) {
-        const fluid::Mixture& mixture = Accepted(0.7, 0.3);
+        const fluid::Mixture& mixture = Accepted(carbonic);
         const FluidState state = StateAt(T, P);
         ASSERT_TRUE(state.split) << T << ' ' << P;
         const auto table = PropertiesAt(mixture, state, {}, Amount::Mole);
@@ -141,7 +137,7 @@ TEST(PropertyTables, PhasesAndTheirWholeHaveTheGoldenProperties) {
     const auto points = ReadGolden("phase_equilibria.csv", 27);
     for (const auto& row : ReadGolden("two_phases.csv", 20)) {
         const auto& point = points.at(static_cast<std::size_t>(row[0]));
-        Accept(std::span(point).first(fluid::componentCount));
+        AcceptedRow(point);
         const fluid::Mixture& mixture = fluid::AcceptedMixture();
         const double shareOfBulk = point[11] == 0.0 ? 1.0 - row[1] : row[1];
         fluid::ComponentValues z{};
@@ -167,7 +163,7 @@ TEST(PropertyTables, PhasesAndTheirWholeHaveTheGoldenProperties) {
 // The slope of the enthalpy over the temperature is Cp, and along the saturation curve of a pure
 // gas the pressure rises as Clausius and Clapeyron have it.
 TEST(PropertyTables, NeighbouringStatesAgree) {
-    const fluid::Mixture& mixture = Accepted(1.0);
+    const fluid::Mixture& mixture = Accepted({{"CO2", 1.0}});
     const auto at = [&](double T, double P, std::size_t volume, std::size_t line) {
         return NumberAt(PropertiesAt(mixture, StateAt(T, P), volume, Amount::Mole), line, 2);
     };
@@ -191,7 +187,7 @@ TEST(PropertyTables, NeighbouringStatesAgree) {
 }
 
 TEST(PropertyTables, InversionIsGivenWhereTheFluidIsStable) {
-    Accepted(0.0, 0.0, 1.0);
+    Accepted({{"N2", 1.0}});
     const auto sentence = [](double P) {
         return procedures::InversionSentence(fluid::AcceptedMixture(), P);
     };
@@ -202,7 +198,7 @@ TEST(PropertyTables, InversionIsGivenWhereTheFluidIsStable) {
 }
 
 TEST(PropertyTables, RowsHaveFixedDecimalsOnTheScreenAndAllDigitsInCopies) {
-    const fluid::Mixture& mixture = Accepted(0.7, 0.3);
+    const fluid::Mixture& mixture = Accepted(carbonic);
     const auto table = PropertiesAt(mixture, StateAt(300.0, 10.0), 0, Amount::Mole);
     const auto& enthalpy = table.lines.at(4);
     EXPECT_EQ(RowOf(enthalpy, Digits::Shown),
@@ -214,7 +210,7 @@ TEST(PropertyTables, RowsHaveFixedDecimalsOnTheScreenAndAllDigitsInCopies) {
 }
 
 TEST(PropertyTables, WhatIsMissingHasItsReasonAndWhatIsNotStableItsName) {
-    const fluid::Mixture& mixture = Accepted(0.7, 0.3);
+    const fluid::Mixture& mixture = Accepted(carbonic);
     struct Case {
         double T, P;
         std::size_t volume;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include "procedures/fugacity_table.h"
 #include "procedures/volume_parts.h"
 #include "tests/model/golden.h"
+#include "tests/procedures/accepted.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -18,20 +18,9 @@ using fluid::Mixture;
 using procedures::StandardState;
 using procedures::TypedState;
 
-// Makes the first eleven numbers of a row the composition of the model.
-const Mixture& Accepted(std::span<const double> row) {
-    Accept(row.first(fluid::componentCount));
-    return fluid::AcceptedMixture();
-}
-
-const Mixture& Accepted(std::size_t gas) {
-    AcceptPure(gas);
-    return fluid::AcceptedMixture();
-}
-
 TEST(RootTables, VolumesOfAMixtureAndItsGasesAreTheGoldenOnes) {
     for (const auto& row : ReadGolden("volumes.csv", 58)) {
-        const Mixture& mixture = Accepted(row);
+        const Mixture& mixture = AcceptedRow(row);
         const double T = toolkit::NumberOrZero(toolkit::FixedText(row[12], 3));  // as is shown
         const TypedState state{T + (row[11] > 0.0 ? 273.15 : 0.0), row[13]};
         SCOPED_TRACE(testing::Message() << state.T << " K " << state.P << " MPa");
@@ -63,7 +52,7 @@ TEST(RootTables, VolumesOfAMixtureAndItsGasesAreTheGoldenOnes) {
 TEST(RootTables, FugacitiesAndPartialVolumesAreTheGoldenOnes) {
     int guarded = 0;
     for (const auto& row : ReadGolden("phases.csv", 38)) {
-        const Mixture& mixture = Accepted(row);
+        const Mixture& mixture = AcceptedRow(row);
         const TypedState state{row[11], row[12]};
         SCOPED_TRACE(testing::Message() << state.T << " K " << state.P << " MPa");
         const auto number = static_cast<std::size_t>(row[13]);
@@ -97,7 +86,7 @@ TEST(RootTables, FugacitiesAndPartialVolumesAreTheGoldenOnes) {
 
 TEST(RootTables, ActivitiesAreTheGoldenOnes) {
     for (const auto& row : ReadGolden("activities.csv", 37)) {
-        const Mixture& mixture = Accepted(row);
+        const Mixture& mixture = AcceptedRow(row);
         const TypedState state{row[11], row[12]};
         SCOPED_TRACE(testing::Message() << state.T << " K " << state.P << " MPa");
         const auto fugacities = FugacitiesAt(mixture, state, static_cast<std::size_t>(row[13]));
@@ -116,8 +105,7 @@ TEST(RootTables, ActivitiesAreTheGoldenOnes) {
         }
     }
     // A gas without a volume has no standard state; at a negative pressure its coefficient is 1.
-    const std::vector<double> half = {0, 0, 0, 0, 0, 5e11, 0, 0, 0, 5e11, 0};
-    const Mixture& mixture = Accepted(half);
+    const Mixture& mixture = Accepted({{"H2", 0.5}, {"CH4", 0.5}});
     const TypedState critical{190.564, 4.5922};
     const auto table = ActivitiesAt(mixture, critical, FugacitiesAt(mixture, critical, 0),
                                     StandardState::Real, -1.0);
@@ -146,7 +134,7 @@ TEST(RootTables, WhatIsNoVolumeIsSaidAndNothingIsInfinite) {
         {1, {300.0, 1.7e308}, "Negative slope dP/dV = --- (stable field)"},
         {1, {1e250, 4e251}, "Negative slope dP/dV = -1.924"}};
     for (const Case& c : cases) {
-        const Mixture& mixture = Accepted(c.gas);
+        const Mixture& mixture = Accepted({{fluid::componentFormulas[c.gas], 1.0}});
         const auto table = FugacitiesAt(mixture, c.state, 0);
         const bool isNone = table.root.kind == procedures::RootVolume::Kind::None;
         EXPECT_EQ(isNone, *c.slope == '\0') << c.state.P;

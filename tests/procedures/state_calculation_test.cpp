@@ -3,23 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "model/fluid_model.h"
 #include "procedures/units.h"
 #include "tests/model/golden.h"
+#include "tests/procedures/accepted.h"
 
 namespace {
 
 using procedures::PressureAt;
 using procedures::TemperatureAt;
-
-fluid::Mixture Accepted(const std::vector<double>& counts) {
-    Accept(std::span(counts).first(fluid::componentCount));
-    return fluid::AcceptedMixture();
-}
 
 double VolumeOf(const std::vector<double>& row) {
     return row[12] > 0.0 ? fluid::MolarVolumeFromDensity(fluid::AcceptedMixture(), row[14])
@@ -31,12 +26,12 @@ TEST(StateCalculationTest, PressuresAndTemperaturesAreTheGoldenOnes) {
         return procedures::TemperatureScale{"", row[11] > 0.0 ? procedures::zeroCelsius : 0.0};
     };
     for (const auto& row : ReadGolden("pressures.csv", 17)) {
-        const fluid::Mixture mixture = Accepted(row);
+        const fluid::Mixture mixture = AcceptedRow(row);
         const auto P = PressureAt(mixture, VolumeOf(row), scaleOf(row).toKelvin(row[13]));
         EXPECT_LT(RelativeError(P.value_or(0.0), row[15]), 1e-13) << row[15];
     }
     for (const auto& row : ReadGolden("temperatures.csv", 16)) {
-        const fluid::Mixture mixture = Accepted(row);
+        const fluid::Mixture mixture = AcceptedRow(row);
         const auto result = TemperatureAt(mixture, VolumeOf(row), row[13]);
         const double kelvin = scaleOf(row).toKelvin(row[15]);
         ASSERT_TRUE(result.has_value());

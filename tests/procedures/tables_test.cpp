@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -40,15 +39,9 @@ using procedures::WrittenTemperature;
 const TemperatureScale kelvin = procedures::kelvinScale;
 const TemperatureScale celsius = procedures::celsiusScale;
 
-// CO2 and CH4, and the mixture of three gases that has three volumes of the diffusional spinodal.
-fluid::Mixture Carbonic() {
-    Accept(std::array<double, 11>{0, 7e11, 0, 0, 0, 0, 0, 0, 0, 3e11, 0});
-    return fluid::AcceptedMixture();
-}
-fluid::Mixture Aqueous() {
-    Accept(std::array<double, 11>{741e9, 0, 0, 0, 0, 0, 11e9, 0, 0, 0, 248e9});
-    return fluid::AcceptedMixture();
-}
+const Fractions carbonic = {{"CO2", 0.7}, {"CH4", 0.3}};
+// It has three volumes of the diffusional spinodal.
+const Fractions aqueous = {{"H2O", 0.741}, {"O2", 0.011}, {"C2H6", 0.248}};
 
 TemperatureRange Between(double first, double last, double step,
                          const TemperatureScale& scale = kelvin) {
@@ -116,7 +109,7 @@ TEST(TablesTest, RangesReachTheirLastValueInDecimalSteps) {
 }
 
 TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     const auto isothermOf = [](double T, double first, double last, bool areDensities) {
         IsothermInput input = Isotherm(T, first, last, 1.0);
         input.areDensities = areDensities;
@@ -167,14 +160,14 @@ TEST(TablesTest, WhatCannotBeCalculatedIsRefusedByASentence) {
 }
 
 TEST(TablesTest, FilesAreThoseMadeByHandWhateverTheUnit) {
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     EXPECT_EQ(IsochoreTable(mixture, {1000.0, Between(-50.0, 45.0, 30.5, celsius)}).fileText(),
               ContentsOf("isochore.txt"));
     EXPECT_EQ(IsochoreTable(mixture, {1000.0, Between(223.15, 318.15, 30.5)}).fileText(),
               ContentsOf("isochore.txt"));
     EXPECT_EQ(IsothermTable(mixture, Isotherm(220.0, 900.0, 500.0, 200.0)).fileText(),
               ContentsOf("isotherm.txt"));
-    const fluid::Mixture water = Aqueous();
+    const fluid::Mixture water = Accepted(aqueous);
     for (const bool isCelsius : {false, true}) {
         const double zero = isCelsius ? 273.15 : 0.0;
         const auto scale = isCelsius ? celsius : kelvin;
@@ -196,7 +189,7 @@ TEST(TablesTest, FilesAreThoseMadeByHandWhateverTheUnit) {
 // The boundary is that of phase_equilibria.csv, in 60 digits.
 TEST(TablesTest, IsochoresHomogenizeWhereTheirRowsSay) {
     constexpr double V = 67.95817259849628;
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     const IsochoreTable table(mixture, Isochore(V, 250.0, 205.0, 10.0));
     EXPECT_LT(RelativeError(table.boundary()->T, 220.0), 1e-13);
     EXPECT_LT(RelativeError(table.boundary()->P, 3.386660699009192), 1e-11);
@@ -227,7 +220,7 @@ TEST(TablesTest, IsochoresHomogenizeWhereTheirRowsSay) {
 }
 
 TEST(TablesTest, IsothermsNameTheStatesAndTheirEnds) {
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     const IsothermTable table(mixture, Isotherm(220.0, 60.0, 610.0, 50.0));
     std::string states;
     for (std::size_t i = 0; i < table.count(); ++i) {
@@ -249,7 +242,7 @@ TEST(TablesTest, IsothermsNameTheStatesAndTheirEnds) {
 }
 
 TEST(TablesTest, SeveralIsothermsAreListedAndExportedOneByOne) {
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     const auto list = TemperatureList::read("  220;Tc -63.15:-43.15:10\t1e3 ", celsius, mixture);
     std::string names;
     for (const auto& each : list.temperatures) names += each.name + "|";
@@ -335,7 +328,7 @@ TEST(TablesTest, DrawnIsothermsHaveEqualAreasAndTheirDomeEndsAtTheCriticalPoint)
     const double top = *std::max_element(bubble.y.begin(), bubble.y.end());
     EXPECT_LT(RelativeError(top, bubble.y.back()), 1e-12);
     // Of a mixture the line falls, is read as exactly, and is there over densities as well.
-    figure.mixture = Carbonic();
+    figure.mixture = Accepted(carbonic);
     figure.temperatures = TemperatureList::read("220", kelvin, figure.mixture).temperatures;
     for (const bool areDensities : {false, true}) {
         const auto mixed = procedures::FigureSeries(
@@ -372,7 +365,7 @@ TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {
     const auto at = [](double T) {
         return SpinodalInput{Given::Temperature, 0.0, Between(T, T, 0.0)};
     };
-    const fluid::Mixture mixture = Carbonic();
+    const fluid::Mixture mixture = Accepted(carbonic);
     EXPECT_EQ(limits(mixture, at(220.0)),
               "diffusional, liquid side 80.643940|diffusional, vapour side 241.567843|"
               "mechanical, liquid side 83.878231|mechanical, vapour side 235.193807|");
@@ -383,7 +376,7 @@ TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {
     EXPECT_TRUE(limits(mixture, {Given::Range, 0.0, Between(268.15, 288.15, 5.0)})
                     .ends_with("There is no spinodal at 5 ˚Celsius and above: 3 of 5 temperatures "
                                "have no row"));
-    EXPECT_TRUE(limits(Aqueous(), at(450.1)).starts_with("diffusional, vapour side"));
+    EXPECT_TRUE(limits(Accepted(aqueous), at(450.1)).starts_with("diffusional, vapour side"));
     AcceptPure(1);
     EXPECT_TRUE(limits(fluid::AcceptedMixture(), at(220.0)).starts_with("liquid side"));
 }
