@@ -82,12 +82,18 @@ bool OpenDisplay() {
 }
 
 void SetWindowIcon(const char* name) {
-    constexpr guint whenStarted = 200;  // ms
-    const auto set = [](gpointer data) -> gboolean {
-        GiveIcon(static_cast<const char*>(data));
+    const auto onPainted = [](GSignalInvocationHint* /*hint*/, guint /*count*/,
+                              const GValue* /*values*/, gpointer data) -> gboolean {
+        constexpr guint pause = 100;  // ms
+        const auto set = [](gpointer icon) -> gboolean {
+            GiveIcon(static_cast<const char*>(icon));
+            return G_SOURCE_REMOVE;
+        };
+        g_timeout_add_full(G_PRIORITY_LOW, pause, Guarded(set), data, nullptr);
         return FALSE;
     };
-    g_timeout_add_full(G_PRIORITY_LOW, whenStarted, Guarded(set), g_strdup(name), &g_free);
+    g_signal_add_emission_hook(g_signal_lookup("expose-event", GTK_TYPE_WIDGET), 0,
+                               Guarded(onPainted), const_cast<char*>(name), nullptr);
 }
 
 void RunLoop() {
