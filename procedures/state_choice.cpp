@@ -13,7 +13,8 @@ namespace procedures {
 
 namespace {
 
-constexpr int usualCaption = 20;  // characters
+constexpr int usualCaption = 20;    // characters
+constexpr int longestSentence = 4;  // lines, of two phases
 
 std::string CaptionOf(const fluid::FluidState::Volume& volume) {
     return " " + SentenceText(volume.V) + ", " + StabilityName(volume.stability);
@@ -26,7 +27,7 @@ StateChoice::StateChoice() {
         button->onChoose(this, &StateChoice::choice_Action);
         button->reserve(usualCaption);
     }
-    State.reserve(0, 2);
+    State.reserve(0, longestSentence);
     clear();
 }
 

@@ -1,9 +1,11 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <span>
 
+#include "app/start1_window.h"
 #include "tests/screens/screen_test.h"
 #include "toolkit/button.h"
 
@@ -116,19 +118,26 @@ class FitTest : public tests::ScreenTest {
                 expectInSight(*control);
             }
         }
-        int vertical = 0;
+        EXPECT_EQ(scrollBars().horizontal, 0);
+        EXPECT_EQ(scrollBars().vertical, 0);
+    }
+
+    struct Bars {
         int horizontal = 0;
+        int vertical = 0;  // of the window, not of its lists
+    };
+    Bars scrollBars() const {
+        Bars bars;
         forAllWidgets(robot.screen().window(), [&](GtkWidget* widget) {
             if (GTK_IS_SCROLLED_WINDOW(widget)) {
                 auto* const scroller = GTK_SCROLLED_WINDOW(widget);
                 const bool isOuter = widget == gtk_widget_get_parent(viewport());
-                horizontal += isShown(gtk_scrolled_window_get_hscrollbar(scroller)) ? 1 : 0;
-                vertical +=
+                bars.horizontal += isShown(gtk_scrolled_window_get_hscrollbar(scroller)) ? 1 : 0;
+                bars.vertical +=
                     isOuter && isShown(gtk_scrolled_window_get_vscrollbar(scroller)) ? 1 : 0;
             }
         });
-        EXPECT_EQ(horizontal, 0) << "horizontal";
-        EXPECT_EQ(vertical, 0) << "vertical";
+        return bars;
     }
 
     // The size of the window, again whenever it has had time to become another.
@@ -167,10 +176,43 @@ TEST_F(FitTest, EveryScreenIsInSightAndKeepsItsSizeWithTwoAndWithElevenGases) {
                 robot.press("Alt_L+c");
             }
             EXPECT_EQ(size(), before);
+            if (const toolkit::Control* const plot = robot.screen().control("Plot")) {
+                const toolkit::Area area = plot->area();
+                robot.moveTo(area.x + area.width / 2, area.y + area.height / 2);
+                EXPECT_EQ(size(), before) << "under the pointer";
+            }
             expectFits(use.answer);
             EXPECT_NE(text(use.answer), "");
+            EXPECT_EQ(robot.control(use.answer).tooltip(), "");  // it is there as a whole
             robot.closeWindow();
         }
+    }
+}
+
+// Pages to read may scroll down, but what is below them stays in sight.
+TEST_F(FitTest, TheFirstWindowsAndTheExplanationsAreAsWideAsTheirTexts) {
+    const auto expectReadable = [this](const std::string& shown) {
+        SCOPED_TRACE(robot.screen().name());
+        const toolkit::Area area = robot.control(shown).area();
+        EXPECT_GT(area.width, 0);
+        EXPECT_LE(area.y + area.height, gdk_screen_height());
+        EXPECT_EQ(scrollBars().horizontal, 0);
+    };
+    owner.open(std::make_unique<app::Start1Window>(owner));
+    robot.use("Start1Window");
+    expectReadable("continue");
+    robot.click("continue");
+    robot.use("Start2Window");
+    expectReadable("Sum");
+    expectReadable("Continue1");
+    for (const auto& [procedure, screen, button, explanation] :
+         std::vector<std::array<const char*, 4>>{
+             {"Homogenisation", "BubbleDewPoint", "Explanations", "ExplainFirst"},
+             {"LiquidVapour", "LiquidVapourEq", "PushButton1", "ExplainSecond"}}) {
+        openProcedure({{"CO2", "0.7"}, {"CH4", "0.3"}}, procedure, screen);
+        robot.click(button);
+        robot.use(explanation);
+        expectReadable(robot.screen().controls().front()->name());
     }
 }
 
