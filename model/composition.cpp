@@ -43,7 +43,7 @@ const Mixture& AcceptedMixture() {
 }
 
 void SetFractionCount(std::size_t index, double fraction) {
-    assert(index < ComponentCount);
+    assert(index < componentCount);
     constexpr double countLimit = 0x1p63;
     const double count = std::round(fraction * static_cast<double>(fractionScale));
     const bool fits = count >= -countLimit && count < countLimit;

@@ -102,12 +102,8 @@ CriticalPoints FindCriticalPoints(const Mixture& mixture) {
 Stability CriticalStability(const Mixture& mixture, const CriticalPoint& point) {
     if (!point.isLocallyStable) return Stability::Unstable;
     if (point.T <= ColdestT(mixture)) return Stability::Unknown;
-    const double RT = R * point.T;
-    for (const TrialPhase& phase : TrialCurve(mixture, point.freeVolume).maxima(RT)) {
-        constexpr double rounding = 1e-12;  // of T: what is more stable by less is not told
-        if (phase.levelRT() > RT * (1.0 + rounding)) return Stability::Metastable;
-    }
-    return Stability::Stable;
+    const bool isStable = TrialCurve(mixture, point.freeVolume).isHighest(R * point.T);
+    return isStable ? Stability::Stable : Stability::Metastable;
 }
 
 PseudoCriticalPoint FindPseudoCriticalPoint(const Mixture& mixture) {

@@ -119,7 +119,7 @@ IdealGasProperties Within(const Row& row, double T) {
 }  // namespace
 
 IdealGasProperties IdealGas(std::size_t component, double T) {
-    assert(component < ComponentCount);
+    assert(component < componentCount);
     if (!(T > 0.0)) return {};
     const double inside = std::clamp(T, idealGasRange.lowest, idealGasRange.highest);
     const auto& rows = gasRows[component];

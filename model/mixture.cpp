@@ -62,7 +62,7 @@ Mixture WithFractions(const Mixture& of, const ComponentValues& fractions) {
 Mixture MixtureOf(std::int32_t lastComponent, std::span<const double> fractions) {
     Mixture mixture;
     mixture.count = static_cast<std::size_t>(lastComponent) + 1;
-    assert(mixture.count <= ComponentCount && mixture.count <= fractions.size());
+    assert(mixture.count <= componentCount && mixture.count <= fractions.size());
     ComponentValues x{};
     for (std::size_t i = 0; i < mixture.count; ++i) {
         x[i] = fractions[i];
@@ -88,11 +88,6 @@ double HottestT(const Mixture& mixture) {
 
 double ColdestT(const Mixture& mixture) {
     return 2.0 * mixture.largestARoot * mixture.densestA / (R * largestLogPhi);
-}
-
-double AbsurdT(const Mixture& mixture) {
-    constexpr double share = 0.01;  // where fugacities differ by e^22700
-    return share * ColdestT(mixture);
 }
 
 }  // namespace fluid

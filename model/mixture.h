@@ -84,8 +84,4 @@ double HottestT(const Mixture& mixture);
 // Below this temperature in K coefficients of fugacity in a dense phase leave e^±227.
 double ColdestT(const Mixture& mixture);
 
-// Below this temperature in K nothing is calculated of coexisting phases at all; every fluid that
-// has a volume in doubles would split there.
-double AbsurdT(const Mixture& mixture);
-
 }  // namespace fluid

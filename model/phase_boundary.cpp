@@ -36,18 +36,18 @@ Sample SampleOf(const TrialCurve& curve, double x, const TrialPhase& other) {
     sample.lnT = std::log(RT / R);
     sample.slopeT = change / RT;
     const double A = curve.A();
+    const double thin = std::min(curve.u(), other.u);
     // Two liquids beside a thin vapour have no digits of its pressure.
     constexpr double rounding = 1e-16;
+    const double P =
+        std::max(SharedPressure(RT, {curve.u(), A}, {other.u, other.H}), rounding * RT * thin);
+    sample.lnP = std::log(P);
     if (other.u < curve.u()) {
-        const double reduced = std::max(other.u - 0.5 * k * other.H * other.H, rounding * other.u);
         const double dk = -k * sample.slopeT;
         const double slope = -C - other.packing * curve.u() + k * other.H * A * free / curve.V() +
                              other.H * (0.5 * other.H - A) * dk;
-        sample.lnP = std::log(RT * reduced);
-        sample.slopeP = sample.slopeT + slope / reduced;
+        sample.slopeP = sample.slopeT + RT * slope / P;
     } else {
-        const double P = std::max(RT * curve.u() - A * A, rounding * A * A);
-        sample.lnP = std::log(P);
         sample.slopeP = (curve.u() * change - RT * curve.u() + 2.0 * A * A * free / curve.V()) / P;
     }
     return sample;
@@ -359,9 +359,9 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
     const bool rises = to.*of.value > from.*of.value;
     double x = PlaceOf(from, to, of, target);
     std::optional<Sample> sample;
-    constexpr int stepLimit = 60;   // halvings to the last digit of x
-    constexpr double small = 1e-9;  // a step of Newton's method leaves its square
-    constexpr double near = 1e-7;   // the same of the value
+    constexpr int stepLimit = 60;    // halvings to the last digit of x
+    constexpr double enough = 1e-9;  // a step of Newton's method leaves its square
+    constexpr double near = 1e-7;    // the same of the value
     constexpr double rounding = 4e-16;
     bool isLast = false;
     for (int i = 0; i < stepLimit; ++i) {
@@ -373,22 +373,11 @@ std::optional<Sample> Between(const Sample& from, const Sample& to, const Quanti
         const double newton = x - excess / ((*sample).*of.slope);
         const bool isInside = newton > low && newton < high;
         const double next = isInside ? newton : 0.5 * (low + high);
-        const double enough = isInside && std::abs(excess) <= near ? small : rounding;
-        isLast = std::abs(next - x) <= enough * std::max(1.0, std::abs(x));
+        const double shortest = isInside && std::abs(excess) <= near ? enough : rounding;
+        isLast = std::abs(next - x) <= shortest * std::max(1.0, std::abs(x));
         x = next;
     }
     return sample;
-}
-
-// Whether no other second phase is higher at a sample.
-bool IsHighest(const Mixture& mixture, const Sample& sample) {
-    const TrialCurve curve = CurveAt(mixture, sample.x);
-    const double RT = R * std::exp(sample.lnT);
-    constexpr double rounding = 1e-12;  // of T
-    for (const TrialPhase& phase : curve.maxima(RT)) {
-        if (phase.levelRT() > RT * (1.0 + rounding)) return false;
-    }
-    return true;
 }
 
 // The points between two samples at which a quantity has a value. Where another second phase turns
@@ -409,7 +398,7 @@ void Find(const Mixture& mixture, const Sample& from, const Sample& to, const Qu
     const bool leaps = sample && std::abs((*sample).*of.value - target) > rounding;
     if (leaps) sample = Between(from, to, of, target, search);
     if (!sample) return;
-    if (IsHighest(mixture, *sample)) {
+    if (CurveAt(mixture, sample->x).isHighest(R * std::exp(sample->lnT))) {
         found.push_back(*sample);
         return;
     }

@@ -165,7 +165,7 @@ bool CoexistsWith(const TrialCurve& bulk, const PhaseState& other) {
     if (!(bulk.spinodalRT() < RT)) return false;
     const double lambda = 2.0 / RT * (other.A() - bulk.A());
     if (lambda == 0.0) return false;
-    const auto phase = bulk.climb(bulk.at(lambda, other.u), RT);
+    const auto phase = bulk.climbLevel(bulk.at(lambda, other.u));
     constexpr double match = 0.01;  // far above rounding, far below what tells two places apart
     return phase && std::abs(phase->lambda - lambda) < match * std::abs(lambda) &&
            std::abs(phase->levelRT() - RT) < match * (RT - bulk.spinodalRT());

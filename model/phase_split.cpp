@@ -28,11 +28,14 @@ struct Phase {
     double C = 0.0;
     double A = 0.0;  // MPa^½
     double free = 0.0;
-    double entropy = 0.0;  // sum of c_i·ln c_i
 
     double u() const { return C / free; }
     // Helmholtz energy over R·T per volume of the bulk.
-    double energy(double RT) const { return volume * (entropy - C * std::log(free) - A * A / RT); }
+    double energy(double RT) const {
+        double entropy = 0.0;
+        for (const double amount : c) entropy += amount > 0.0 ? amount * std::log(amount) : 0.0;
+        return volume * (entropy - C * std::log(free) - A * A / RT);
+    }
 };
 
 struct Division {
@@ -50,40 +53,20 @@ struct Division {
     double energy(double RT) const { return X.energy(RT) + Y.energy(RT); }
 };
 
-// Solves matrix · x = -right by Cholesky's method; false where it is not positive.
-bool SolvePositive(Matrix matrix, const Vector& right, Vector& x) {
-    for (std::size_t j = 0; j < unknowns; ++j) {
-        double pivot = matrix[j][j];
-        for (std::size_t k = 0; k < j; ++k) pivot -= matrix[j][k] * matrix[j][k];
-        if (!(pivot > 0.0)) return false;
-        matrix[j][j] = std::sqrt(pivot);
-        for (std::size_t i = j + 1; i < unknowns; ++i) {
-            for (std::size_t k = 0; k < j; ++k) matrix[i][j] -= matrix[i][k] * matrix[j][k];
-            matrix[i][j] /= matrix[j][j];
-        }
-    }
-    for (std::size_t i = 0; i < unknowns; ++i) {
-        x[i] = -right[i];
-        for (std::size_t k = 0; k < i; ++k) x[i] -= matrix[i][k] * x[k];
-        x[i] /= matrix[i][i];
-    }
-    for (std::size_t i = unknowns; i-- > 0;) {
-        for (std::size_t k = i + 1; k < unknowns; ++k) x[i] -= matrix[k][i] * x[k];
-        x[i] /= matrix[i][i];
-    }
-    return true;
-}
+enum class Pivots { Largest, Positive };
 
-// Solves matrix · x = -right by Gauss's method; false where the matrix is singular.
-bool Solve(Matrix matrix, Vector right, Vector& x) {
+// Solves matrix · x = -right by Gauss's method; false where the matrix is singular or, with pivots
+// taken as they come, not positive.
+bool Solve(Matrix matrix, Vector right, Vector& x, Pivots pivots) {
     for (std::size_t j = 0; j < unknowns; ++j) {
         std::size_t pivot = j;
-        for (std::size_t i = j + 1; i < unknowns; ++i) {
+        for (std::size_t i = j + 1; pivots == Pivots::Largest && i < unknowns; ++i) {
             if (std::abs(matrix[i][j]) > std::abs(matrix[pivot][j])) pivot = i;
         }
-        if (!(std::abs(matrix[pivot][j]) > 0.0)) return false;
         std::swap(matrix[j], matrix[pivot]);
         std::swap(right[j], right[pivot]);
+        const double size = pivots == Pivots::Largest ? std::abs(matrix[j][j]) : matrix[j][j];
+        if (!(size > 0.0)) return false;
         for (std::size_t i = j + 1; i < unknowns; ++i) {
             const double factor = matrix[i][j] / matrix[j][j];
             for (std::size_t k = j; k < unknowns; ++k) matrix[i][k] -= factor * matrix[j][k];
@@ -108,8 +91,6 @@ class Minimiser {
 
     // The best share for the phase ratios of two trial phases over a bulk, or of one and the bulk.
     Division start(const TrialCurve& curve, const TrialPhase& X, const TrialPhase& Y) const;
-    // The bulk condensed as it is to a liquid beside hardly anything.
-    Division condensed() const;
     // What the Hessian is raised by where it is not positive. The more of its ideal part, the more
     // a step is one of successive substitution, which does not overlook traces.
     enum class Raise { Unit, Ideal };
@@ -177,8 +158,6 @@ Division Minimiser::divide(const Vector& at) const {
         packingX += mixture_.b[i] * x;
         packingY += mixture_.b[i] * y;
         packing += mixture_.b[i] * difference;
-        X.entropy += x * std::log(x);
-        Y.entropy += y * std::log(y);
     }
     X.free = 1.0 - packingX;
     Y.free = 1.0 - packingY;
@@ -223,15 +202,6 @@ Division Minimiser::start(const TrialCurve& curve, const TrialPhase& X, const Tr
         slopeAbove = slope;
     }
     return best;
-}
-
-Division Minimiser::condensed() const {
-    constexpr double dense = 1.3;  // V/b
-    double C = 0.0;
-    for (std::size_t i = 0; i < mixture_.count; ++i) C += c_[i];
-    const double share = dense * mixture_.bMix * C;
-    if (!(share < 0.5)) return {};
-    return divide({-std::log(share), 0.0, 0.0, std::log(share / (1.0 - share))});
 }
 
 // What the three numbers differ from those of the phases by; and the difference of the pressures
@@ -345,7 +315,7 @@ std::optional<Minimiser::Step> Minimiser::newtonStep(const Division& division, R
             if (raise == Raise::Unit) continue;
             for (std::size_t l = 0; l < unknowns; ++l) raised[k][l] += shift * ideal[k][l];
         }
-        if (SolvePositive(raised, slope, step.change)) break;
+        if (Solve(raised, slope, step.change, Pivots::Positive)) break;
         shift = std::max(4.0 * shift, leastShift);
         if (!(shift < largestShift)) return {};
     }
@@ -434,7 +404,7 @@ bool Minimiser::polish(Division& division) const {
     for (int i = 0; i < stepLimit; ++i) {
         const Vector off = residual(division);
         Vector change{};
-        if (!Solve(jacobian(division, off), off, change)) break;
+        if (!Solve(jacobian(division, off), off, change, Pivots::Largest)) break;
         double length = 0.0;
         for (const double part : change) length = std::max(length, std::abs(part));
         constexpr int tries = 4;  // steps that need not shorten, from aside
@@ -454,7 +424,7 @@ bool Minimiser::polish(Division& division) const {
 
 bool Minimiser::minimise(Division& division, Raise raise) const {
     constexpr int stepLimit = 100;
-    constexpr double near = 0.01;  // from where the polish converges
+    constexpr double near = 0.1;  // from where the polish converges
     double shift = 0.0;
     for (int i = 0; i < stepLimit; ++i) {
         const auto step = newtonStep(division, raise, shift);
@@ -475,12 +445,6 @@ Mixture MixtureOf(const Mixture& bulk, const Phase& phase) {
     return WithFractions(bulk, z);
 }
 
-// The pressure in MPa, which stands in both phases, from the one in which it cancels less.
-double PressureOf(const Division& division, double RT) {
-    const Phase& phase = division.X.u() < division.Y.u() ? division.X : division.Y;
-    return RT * phase.u() - phase.A * phase.A;
-}
-
 PhaseSplit SplitOf(const Mixture& mixture, const Division& division, double T) {
     const Phase* x = &division.X;
     const Phase* y = &division.Y;
@@ -492,7 +456,7 @@ PhaseSplit SplitOf(const Mixture& mixture, const Division& division, double T) {
     }
     split.found = true;
     split.phases.T = T;
-    split.phases.P = PressureOf(division, R * T);
+    split.phases.P = SharedPressure(R * T, {x->u(), x->A}, {y->u(), y->A});
     split.phases.Vx = 1.0 / x->C;
     split.phases.Vy = 1.0 / y->C;
     split.volumeFraction = y->volume;
@@ -503,10 +467,8 @@ PhaseSplit SplitOf(const Mixture& mixture, const Division& division, double T) {
 PhaseSplit TraceOf(const TrialCurve& curve, const TrialPhase& trial, double T) {
     const ComponentValues& z = curve.mixture().z;
     const ComponentValues other = curve.fractions(trial);
-    const double RT = R * T;
     const bool isDilute = trial.concentration * curve.V() < 1.0;
-    const double P = trial.u < curve.u() ? RT * trial.u - trial.H * trial.H
-                                         : RT * curve.u() - curve.A() * curve.A();
+    const double P = SharedPressure(R * T, {trial.u, trial.H}, {curve.u(), curve.A()});
     if (isDilute) return {true, {T, P, z, other, curve.V(), trial.volume()}, 0.0, false};
     return {true, {T, P, other, z, trial.volume(), curve.V()}, 1.0, false};
 }
@@ -516,19 +478,14 @@ class Competition {
   public:
     explicit Competition(const Minimiser& minimiser) : minimiser_(minimiser) {}
 
-    // The division that a trial phase leads to.
-    void enter(const TrialCurve& curve, const TrialPhase& trial) {
-        wait(minimiser_.start(curve, curve.bulk(), trial));
-    }
     // Where a trial phase is made of traces that are soon used up: what is more stable than the
     // bulk without them, and so on; and the phases between the bulk and the trial phase, which hold
     // more of what there is more of.
     void enterWidely(const TrialCurve& curve, const TrialPhase& trial);
-    // The one that two trial phases beside an unstable bulk are near to.
+    // The division that two trial phases lead to, or one and the bulk.
     void enter(const TrialCurve& curve, const TrialPhase& X, const TrialPhase& Y) {
         wait(minimiser_.start(curve, X, Y));
     }
-    void enterCondensed() { wait(minimiser_.condensed()); }
     // What the start of lowest energy that is left leads to, unless that is known already.
     std::optional<Division> next();
 
@@ -576,12 +533,13 @@ void Competition::enterWidely(const TrialCurve& curve, const TrialPhase& trial) 
         const Maxima maxima = over.maxima(minimiser_.RT());
         const TrialPhase* const next = HighestOf(maxima);
         if (next == nullptr || !(next->levelRT() > minimiser_.RT())) break;
-        enter(over, *next);
+        enter(over, over.bulk(), *next);
         gathered = over.fractions(*next);
     }
     constexpr int parts = 12;
     for (int i = 2; i < parts; ++i) {
-        enter(curve, curve.at(trial.lambda * i / parts, trial, TrialCurve::Accuracy::Fine));
+        enter(curve, curve.bulk(),
+              curve.at(trial.lambda * i / parts, trial, TrialCurve::Accuracy::Fine));
     }
 }
 
@@ -626,29 +584,26 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
     if (T < ColdestT(mixture)) return PhaseSplit{};
     const Minimiser minimiser(mixture, T, V);
     Competition competition(minimiser);
-    for (const TrialPhase& trial : maxima) {
-        if (trial.levelRT() > RT) competition.enter(curve, trial);
-    }
-    if (curve.spinodalRT() > RT) {
-        for (const TrialPhase& one : maxima) {
-            for (const TrialPhase& other : maxima) {
-                if (one.lambda != other.lambda) competition.enter(curve, one, other);
-            }
+    const bool isBetween = curve.spinodalRT() > RT && maxima.size() > 1;
+    for (const TrialPhase& one : maxima) {
+        if (!isBetween && one.levelRT() > RT) competition.enter(curve, curve.bulk(), one);
+        for (const TrialPhase& other : maxima) {
+            if (isBetween && one.lambda != other.lambda) competition.enter(curve, one, other);
         }
     }
     constexpr double driveTolerance = 1e-8;
     constexpr int roundLimit = 16;  // as many divisions of eleven gases have never been seen
     PhaseSplit best;
     double lowest = 0.0;
-    bool isWide = false;
+    int wider = isBetween ? 0 : 1;
     for (int round = 0; round < roundLimit; ++round) {
         std::optional<Division> division = competition.next();
-        if (!division && !isWide) {
-            isWide = true;
+        for (; !division && wider < 2; ++wider) {
             for (const TrialPhase& trial : maxima) {
-                if (trial.levelRT() > RT) competition.enterWidely(curve, trial);
+                if (!(trial.levelRT() > RT)) continue;
+                if (wider == 0) competition.enter(curve, curve.bulk(), trial);
+                if (wider == 1) competition.enterWidely(curve, trial);
             }
-            competition.enterCondensed();
             division = competition.next();
         }
         if (!division) break;
@@ -660,7 +615,7 @@ std::optional<PhaseSplit> BestSplit(const Mixture& mixture, double T, double V) 
         for (const TrialPhase& other : over.maxima(RT)) {
             if (over.drive(other, RT, P) < driveTolerance) continue;
             split.metastable = true;
-            competition.enter(over, other);
+            competition.enter(over, over.bulk(), other);
         }
         if (!(P > 0.0)) continue;
         if (!split.metastable) return split;
@@ -684,7 +639,9 @@ bool HasRoom(const Mixture& mixture, const PhasePair& pair) {
 
 std::optional<PhaseSplit> SplitAtVolume(const Mixture& mixture, double T, double V) {
     if (!(T > 0.0 && V > mixture.bMix) || !std::isfinite(T) || !std::isfinite(V)) return {};
-    if (T < AbsurdT(mixture)) return PhaseSplit{};
+    // Where fugacities differ by e^22700 and every fluid that has a volume in doubles would split.
+    constexpr double absurd = 0.01;
+    if (T < absurd * ColdestT(mixture)) return PhaseSplit{};
     std::optional<PhaseSplit> split = BestSplit(mixture, T, V);
     if (split && split->found) split->found = HasRoom(mixture, split->phases);
     return split;

@@ -70,7 +70,7 @@ LogPressure OnCurve(const Curve& curve, double T) {
 }  // namespace
 
 double SaturationPressure(std::size_t component, double T) {
-    assert(component < ComponentCount);
+    assert(component < componentCount);
     if (!(T > 0.0)) return 0.0;
     const Curve& curve = curves[component];
     const double joint = std::clamp(T, 0.5 * curve[triple], curve[criticalT]);

@@ -86,6 +86,11 @@ double ExpGain(double x) {
     return std::abs(x) < small ? SmallExpGain(x) : std::exp(x) - 1.0 - x;
 }
 
+double SharedPressure(double RT, const Push& one, const Push& other) {
+    const auto& [u, A] = one.u < other.u ? one : other;
+    return RT * u - A * A;
+}
+
 TrialCurve::TrialCurve(const Mixture& mixture, double freeVolume)
     : mixture_(&mixture),
       V_(mixture.bMix + freeVolume),
@@ -280,22 +285,6 @@ ComponentValues TrialCurve::fractions(const TrialPhase& trial) const {
     }
     for (double& fraction : x) fraction /= sum;
     return x;
-}
-
-std::optional<TrialPhase> TrialCurve::climb(const TrialPhase& from, double RT) const {
-    const double k = 2.0 / RT;
-    constexpr int stepLimit = 30;
-    constexpr double enough = 1e-8;
-    TrialPhase trial = from;
-    for (int i = 0; i < stepLimit; ++i) {
-        if (!(k * trial.slope < 1.0)) return {};
-        const double move = (k * trial.rise - trial.lambda) / (1.0 - k * trial.slope);
-        const double lambda = trial.lambda + move;
-        if (lambda == 0.0 || std::abs(lambda) > 2.0 * k * mixture_->densestA) return {};
-        trial = at(lambda, trial, Accuracy::Fine);
-        if (std::abs(move) <= enough * std::abs(lambda)) return trial;
-    }
-    return {};
 }
 
 // The slope of levelRT is 4/lambda³ times lambda·rise - 2·excess, on which Newton's method is used.
@@ -517,6 +506,14 @@ Maxima TrialCurve::maxima(double RT) const {
     search.above();
     search.below();
     return maxima;
+}
+
+bool TrialCurve::isHighest(double RT) const {
+    constexpr double rounding = 1e-12;
+    const Maxima all = maxima(RT);
+    return std::none_of(all.begin(), all.end(), [RT](const TrialPhase& phase) {
+        return phase.levelRT() > RT * (1.0 + rounding);
+    });
 }
 
 }  // namespace fluid

@@ -13,6 +13,14 @@ namespace fluid {
 // exp(x) - 1 - x, which has all its digits.
 double ExpGain(double x);
 
+// What the pressure of a phase is made of: R·T·u - A².
+struct Push {
+    double u;
+    double A;
+};
+// The pressure in MPa of two phases that coexist, from the one in which it cancels less.
+double SharedPressure(double RT, const Push& one, const Push& other);
+
 // A phase whose components have the fugacities of the bulk. With the fugacities given, such phases
 // are a curve that knows no temperature: its place on it is lambda = k·(A - A_z).
 struct TrialPhase {
@@ -64,9 +72,8 @@ class TrialCurve {
 
     // All maxima of D over the curve, from dense to dilute ones on either side of the bulk.
     Maxima maxima(double RT) const;
-    // Moves a phase near a maximum of D onto it by Newton's method; none within reach gives
-    // nothing.
-    std::optional<TrialPhase> climb(const TrialPhase& from, double RT) const;
+    // Whether the levels of all are at most this, but for rounding.
+    bool isHighest(double RT) const;
     // Climbs from a phase to the next maximum of levelRT; nothing where that is the bulk itself.
     std::optional<TrialPhase> climbLevel(const TrialPhase& from) const;
     // d(levelRT)/dV at the place of a phase, in MPa.

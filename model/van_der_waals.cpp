@@ -47,7 +47,7 @@ ComponentValues ComponentCovolumes(std::int32_t n) {
 ComponentValues FugacityCoefficients(std::int32_t n, double bMix, std::span<const double> A,
                                      std::span<const double> B, double T, double P, double V) {
     const auto count = static_cast<std::size_t>(n) + 1;
-    assert(count <= ComponentCount && count <= A.size() && count <= B.size());
+    assert(count <= componentCount && count <= A.size() && count <= B.size());
     ComponentValues coefficients{};
     for (std::size_t i = 0; i < count; ++i) coefficients[i] = 1.0;
     if (!(P != 0.0 && T > 0.0 && V > bMix)) return coefficients;
