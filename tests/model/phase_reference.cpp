@@ -123,9 +123,9 @@ PhaseReference::Trial PhaseReference::trial(const State& bulk, double A, double&
 bool PhaseReference::isUnstable(double T, double V, double P, double least) const {
     const double A = sMix_ / V;
     std::vector<double> grid;
-    grid.reserve(420);
+    grid.reserve(720);
     for (int i = 0; i < 60; ++i) grid.push_back(densestA_ * std::pow(10.0, -12.0 + 0.2 * i));
-    for (int i = 1; i < 300; ++i) grid.push_back(densestA_ * i / 300.0);
+    for (int i = 1; i < 600; ++i) grid.push_back(densestA_ * i / 600.0);
     for (int i = 0; i < 30; ++i) {
         const double away = A * std::pow(10.0, -4.0 + 0.13 * i);
         if (away < A) grid.push_back(A - away);
