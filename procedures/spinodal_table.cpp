@@ -99,6 +99,8 @@ void SpinodalTable::addAt(const WrittenTemperature& T) {
         }
     }
     if (limits_.size() == before) {
+        constexpr double none = std::numeric_limits<double>::quiet_NaN();
+        limits_.push_back({{T.kelvin, none, none}, T, "no spinodal"});
         missing_.push_back(T);
     }
 }
@@ -141,9 +143,10 @@ SeriesTable::Row SpinodalTable::heads(const TemperatureScale& scale) {
 SeriesTable::Row SpinodalTable::row(std::size_t number, const TemperatureScale& scale,
                                     Digits digits) const {
     const Limit& limit = limits_[number];
+    const std::string T = CellText(limit.T.in(scale), temperatureDecimals, digits);
+    if (!limit.isThere()) return {T, "", "", "", limit.name};
     const double density = fluid::MolarVolumeFromDensity(mixture_, limit.state.V);
-    return {CellText(limit.T.in(scale), temperatureDecimals, digits),
-            CellText(limit.state.P, pressureDecimals, digits),
+    return {T, CellText(limit.state.P, pressureDecimals, digits),
             CellText(limit.state.V, volumeDecimals, digits),
             CellText(density, densityDecimals, digits), limit.name};
 }
@@ -157,7 +160,7 @@ std::string SpinodalTable::missingSentence(const TemperatureScale& scale) const 
     if (missing_.empty()) {
         return {};
     }
-    if (limits_.empty()) {
+    if (missing_.size() == asked_) {
         return std::string("There is no spinodal") +
                (asked_ == 1 ? "" : " at any of these temperatures") +
                ": the fluid withstands small changes at every molar volume";
@@ -168,7 +171,7 @@ std::string SpinodalTable::missingSentence(const TemperatureScale& scale) const 
         [](const auto& one, const auto& other) { return one.kelvin < other.kelvin; });
     return "There is no spinodal at " + SentenceText(coldest->in(scale)) + " " + scale.name +
            " and above: " + std::to_string(missing_.size()) + " of " + std::to_string(asked_) +
-           " temperatures have no row";
+           " temperatures";
 }
 
 }  // namespace procedures

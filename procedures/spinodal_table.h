@@ -28,8 +28,10 @@ class SpinodalTable : public SeriesTable {
   public:
     using Curves = std::vector<std::vector<fluid::StatePoint>>;
 
-    // A point of a spinodal and what it limits.
+    // A point of a spinodal and what it limits, or a temperature that has none.
     struct Limit {
+        bool isThere() const { return state.V > 0.0; }
+
         fluid::StatePoint state;
         WrittenTemperature T;
         const char* name = "";

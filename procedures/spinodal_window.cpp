@@ -1,7 +1,10 @@
 #include "procedures/spinodal_window.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <functional>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -9,10 +12,11 @@
 
 #include "model/composition.h"
 #include "model/critical_point.h"
+#include "model/phase_diagram.h"
 #include "model/spinodal.h"
 #include "model/van_der_waals.h"
 #include "procedures/explanations.h"
-#include "procedures/phase_curves.h"
+#include "procedures/temperature_list.h"
 #include "toolkit/layout.h"
 #include "toolkit/number_text.h"
 
@@ -21,9 +25,11 @@ namespace procedures {
 namespace {
 
 using fluid::StatePoint;
+using toolkit::PlotPoint;
 using toolkit::PlotSeries;
 
 constexpr int visibleRows = 6;
+constexpr std::size_t mostMarks = 12;
 const TemperatureScale longestScale = {"˚Celsius", zeroCelsius};
 
 }  // namespace
@@ -58,8 +64,9 @@ void SpinodalWindow::connectHandlers() {
     GivenT.onChoose(this, &SpinodalWindow::GivenT_Action);
     GivenV.onChoose(this, &SpinodalWindow::GivenV_Action);
     GivenRange.onChoose(this, &SpinodalWindow::GivenRange_Action);
-    PlotT.onChoose(this, &SpinodalWindow::PlotT_Action);
-    PlotV.onChoose(this, &SpinodalWindow::PlotV_Action);
+    for (toolkit::RadioButton* const axes : {&PlotT, &PlotV, &PlotTV}) {
+        axes->onChoose(this, &SpinodalWindow::Plot_Action);
+    }
     Explanations.onClick(this, &SpinodalWindow::Explanations_Action);
     Clear.onClick(this, &SpinodalWindow::Clear_Action);
     calculate.onClick(this, &SpinodalWindow::calculate_Action);
@@ -81,7 +88,7 @@ void SpinodalWindow::layOut() {
                          toolkit::ButtonRow({Explanations, Clear, table.Export, calculate}),
                          warning, table.ListBox1.scrolling(visibleRows).expanding()});
     const Block plot = toolkit::Column(
-        {GroupBox4.around(toolkit::Row({PlotT, PlotV})), plotPanel.block().expanding()});
+        {GroupBox4.around(toolkit::Row({PlotT, PlotV, PlotTV})), plotPanel.block().expanding()});
     setContent(toolkit::Columns({"table", left}, {{"plot", plot}}));
 }
 
@@ -141,7 +148,9 @@ void SpinodalWindow::GivenRange_Action() {
 }
 
 void SpinodalWindow::plotChosen() {
-    if (PlotV.isOn()) {
+    if (PlotTV.isOn()) {
+        plotPanel.setAxes("Molar Volume", volumeUnit, "Temperature", temperature.scale().symbol());
+    } else if (PlotV.isOn()) {
         plotPanel.setAxes("Molar Volume", volumeUnit, "Pressure", "MPa");
     } else {
         plotPanel.setAxes("Temperature", temperature.scale().symbol(), "Pressure", "MPa");
@@ -149,11 +158,7 @@ void SpinodalWindow::plotChosen() {
     plot();
 }
 
-void SpinodalWindow::PlotT_Action() {
-    plotChosen();
-}
-
-void SpinodalWindow::PlotV_Action() {
+void SpinodalWindow::Plot_Action() {
     plotChosen();
 }
 
@@ -204,35 +209,85 @@ void SpinodalWindow::show() {
     table.show(limits_, temperature.scale());
 }
 
+std::function<PlotPoint(const StatePoint&)> SpinodalWindow::places() const {
+    return [isTV = PlotTV.isOn(), isV = PlotV.isOn(),
+            scale = temperature.scale()](const StatePoint& point) {
+        const double T = scale.fromKelvin(point.T);
+        return isTV ? PlotPoint{point.V, T} : PlotPoint{isV ? point.V : T, point.P};
+    };
+}
+
+std::vector<PlotSeries> SpinodalWindow::boundary(const ShownPressures& shown) const {
+    double coldest = std::numeric_limits<double>::infinity();
+    for (const auto& curve : limits_->diffusional()) {
+        for (const StatePoint& point : curve) coldest = std::min(coldest, point.T);
+    }
+    std::array<SpinodalTable::Curves, 2> pieces;
+    const auto critical = fluid::FindCriticalPoints(mixture_);
+    for (const fluid::BoundaryPiece& piece : fluid::TraceBoundary(mixture_, critical)) {
+        auto& those = pieces[piece.kind == fluid::Homogenisation::IntoLiquid ? 0 : 1];
+        those.emplace_back();
+        std::copy_if(piece.points.begin(), piece.points.end(), std::back_inserter(those.back()),
+                     [coldest](const StatePoint& point) { return point.T >= coldest; });
+    }
+    std::vector<PlotSeries> series;
+    constexpr std::array<const char*, 2> names = {"bubble points", "dew points"};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        PlotSeries curve(names[i], PlotSeries::Style::Line, PlotSeries::ink);
+        curve.legend = "bubble and dew points";
+        if (PlotTV.isOn()) curve.below = "meta-stable";
+        series.push_back(
+            ThroughStates(std::move(curve), pieces[i], shown, places(), BoundaryStates(mixture_)));
+    }
+    return series;
+}
+
+toolkit::FirstView SpinodalWindow::firstView() const {
+    const LeadingPoint leading = LeadingPointOf(mixture_);
+    const ShownPressures matter(fluid::FindCriticalPoints(mixture_));
+    toolkit::FirstView view;
+    double lowest = matter.lowest;
+    double highest = matter.highest;
+    double largestV = leading.V;
+    for (const SpinodalTable::Limit& limit : limits_->limits()) {
+        if (!limit.isThere() || limits_->count() > mostMarks) continue;
+        lowest = std::min(lowest, limit.state.P);
+        highest = std::max(highest, limit.state.P);
+        largestV = std::max(largestV, limit.state.V);
+    }
+    constexpr double widest = 6.0;
+    if (PlotV.isOn() || PlotTV.isOn()) {
+        view.x = toolkit::PlotRange{0.0, std::max(widest * leading.V, 2.0 * largestV)};
+    }
+    if (!PlotTV.isOn()) view.y = toolkit::PlotRange{lowest, highest};
+    return view;
+}
+
 void SpinodalWindow::plot() {
     if (!limits_) return;
-    const ShownPressures matter(fluid::FindCriticalPoints(mixture_));
-    ShownPressures all = matter;
-    all.lowest = -std::numeric_limits<double>::infinity();
-    toolkit::FirstView view{.y = toolkit::PlotRange{matter.lowest, matter.highest},
-                            .isLogarithmicX = PlotV.isOn()};
-    const auto x = [isV = PlotV.isOn(), scale = temperature.scale()](const StatePoint& point) {
-        return isV ? point.V : scale.fromKelvin(point.T);
-    };
+    ShownPressures shown(fluid::FindCriticalPoints(mixture_));
+    shown.lowest = -std::numeric_limits<double>::infinity();
+    if (PlotTV.isOn()) shown = ShownPressures::all();  // the pressure is on neither axis
     const auto through = [&](PlotSeries series, const SpinodalTable::Curves& pieces,
                              fluid::SpinodalKind kind) {
-        return ThroughStates(std::move(series), pieces, all, x, SpinodalStates(mixture_, kind));
+        return ThroughStates(std::move(series), pieces, shown, places(),
+                             SpinodalStates(mixture_, kind));
     };
+    std::vector<PlotSeries> series = {
+        through(PlotSeries(limits_->isPure() ? "spinodal" : "diffusional spinodal"),
+                limits_->diffusional(), fluid::SpinodalKind::Diffusional),
+        through(PlotSeries("mechanical spinodal", PlotSeries::Style::Dashed, 1),
+                limits_->mechanical(), fluid::SpinodalKind::Mechanical)};
+    if (PlotTV.isOn()) series[0].below = "unstable";
+    for (PlotSeries& curve : boundary(shown)) series.push_back(std::move(curve));
     PlotSeries marks("in the table", PlotSeries::Style::Markers, 2);
-    constexpr std::size_t mostMarks = 12;
     for (const SpinodalTable::Limit& limit : limits_->limits()) {
-        if (limits_->count() <= mostMarks) {
-            marks.add(x(limit.state), limit.state.P);
-            view.y->low = std::min(view.y->low, limit.state.P);
-            view.y->high = std::max(view.y->high, limit.state.P);
-        }
+        if (!limit.isThere() || limits_->count() > mostMarks) continue;
+        const PlotPoint place = places()(limit.state);
+        marks.add(place.x, place.y);
     }
-    plotPanel.show({through(PlotSeries(limits_->isPure() ? "spinodal" : "diffusional spinodal"),
-                            limits_->diffusional(), fluid::SpinodalKind::Diffusional),
-                    through(PlotSeries("mechanical spinodal", PlotSeries::Style::Dashed, 1),
-                            limits_->mechanical(), fluid::SpinodalKind::Mechanical),
-                    std::move(marks)},
-                   view);
+    series.push_back(std::move(marks));
+    plotPanel.show(std::move(series), firstView());
 }
 
 }  // namespace procedures

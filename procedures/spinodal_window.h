@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 
+#include "procedures/phase_curves.h"
 #include "procedures/plot_panel.h"
 #include "procedures/range_entry.h"
 #include "procedures/spinodal_table.h"
@@ -28,8 +29,7 @@ class SpinodalWindow : public toolkit::Screen {
     void GivenT_Action();
     void GivenV_Action();
     void GivenRange_Action();
-    void PlotT_Action();
-    void PlotV_Action();
+    void Plot_Action();
 
     void connectHandlers();
     void layOut();
@@ -42,6 +42,12 @@ class SpinodalWindow : public toolkit::Screen {
     // What was typed; nothing where it is refused, by a sentence.
     std::optional<SpinodalInput> read();
     void show();
+    // Where a state lies between the axes that are chosen.
+    std::function<toolkit::PlotPoint(const fluid::StatePoint&)> places() const;
+    // The bubble and dew points down to the coldest point of the spinodal.
+    std::vector<toolkit::PlotSeries> boundary(const ShownPressures& shown) const;
+    // Around what differs: the stable critical points and the limits in the table.
+    toolkit::FirstView firstView() const;
     void plot();
 
     fluid::Mixture mixture_;  // of what is shown
@@ -59,9 +65,10 @@ class SpinodalWindow : public toolkit::Screen {
     toolkit::Label StaticText2{"StaticText2"};
     toolkit::RadioButton GivenRange{givenGroup, "GivenRange", " Between two temperatures"};
     toolkit::RadioGroup plotGroup;
-    toolkit::GroupBox GroupBox4{"GroupBox4", "Plot over"};
-    toolkit::RadioButton PlotT{plotGroup, "PlotT", " temperature"};
-    toolkit::RadioButton PlotV{plotGroup, "PlotV", " molar volume"};
+    toolkit::GroupBox GroupBox4{"GroupBox4", "Plot"};
+    toolkit::RadioButton PlotT{plotGroup, "PlotT", " pressure over T"};
+    toolkit::RadioButton PlotV{plotGroup, "PlotV", " pressure over V"};
+    toolkit::RadioButton PlotTV{plotGroup, "PlotTV", " T over V with its fields"};
     toolkit::Button Explanations{"Explanations", "explanation"};
     toolkit::Button Clear{"Clear", "clear"};
     toolkit::Button calculate{"calculate", "calculate"};

@@ -30,6 +30,7 @@ constexpr double axisWidth = 0.07;
 constexpr double markRadius = 0.36;
 constexpr double sampleWidth = 2.6;  // of a line in the legend
 constexpr double occupancyCell = 0.25;
+constexpr double shade = 0.15;  // opacity of what lies below a curve
 
 // Palettes that colour-blind readers can tell apart, and whose colours stand out from a light and
 // from a dark ground (after M. Okabe, K. Ito, Color Universal Design, 2008).
@@ -184,6 +185,7 @@ struct Entry {
     std::string text;
     Style style = Style::Line;
     std::size_t colour = 0;
+    bool isShade = false;
     bool isInk = false;  // it says what a line style means, whatever the colour
     double width = 0.0;
     PlotPlace place{};  // its left edge and middle, in the legend
@@ -209,12 +211,13 @@ std::vector<Entry> EntriesOf(const std::vector<PlotSeries>& series,
         const bool isPlain = each.parts.size() == 1 && each.parts[0].state.empty();
         const Style style = isPlain ? each.parts[0].style : Style::Line;
         if (!each.legend.empty()) {
-            add(entries, {each.legend, style, each.colour, false}, true);
+            add(entries, {each.legend, style, each.colour}, true);
         } else if (!labels[i]) {
-            add(entries, {each.name, style, each.colour, false}, false);
+            add(entries, {each.name, style, each.colour}, false);
         }
+        add(entries, {each.below, Style::Line, each.colour, true}, true);
         for (const PlotSeries::Part& part : each.parts) {
-            add(states, {part.state, part.style, 0, true}, true);
+            add(states, {part.state, part.style, 0, false, true}, true);
         }
     }
     const auto isMark = [](const Entry& entry) { return entry.style == Style::Markers; };
@@ -250,6 +253,7 @@ class Drawer {
     void drawAxes();
     void drawTick(double value, bool isX, double length) const;
     void drawTitles();
+    void drawShade(const PlotSeries& series) const;
     void drawSeries(const PlotSeries& series) const;
     void drawLines(const std::vector<Polyline>& lines) const;
     void drawColumns(const std::vector<ColumnSpan>& columns) const;
@@ -594,6 +598,30 @@ void Drawer::drawColumns(const std::vector<ColumnSpan>& columns) const {
     cairo_set_antialias(cairo_, antialias);
 }
 
+// What lies below the curve, in the frame.
+void Drawer::drawShade(const PlotSeries& series) const {
+    cairo_new_path(cairo_);
+    double last = 0.0;
+    bool isOpen = false;
+    const auto close = [&] {
+        if (isOpen) cairo_line_to(cairo_, last, frame_.bottom);
+        isOpen = false;
+    };
+    const auto visit = [&](const PlotSpot& spot) {
+        const double x = std::clamp(spot.place.x, frame_.left, frame_.right);
+        const double y = std::clamp(spot.place.y, frame_.top, frame_.bottom);
+        if (!isOpen) cairo_move_to(cairo_, x, frame_.bottom);
+        cairo_line_to(cairo_, x, y);
+        last = x;
+        isOpen = true;
+    };
+    for (std::size_t part = 0; part < series.parts.size(); ++part) {
+        Trace(series, part, frame_, visit, close);
+    }
+    SetSource(cairo_, PlotColour(series.colour, look_.ground), shade);
+    cairo_fill(cairo_);
+}
+
 void Drawer::drawSeries(const PlotSeries& series) const {
     constexpr std::size_t fewMarks = 1000;  // are all drawn
     Cells cells(series.size() > fewMarks ? unit_ : 1.0);
@@ -774,7 +802,11 @@ void Drawer::drawLegend() {
         const double y = legend_.y + entry.place.y;
         const double end = x + sampleWidth * unit_;
         entry.isInk ? SetSource(cairo_, look_.ink) : setColour(entry.colour);
-        if (entry.style == Style::Markers) {
+        if (entry.isShade) {
+            SetSource(cairo_, PlotColour(entry.colour, look_.ground), shade);
+            cairo_rectangle(cairo_, x, y - 0.4 * unit_, end - x, 0.8 * unit_);
+            cairo_fill(cairo_);
+        } else if (entry.style == Style::Markers) {
             addMark({0.5 * (x + end), y}, entry.colour);
             drawMarks(entry.colour);
         } else {
@@ -797,6 +829,9 @@ std::optional<DrawnPlot> Drawer::draw(double width, double height) {
     cairo_save(cairo_);
     cairo_rectangle(cairo_, frame_.left, frame_.top, frame_.width(), frame_.height());
     cairo_clip(cairo_);
+    for (const PlotSeries& series : content_.series) {
+        if (!series.below.empty()) drawShade(series);
+    }
     for (const bool isMarks : {false, true}) {
         for (const PlotSeries& series : content_.series) {
             if (series.isMarks() == isMarks) {

@@ -69,8 +69,8 @@ struct PlotSeries {
     std::string name;    // is read out and stands in the legend; an empty name does not
     std::string label;   // stands beside the curve; the name in the legend where there is no room
     std::string legend;  // stands in the legend in place of the name, once for all that have it
-    std::size_t
-        colour;  // of a palette of six that colour-blind readers can tell apart, or one above
+    std::string below;   // what the states below the curve are, which are shaded; empty for none
+    std::size_t colour;  // of a palette of six for colour-blind readers, or one of the above
     std::vector<double> x;
     std::vector<double> y;  // as many as x; a number that is not finite makes a gap
     std::vector<Part> parts;

@@ -372,10 +372,12 @@ TEST(TablesTest, SpinodalsNameTheirSidesAndTheTemperaturesWithoutAny) {
     EXPECT_EQ(limits(mixture, {Given::Volume, 80.64394, {}}),
               "diffusional, liquid side 80.643940|mechanical, liquid side 80.643940|");
     EXPECT_EQ(limits(mixture, at(300.0)),
-              "There is no spinodal: the fluid withstands small changes at every molar volume");
+              "no spinodal nan|There is no spinodal: the fluid withstands small changes at every "
+              "molar volume");
     EXPECT_TRUE(limits(mixture, {Given::Range, 0.0, Between(268.15, 288.15, 5.0)})
-                    .ends_with("There is no spinodal at 5 ˚Celsius and above: 3 of 5 temperatures "
-                               "have no row"));
+                    .ends_with("no spinodal nan|There is no spinodal at 5 ˚Celsius and above: 3 "
+                               "of 5 temperatures"));
+    EXPECT_EQ(Line(SpinodalTable(mixture, at(300.0)), 0), "300.000000||||no spinodal|");
     EXPECT_TRUE(limits(Accepted(aqueous), at(450.1)).starts_with("diffusional, vapour side"));
     AcceptPure(1);
     EXPECT_TRUE(limits(fluid::AcceptedMixture(), at(220.0)).starts_with("liquid side"));

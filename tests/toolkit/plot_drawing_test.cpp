@@ -11,6 +11,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -368,6 +369,33 @@ TEST(PlotDrawingTest, LabelsStandBesideTheirCurvesAndOverNothingElse) {
             EXPECT_TRUE(isBeside) << i;
         }
         EXPECT_GE(seen, highest > 1.0 ? 6U : 2U);
+    }
+}
+
+TEST(PlotDrawingTest, WhatLiesBelowACurveIsShadedToTheEdgeOfTheFrame) {
+    PlotSeries curve("limit");
+    for (const auto& [x, y] :
+         Points{{1.0, 1.0}, {2.0, 9.0}, {3.0, 1.0}, {nan, 0.0}, {4.0, 2.0}, {5.0, 2.0}}) {
+        curve.add(x, y);
+    }
+    curve.below = "unstable";
+    const PlotContent content{"", {"x", ""}, {"y", ""}, {curve}, {}, false};
+    PlotView view;
+    view.start({curve}, {.y = toolkit::PlotRange{0.5, 5.0}});  // the top is out of view
+    const Pixels picture({}, content, view, 500, 400);
+    for (const auto& [x, y, isShaded] :
+         std::vector<std::tuple<double, double, bool>>{{2.0, 4.8, true},
+                                                       {2.0, 1.2, true},
+                                                       {1.2, 1.2, true},
+                                                       {1.2, 4.0, false},
+                                                       {3.5, 1.2, false},
+                                                       {4.5, 1.2, true},
+                                                       {4.5, 2.5, false},
+                                                       {0.98, 1.5, false}}) {
+        const auto place = *picture.drawn->frame.placeOf({x, y});
+        EXPECT_EQ(picture.at(static_cast<int>(place.x), static_cast<int>(place.y)) != 0xFFFFFFU,
+                  isShaded)
+            << x << ' ' << y;
     }
 }
 
