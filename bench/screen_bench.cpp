@@ -36,6 +36,7 @@
 #include "procedures/thermodynamic_window.h"
 #include "procedures/volume_window.h"
 #include "toolkit/application.h"
+#include "toolkit/button.h"
 #include "toolkit/check_button.h"
 #include "toolkit/clipboard.h"
 #include "toolkit/entry.h"
@@ -176,17 +177,17 @@ void TimeRedraw(toolkit::Plot& plot, const std::string& what, std::size_t count)
                 what.c_str(), count, Median(times), *std::max_element(times.begin(), times.end()));
 }
 
-// Fills the screen's `fixed` entry, its range of `count` points, and clicks.
+// Fills the screen's `fixed` entry, its range of `count` points, and clicks; `range` begins the
+// names of the entries of the range, which the button `kind` may have to choose first.
 template <class Window>
-void TimeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText, char range,
-               std::size_t count) {
+void TimeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText,
+               const std::string& range, std::size_t count, const char* kind = nullptr) {
     auto owned = std::make_unique<Window>(owner);
     toolkit::Screen& screen = *owned;
     owner.open(std::move(owned));
-    while (!screen.isPainted()) {
-        toolkit::HandlePendingEvents();
-    }
-    const std::string entry = std::string("dataEntry") + range;
+    while (!screen.isPainted()) toolkit::HandlePendingEvents();
+    const std::string entry = "dataEntry" + range;
+    if (kind != nullptr) dynamic_cast<toolkit::RadioButton&>(*screen.control(kind)).turnOn();
     Type(screen, fixed, fixedText);
     Type(screen, entry + "1", "100");
     Type(screen, entry + "2", std::to_string(100.0 + 0.01 * static_cast<double>(count - 1)));
@@ -207,7 +208,7 @@ void TimeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText
         const std::chrono::duration<double, std::milli> time =
             std::chrono::steady_clock::now() - start;
         times.push_back(time.count());
-        plain.push_back(PlainLoop(count, range == 'T'));
+        plain.push_back(PlainLoop(count, range != "V"));
     }
     std::printf("%-16s %8zu points: %7.1f ms, plain loop %6.3f ms\n", screen.name().c_str(), count,
                 Median(times), Median(plain));
@@ -309,8 +310,11 @@ int main() {
                 procedures::ThermodynamicWindow, procedures::ChemPotWindow>(owner);
     TimeFigure(owner);
     for (const std::size_t count : {100, 10000, 100000}) {
-        TimeTable<procedures::IsochoreWindow>(owner, "dataEntryV", "80", 'T', count);
-        TimeTable<procedures::IsothermWindow>(owner, "dataEntryT", "220", 'V', count);
+        TimeTable<procedures::IsochoreWindow>(owner, "dataEntryV", "80", "T", count);
+        TimeTable<procedures::IsothermWindow>(owner, "dataEntryT", "220", "V", count);
+    }
+    for (const std::size_t count : {100, 10000, 100000}) {
+        TimeTable<procedures::ThermodynamicWindow>(owner, "dataEntryP", "1", "", count, "BetweenT");
     }
     TimePastedInclusions(owner);
     return EXIT_SUCCESS;

@@ -1,5 +1,6 @@
 #include "procedures/chem_pot_window.h"
 
+#include "model/composition.h"
 #include "procedures/root_volume.h"
 #include "toolkit/layout.h"
 
@@ -12,7 +13,8 @@ constexpr int visibleRows = 11;
 }  // namespace
 
 ChemPotWindow::ChemPotWindow(toolkit::ScreenHost& host)
-    : Screen(host, "ChemPotWindow", "Chemical potentials - Drovan W") {
+    : Screen(host, "ChemPotWindow", "Chemical potentials - Drovan W"),
+      range(*this, state, "potentials") {
     state.onChange(this, &ChemPotWindow::emptyAll);
     state.calculate.onClick(this, &ChemPotWindow::calculate_Action);
     choice.onChoose(this, &ChemPotWindow::showPotentials);
@@ -24,27 +26,35 @@ ChemPotWindow::ChemPotWindow(toolkit::ScreenHost& host)
         ListBox1.alignAtPoint(column, 0);
     }
     reference.reserve(0, 2);
+    range.onChoose(this, &ChemPotWindow::emptyAll);
+    range.stateChanged();
     layOut();
     setDefault(state.calculate);
     setFocus(state.dataEntryT);
 }
 
 void ChemPotWindow::layOut() {
+    const toolkit::Block oneState =
+        toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), note});
     setContent(toolkit::Columns(
-        {"state", toolkit::Column({state.block(), choice.block()})},
-        {{"potentials",
-          toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), reference, note})}}));
+        {"state", toolkit::Column({toolkit::Row({state.block().expanding(), range.choiceBlock()}),
+                                   choice.block(), reference})},
+        {{"potentials", range.pages(oneState)}}));
 }
 
 void ChemPotWindow::Event_Activate() {
-    if (choice.isOutdated()) {
+    if (!(mixture_ == fluid::AcceptedMixture())) {
+        mixture_ = fluid::AcceptedMixture();
+        range.offer(PotentialQuantities(mixture_));
         emptyAll();
     }
 }
 
 void ChemPotWindow::calculate_Action() {
     emptyAll();
-    if (const auto typed = state.readNumbers(missingStateSentence)) {
+    if (range.isRange()) {
+        range.calculate(mixture_);
+    } else if (const auto typed = state.readNumbers(missingStateSentence)) {
         choice.calculate(*typed);
     }
 }
@@ -58,6 +68,7 @@ void ChemPotWindow::emptyAll() {
     choice.clear();
     ListBox1.clear();
     note.setText("");
+    range.stateChanged();
 }
 
 }  // namespace procedures

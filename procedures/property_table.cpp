@@ -96,7 +96,8 @@ std::string MissingSentence(const StateTable& table) {
                           : "--- stands for a value that is infinite or too large for a number.";
 }
 
-// The share of the amount that phase Y has.
+}  // namespace
+
 double AmountOfY(const PhaseSplit& split) {
     const double y = split.volumeFraction / split.phases.Vy;
     const double x = (1.0 - split.volumeFraction) / split.phases.Vx;
@@ -108,8 +109,6 @@ const char* KindText(fluid::PhaseKind kind) {
                                                   "at a critical point"};
     return texts[static_cast<std::size_t>(kind)];
 }
-
-}  // namespace
 
 std::string StateSentence(const Mixture& mixture, const FluidState& state) {
     if (state.volumes.empty()) {
@@ -303,6 +302,89 @@ StateTable PotentialsAt(const Mixture& mixture, const FluidState& state, ChosenV
     }
     table.note = LinesOf({OutsideRangeSentence(state.T), MissingSentence(table)});
     return table;
+}
+
+namespace {
+
+// Of one phase its own; of two phases what adds up.
+std::optional<double> ValueOf(const Quantity& quantity, const RangeState& state) {
+    double sum = 0.0;
+    double mass = 0.0;
+    const bool isDensity = quantity.property == &All::density;
+    if (state.phases.empty() || (state.phases.size() > 1 && !quantity.addsUp && !isDensity)) {
+        return std::nullopt;
+    }
+    for (const RangeState::Phase& phase : state.phases) {
+        const All all = fluid::PropertiesOf(phase.mixture, state.T, state.P, phase.V);
+        const auto& total = isDensity ? all.V.total : (all.*quantity.property).total;
+        if (!total) return std::nullopt;
+        sum += phase.amount * *total;
+        mass += phase.amount * phase.mixture.molarMass;
+    }
+    return isDensity ? mass / sum : sum;
+}
+
+// In each phase; nothing where two phases differ in it.
+std::optional<double> GasValue(const Potential& potential, std::size_t k, bool isEqual,
+                               const RangeState& state) {
+    if (state.phases.empty() || (state.phases.size() > 1 && !isEqual)) return std::nullopt;
+    const RangeState::Phase& phase = state.phases.front();
+    return fluid::ComponentPropertiesOf(phase.mixture, state.T, state.P, phase.V)[k].*
+           potential.property;
+}
+
+}  // namespace
+
+std::vector<RangeQuantity> PropertyQuantities(Amount amount) {
+    std::vector<RangeQuantity> listed;
+    for (const Quantity& quantity : quantities) {
+        const StateTable::Row names = NamesOf(quantity, amount);
+        listed.push_back({names[0], names[1], quantity.decimals,
+                          [&quantity, amount](const RangeState& state) -> std::optional<double> {
+                              const auto value = ValueOf(quantity, state);
+                              double mass = 0.0;
+                              for (const RangeState::Phase& phase : state.phases) {
+                                  mass += phase.amount * phase.mixture.molarMass;
+                              }
+                              return NumberOf(value, quantity, amount, mass).value;
+                          }});
+    }
+    return listed;
+}
+
+std::vector<RangeQuantity> PotentialQuantities(const Mixture& mixture) {
+    struct Listed {
+        const char* name;
+        const char* unit;
+        std::size_t potential;  // of those in the columns
+        bool isEqual;           // in all phases
+    };
+    constexpr std::array<Listed, 5> columns = {
+        {{"chemical potential of ", "J/mol", 0, true},
+         {"ln φ of ", "", 3, false},
+         {"partial molar enthalpy of ", "J/mol", 4, false},
+         {"partial molar entropy of ", "J/(mol K)", 5, false},
+         {"partial molar volume of ", "cm³/mol", 6, false}}};
+    std::vector<RangeQuantity> listed;
+    for (std::size_t k = 0; k < mixture.count; ++k) {
+        const std::string gas(mixture.formula(k));
+        constexpr std::size_t fugacityTerm = 2;
+        listed.push_back({"fugacity of " + gas, "MPa", otherDecimals,
+                          [k](const RangeState& state) -> std::optional<double> {
+                              const auto term = GasValue(potentials[fugacityTerm], k, true, state);
+                              return term ? std::optional(fluid::standardPressure *
+                                                          std::exp(*term / (fluid::R * state.T)))
+                                          : std::nullopt;
+                          }});
+        for (const Listed& column : columns) {
+            const Potential& potential = potentials[column.potential];
+            listed.push_back({column.name + gas, column.unit, potential.decimals,
+                              [&potential, k, isEqual = column.isEqual](const RangeState& state) {
+                                  return GasValue(potential, k, isEqual, state);
+                              }});
+        }
+    }
+    return listed;
 }
 
 }  // namespace procedures

@@ -8,6 +8,7 @@
 
 #include "model/fluid_state.h"
 #include "procedures/series_table.h"
+#include "procedures/state_range.h"
 
 namespace procedures {
 
@@ -16,6 +17,11 @@ std::string StateSentence(const fluid::Mixture& mixture, const fluid::FluidState
 
 // At which temperatures the Joule-Thomson coefficient of the stable fluid changes its sign.
 std::string InversionSentence(const fluid::Mixture& mixture, double P);
+
+// "gas-like", "liquid-like" and so on.
+const char* KindText(fluid::PhaseKind kind);
+// The share of the amount that phase Y has.
+double AmountOfY(const fluid::PhaseSplit& split);
 
 // What an extensive property is given for.
 enum class Amount { Mole, Kilogram };
@@ -58,5 +64,10 @@ StateTable::Row PotentialHeads();
 // The chemical potentials and partial molar properties of the gases, in each phase.
 StateTable PotentialsAt(const fluid::Mixture& mixture, const fluid::FluidState& state,
                         ChosenVolume chosen);
+
+// The same quantities over a range of states: the properties of the whole fluid; of each gas its
+// fugacity, ln φ, chemical potential and partial molar properties.
+std::vector<RangeQuantity> PropertyQuantities(Amount amount);
+std::vector<RangeQuantity> PotentialQuantities(const fluid::Mixture& mixture);
 
 }  // namespace procedures

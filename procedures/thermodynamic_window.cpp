@@ -1,5 +1,7 @@
 #include "procedures/thermodynamic_window.h"
 
+#include "model/composition.h"
+#include "procedures/inversion_curve.h"
 #include "procedures/root_volume.h"
 #include "toolkit/layout.h"
 
@@ -12,7 +14,8 @@ constexpr int visibleRows = 17;
 }  // namespace
 
 ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
-    : Screen(host, "ThermodynamicWindow", "Thermodynamic properties - Drovan W") {
+    : Screen(host, "ThermodynamicWindow", "Thermodynamic properties - Drovan W"),
+      range(*this, state, "properties") {
     state.onChange(this, &ThermodynamicWindow::emptyAll);
     state.calculate.onClick(this, &ThermodynamicWindow::calculate_Action);
     choice.onChoose(this, &ThermodynamicWindow::showProperties);
@@ -28,6 +31,12 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
     note.reserve(0, 3);
     reference.reserve(0, 2);
     Inversion.reserve(0, 2);
+    range.onChoose(this, &ThermodynamicWindow::kindChosen);
+    PlotProperty.turnOn();
+    PlotProperty.onChoose(this, &ThermodynamicWindow::Inversion_Action);
+    PlotInversion.onChoose(this, &ThermodynamicWindow::Inversion_Action);
+    range.offer(PropertyQuantities(amount()));
+    range.stateChanged();
     layOut();
     setDefault(state.calculate);
     setFocus(state.dataEntryT);
@@ -35,37 +44,52 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
 
 void ThermodynamicWindow::layOut() {
     using toolkit::Block;
+    const Block left =
+        toolkit::Column({state.block(), range.choiceBlock(), choice.block(),
+                         Block(toolkit::Row({amountOf, Mole, Kilogram})).atStart(), reference});
+    const Block oneState =
+        toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), Inversion, note});
     setContent(toolkit::Columns(
-        {"state", toolkit::Column({state.block(), choice.block(),
-                                   Block(toolkit::Row({amountOf, Mole, Kilogram})).atStart()})},
-        {{"properties", toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), reference,
-                                         Inversion, note})}}));
+        {"state", left},
+        {{"properties", range.pages(oneState, toolkit::Row({PlotProperty, PlotInversion}))}}));
 }
 
 void ThermodynamicWindow::Event_Activate() {
-    if (choice.isOutdated()) {
+    if (!(mixture_ == fluid::AcceptedMixture())) {
+        mixture_ = fluid::AcceptedMixture();
         emptyAll();
+        Inversion_Action();
     }
 }
 
 void ThermodynamicWindow::calculate_Action() {
     emptyAll();
-    if (const auto typed = state.readNumbers(missingStateSentence)) {
+    if (range.isRange()) {
+        range.calculate(mixture_);
+    } else if (const auto typed = state.readNumbers(missingStateSentence)) {
         choice.calculate(*typed);
         Inversion.setText(InversionSentence(choice.mixture(), typed->P));
     }
 }
 
+void ThermodynamicWindow::kindChosen() {
+    emptyAll();
+}
+
+void ThermodynamicWindow::Inversion_Action() {
+    range.showInstead(PlotInversion.isOn() ? InversionSeries(mixture_, range.scale())
+                                           : std::vector<toolkit::PlotSeries>());
+}
+
 void ThermodynamicWindow::showProperties() {
-    const Amount amount = Kilogram.isOn() ? Amount::Kilogram : Amount::Mole;
-    ShowTable(PropertiesAt(choice.mixture(), choice.state(), choice.chosen(), amount), ListBox1,
+    ShowTable(PropertiesAt(choice.mixture(), choice.state(), choice.chosen(), amount()), ListBox1,
               note);
 }
 
 void ThermodynamicWindow::Mole_Action() {
-    if (choice.isChosen()) {
-        showProperties();
-    }
+    range.offer(PropertyQuantities(amount()));
+    range.quantitiesChosen();
+    if (choice.isChosen()) showProperties();
 }
 
 void ThermodynamicWindow::Kilogram_Action() {
@@ -78,6 +102,7 @@ void ThermodynamicWindow::emptyAll() {
     Inversion.setText("");
     ListBox1.clear();
     note.setText("");
+    range.stateChanged();
 }
 
 }  // namespace procedures

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "procedures/property_table.h"
+#include "procedures/range_panel.h"
 #include "procedures/state_choice.h"
 #include "procedures/state_entry.h"
 #include "toolkit/list.h"
@@ -20,10 +21,15 @@ class ThermodynamicWindow : public toolkit::Screen {
     void calculate_Action();
     void Mole_Action();
     void Kilogram_Action();
+    void kindChosen();
+    void Inversion_Action();
 
     void layOut();
     void showProperties();
     void emptyAll();
+    Amount amount() const { return Kilogram.isOn() ? Amount::Kilogram : Amount::Mole; }
+
+    fluid::Mixture mixture_;  // of what is shown
 
     StateEntry state{"Label1", "warning"};
     toolkit::RadioGroup amounts;
@@ -34,9 +40,14 @@ class ThermodynamicWindow : public toolkit::Screen {
     toolkit::List ListBox1{
         "ListBox1", {"property", "unit", "ideal gas", "residual", "total"}, {22, 9, 14, 14, 14}};
     toolkit::Label reference{"reference",
-                             "Energies refer to the elements at 298.15 Kelvin and 0.1 MPa."};
+                             "Energies refer to the elements at 298.15 Kelvin and 0.1 MPa; the "
+                             "ideal gases are those of NASA TP-2002-211556."};
     toolkit::ResultLabel Inversion{"Inversion"};
     toolkit::Message note{"note"};
+    RangePanel range;
+    toolkit::RadioGroup plots;
+    toolkit::RadioButton PlotProperty{plots, "PlotProperty", " these properties"};
+    toolkit::RadioButton PlotInversion{plots, "PlotInversion", " Joule-Thomson inversion"};
 };
 
 }  // namespace procedures

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace procedures {
 
 inline constexpr double zeroCelsius = 273.15;  // K

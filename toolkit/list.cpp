@@ -54,6 +54,17 @@ std::string PaddedText(const std::string& number, int decimals) {
     return text;
 }
 
+GtkTreeViewColumn* ColumnOf(const List& list, std::size_t number) {
+    return gtk_tree_view_get_column(ViewOf(list), static_cast<gint>(number));
+}
+
+std::size_t ColumnsOf(const List& list) {
+    GList* const columns = gtk_tree_view_get_columns(ViewOf(list));
+    const std::size_t count = g_list_length(columns);
+    g_list_free(columns);
+    return count;
+}
+
 GtkCellRenderer* RendererOf(GtkTreeViewColumn* column) {
     GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(column));
     auto* const renderer = GTK_CELL_RENDERER(cells->data);
@@ -174,6 +185,7 @@ List::List(std::string name, const Row& heads, std::vector<int> characters)
       heads_(heads),
       characters_(std::move(characters)),
       decimals_(heads.size(), -1),
+      isRight_(heads.size(), false),
       store_(gtk_list_store_new(1, G_TYPE_BOOLEAN)),
       isAlive_(std::make_shared<bool>(true)) {
     characters_.resize(heads.size(), numberWidth);
@@ -188,21 +200,7 @@ List::List(std::string name, const Row& heads, std::vector<int> characters)
         this);
     gtk_tree_view_set_enable_search(ViewOf(*this), FALSE);
     gtk_tree_selection_set_mode(gtk_tree_view_get_selection(ViewOf(*this)), GTK_SELECTION_MULTIPLE);
-    const auto showCell = [](GtkTreeViewColumn* column, GtkCellRenderer* cell, GtkTreeModel* model,
-                             GtkTreeIter* row, gpointer self) {
-        Callbacks::showCell(column, cell, model, row, self);
-    };
-    for (std::size_t i = 0; i < heads.size(); ++i) {
-        GtkCellRenderer* const cell = gtk_cell_renderer_text_new();
-        gtk_cell_renderer_set_padding(cell, cellPadding, 1);
-        GtkTreeViewColumn* const column =
-            gtk_tree_view_column_new_with_attributes(heads[i].c_str(), cell, nullptr);
-        gtk_tree_view_column_set_resizable(column, TRUE);
-        gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
-        g_object_set_data(G_OBJECT(column), columnKey, GSIZE_TO_POINTER(i));
-        gtk_tree_view_column_set_cell_data_func(column, cell, Guarded(showCell), this, nullptr);
-        gtk_tree_view_append_column(ViewOf(*this), column);
-    }
+    for (std::size_t i = 0; i < heads.size(); ++i) addColumn(i);
     gtk_tree_view_set_fixed_height_mode(ViewOf(*this), TRUE);
     gtk_tree_view_set_model(ViewOf(*this), GTK_TREE_MODEL(store_));
     Connect(
@@ -217,6 +215,23 @@ List::List(std::string name, const Row& heads, std::vector<int> characters)
             return Callbacks::onExposed(widget, event, self);
         },
         this);
+}
+
+void List::addColumn(std::size_t number) {
+    const auto showCell = [](GtkTreeViewColumn* column, GtkCellRenderer* cell, GtkTreeModel* model,
+                             GtkTreeIter* row, gpointer self) {
+        Callbacks::showCell(column, cell, model, row, self);
+    };
+    GtkCellRenderer* const cell = gtk_cell_renderer_text_new();
+    gtk_cell_renderer_set_padding(cell, cellPadding, 1);
+    GtkTreeViewColumn* const column =
+        gtk_tree_view_column_new_with_attributes(heads_[number].c_str(), cell, nullptr);
+    gtk_tree_view_column_set_resizable(column, TRUE);
+    gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
+    g_object_set_data(G_OBJECT(column), columnKey, GSIZE_TO_POINTER(number));
+    gtk_tree_view_column_set_cell_data_func(column, cell, Guarded(showCell), this, nullptr);
+    gtk_tree_view_append_column(ViewOf(*this), column);
+    if (isRight_[number]) alignAtPoint(number, decimals_[number]);
 }
 
 List::~List() {
@@ -269,10 +284,15 @@ Block List::within(GtkWidget* container, int visibleRows, int fewestRows) {
 
 void List::setHeads(const Row& heads) {
     heads_ = heads;
-    for (std::size_t i = 0; i < heads.size(); ++i) {
-        gtk_tree_view_column_set_title(
-            gtk_tree_view_get_column(ViewOf(*this), static_cast<gint>(i)), heads[i].c_str());
+    const std::size_t before = ColumnsOf(*this);
+    for (std::size_t i = before; i > heads.size(); --i) {
+        gtk_tree_view_remove_column(ViewOf(*this), ColumnOf(*this, i - 1));
     }
+    for (std::size_t i = before; i < heads.size(); ++i) addColumn(i);
+    for (std::size_t i = 0; i < heads.size(); ++i) {
+        gtk_tree_view_column_set_title(ColumnOf(*this, i), heads[i].c_str());
+    }
+    if (heads.size() != before) Callbacks::onStyleSet(widget(), nullptr, this);
 }
 
 void List::setEmptyText(const std::string& sentence) {
@@ -305,8 +325,8 @@ void List::setRows(std::vector<Row> rows) {
 
 void List::alignAtPoint(std::size_t column, int decimals) {
     decimals_[column] = decimals;
-    GtkTreeViewColumn* const aligned =
-        gtk_tree_view_get_column(ViewOf(*this), static_cast<gint>(column));
+    isRight_[column] = true;
+    GtkTreeViewColumn* const aligned = ColumnOf(*this, column);
     g_object_set(RendererOf(aligned), "xalign", 1.0, nullptr);
     gtk_tree_view_column_set_alignment(aligned, 1.0F);
 }

@@ -35,6 +35,7 @@ class List : public Control, public Editable {
     Block scrolling(int visibleRows = 4, const List* partner = nullptr);
     // The list in a frame, high enough for so many rows.
     Block framed(int visibleRows);
+    // There are as many columns as heads, at most as many as there were at first.
     void setHeads(const Row& heads);
     // Says in the empty list what will appear there.
     void setEmptyText(const std::string& sentence);
@@ -102,6 +103,7 @@ class List : public Control, public Editable {
   private:
     struct Callbacks;
     Block within(GtkWidget* container, int visibleRows, int fewestRows);
+    void addColumn(std::size_t number);
     std::string tableText(const std::vector<Row>& rows) const;
     // The selected rows as they are copied, or all where none is selected.
     std::vector<Row> copiedRows(bool onlySelected) const;
@@ -109,6 +111,7 @@ class List : public Control, public Editable {
     Row heads_;
     std::vector<int> characters_;
     std::vector<int> decimals_;  // of columns that are aligned at the point, else -1
+    std::vector<bool> isRight_;  // aligned columns
     std::string emptyText_;
     std::size_t count_ = 0;
     RowFunction row_;

@@ -288,7 +288,7 @@ TEST(InclusionListTest, LinesSayWhereThreePhasesAreAndWhereNothingIsSearched) {
     std::vector<State> states;
     for (const auto& piece : line.pieces) {
         states.push_back(piece.state);
-        for (const double share : {0.25, 0.75}) {
+        for (const double share : {0.001, 0.5, 0.999}) {
             const double T = std::lerp(piece.points.front().T, piece.points.back().T, share);
             const auto split = fluid::SplitAtVolume(mixture, T, 70.0);
             EXPECT_EQ(!split              ? State::OnePhase

@@ -1,3 +1,5 @@
+#include <gtk/gtk.h>
+
 #include <array>
 #include <functional>
 #include <string>
@@ -9,6 +11,7 @@
 #include "procedures/volume_parts.h"
 #include "tests/screens/screen_test.h"
 #include "toolkit/number_text.h"
+#include "toolkit/plot.h"
 
 namespace {
 
@@ -375,6 +378,61 @@ TEST_F(StateScreensTest, ChooseTheStableStateAndKeepItUntilSomethingChanges) {
         robot.use(screen);
         expectEmpty();
     });
+}
+
+TEST_F(StateScreensTest, ListAndDrawWhatIsChosenOverARange) {
+    onBoth([this] {
+        const bool isThermo = robot.screen().name() == "ThermodynamicWindow";
+        auto& plot = dynamic_cast<toolkit::Plot&>(robot.control("Plot"));
+        const auto calculate = [this](const std::string& fixed, const std::string& number,
+                                      const std::string& first, const std::string& last) {
+            robot.enter(fixed, number);
+            robot.enter("dataEntry1", first);
+            robot.enter("dataEntry2", last);
+            robot.enter("dataEntryStep", "5");
+            robot.click("calculate");
+        };
+        robot.click("BetweenT");
+        calculate("dataEntryP", "3", "200", "24O");
+        EXPECT_TRUE(text("warning").starts_with("warning: put a number for pressure, for both"));
+        calculate("dataEntryP", "3", "240", "200");
+        ASSERT_EQ(rows("ListBox2").size(), 11U) << text("warning");
+        EXPECT_EQ(rows("ListBox2")[3][2], "dew point");
+        EXPECT_EQ(plot.series().size(), 1U);
+        robot.control("Quantities").takeFocus();
+        robot.press("Home");
+        robot.press("Down");
+        robot.press("Control_L+a");
+        const std::size_t all = rows("Quantities").size();
+        EXPECT_EQ(all, isThermo ? 17U : 12U);
+        EXPECT_EQ(rows("ListBox2").at(0).size(), 3 + all);
+        auto* const view = GTK_TREE_VIEW(robot.control("ListBox2").widget());
+        const int columns = static_cast<int>(3 + all);
+        EXPECT_TRUE(gtk_tree_view_get_column(view, columns - 1) != nullptr &&
+                    gtk_tree_view_get_column(view, columns) == nullptr);
+        EXPECT_EQ(plot.series().size(), 2U);  // of one unit
+        robot.click("Copy");
+        EXPECT_NE(clipboard().find("\ndew point\t"), 0U);
+        save("Export", folder / robot.screen().name());
+        robot.waitFor([screen = &robot.screen()] { return screen->isActive(); });
+        robot.click("Celsius");
+        EXPECT_TRUE(rows("ListBox2").empty() && plot.series().empty());
+        EXPECT_EQ(texts({"dataEntryP", "dataEntry1", "dataEntryStep"}), "3||5|");
+        robot.click("BetweenP");
+        calculate("dataEntryT", "26.85", "5", "-10");
+        EXPECT_EQ(text("warning"), "warning: pressures must be above 0");
+        calculate("dataEntryT", "26.85", "5", "15");
+        EXPECT_EQ(rows("ListBox2").at(2).at(0) + rows("ListBox2").at(2).at(1), "26.8515");
+        robot.click("OneState");
+        solve("26.85", "10");
+        EXPECT_EQ(rows("ListBox1").size(), isThermo ? 17U : 2U);
+        EXPECT_TRUE(rows("ListBox2").empty());
+    });
+    robot.use("ThermodynamicWindow");
+    robot.click("BetweenP");
+    robot.click("PlotInversion");
+    EXPECT_EQ(dynamic_cast<toolkit::Plot&>(robot.control("Plot")).series().back().name,
+              "Joule-Thomson inversion");
 }
 
 TEST_F(StateScreensTest, AmountsAreOfAMoleOrAKilogramAndCopiesHaveAllDigits) {
