@@ -40,6 +40,7 @@
 #include "toolkit/check_button.h"
 #include "toolkit/clipboard.h"
 #include "toolkit/entry.h"
+#include "toolkit/inspection.h"
 #include "toolkit/list.h"
 #include "toolkit/plot.h"
 
@@ -123,7 +124,7 @@ void TimeScreen(app::WindowOwner& owner, const Times& bare) {
             name = screen->name();
             owner.open(std::move(owned));
         },
-        [&] { return screen->isPainted(); }, [&] { owner.close(*screen); });
+        [&] { return toolkit::IsPainted(*screen); }, [&] { owner.close(*screen); });
     Tell(name, times, bare);
 }
 
@@ -185,7 +186,7 @@ void TimeTable(app::WindowOwner& owner, const char* fixed, const char* fixedText
     auto owned = std::make_unique<Window>(owner);
     toolkit::Screen& screen = *owned;
     owner.open(std::move(owned));
-    while (!screen.isPainted()) toolkit::HandlePendingEvents();
+    while (!toolkit::IsPainted(screen)) toolkit::HandlePendingEvents();
     const std::string entry = "dataEntry" + range;
     if (kind != nullptr) dynamic_cast<toolkit::RadioButton&>(*screen.control(kind)).turnOn();
     Type(screen, fixed, fixedText);
@@ -244,7 +245,7 @@ void TimePastedInclusions(app::WindowOwner& owner) {
         auto owned = std::make_unique<procedures::IsochoreWindow>(owner);
         toolkit::Screen& screen = *owned;
         owner.open(std::move(owned));
-        while (!screen.isPainted()) {
+        while (!toolkit::IsPainted(screen)) {
             toolkit::HandlePendingEvents();
         }
         const auto& list = dynamic_cast<toolkit::List&>(*screen.control("ListBox2"));
@@ -271,7 +272,7 @@ void TimeFigure(app::WindowOwner& owner) {
     auto owned = std::make_unique<procedures::IsothermWindow>(owner);
     toolkit::Screen& screen = *owned;
     owner.open(std::move(owned));
-    while (!screen.isPainted()) toolkit::HandlePendingEvents();
+    while (!toolkit::IsPainted(screen)) toolkit::HandlePendingEvents();
     Type(screen, "dataEntryT", "200:290:10");
     for (const char* const choice : {"Spinodal", "Mechanical"}) {
         dynamic_cast<toolkit::CheckButton&>(*screen.control(choice)).turn(true);

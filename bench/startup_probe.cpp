@@ -6,6 +6,7 @@
 #include "app/start1_window.h"
 #include "app/window_owner.h"
 #include "toolkit/application.h"
+#include "toolkit/inspection.h"
 
 int main() {
     if (!toolkit::OpenDisplay()) return EXIT_FAILURE;
@@ -14,7 +15,7 @@ int main() {
     auto title = std::make_unique<app::Start1Window>(owner);
     const toolkit::Screen& opened = *title;
     owner.open(std::move(title));
-    while (!opened.isPainted()) {
+    while (!toolkit::IsPainted(opened)) {
         toolkit::HandlePendingEvents();
     }
     return EXIT_SUCCESS;

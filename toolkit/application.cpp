@@ -106,15 +106,4 @@ void LeaveLoop() {
     }
 }
 
-bool HandlePendingEvents() {
-    gdk_display_sync(gdk_display_get_default());
-    bool hasHandled = false;
-    while (gtk_events_pending() != FALSE) {
-        gtk_main_iteration();
-        hasHandled = true;
-    }
-    gdk_display_flush(gdk_display_get_default());
-    return hasHandled;
-}
-
 }  // namespace toolkit

@@ -14,8 +14,4 @@ void SetWindowIcon(const char* name);
 void RunLoop();
 void LeaveLoop();
 
-// Handles what has happened until now and returns whether anything had; for programs that drive
-// the screens themselves.
-bool HandlePendingEvents();
-
 }  // namespace toolkit

@@ -43,14 +43,6 @@ Area Control::area() const {
     return area;
 }
 
-bool Control::hasFocus() const {
-    return gtk_widget_has_focus(widget_) != FALSE;
-}
-
-void Control::takeFocus() {
-    gtk_widget_grab_focus(widget_);
-}
-
 bool Control::isSensitive() const {
     return gtk_widget_is_sensitive(widget_) != FALSE;
 }
@@ -61,10 +53,6 @@ void Control::setSensitive(bool sensitive) {
 
 void Control::setVisible(bool visible) {
     gtk_widget_set_visible(widget_, static_cast<gboolean>(visible));
-}
-
-bool Control::isVisible() const {
-    return gtk_widget_get_visible(widget_) != FALSE;
 }
 
 void Control::setTooltip(const std::string& text) {

@@ -43,13 +43,10 @@ class Control {
     // Where the control is on the display; empty while it is not shown.
     Area area() const;
 
-    bool hasFocus() const;
-    void takeFocus();
     bool isSensitive() const;
     void setSensitive(bool sensitive);
     // Shows or hides the control; its place in a grid or box closes up while it is hidden.
     void setVisible(bool visible);
-    bool isVisible() const;
     // An empty text takes the tooltip away.
     void setTooltip(const std::string& text);
     std::string tooltip() const;

@@ -407,10 +407,6 @@ void Screen::dialogCloses() {
     }
 }
 
-unsigned long Screen::xWindow() const {
-    return GDK_WINDOW_XID(gtk_widget_get_window(window_));
-}
-
 Area Screen::area() const {
     Area area;
     GdkWindow* const window = gtk_widget_get_window(window_);

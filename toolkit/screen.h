@@ -54,9 +54,6 @@ class Screen {
     void present();
     void resize(int width, int height);
     Area area() const;
-    bool isActive() const { return isActive_; }
-    // Whether the window has been drawn since it was shown.
-    bool isPainted() const { return isPainted_; }
 
     // The control of that name, a menu item included; null when there is none.
     Control* control(std::string_view name) const;
@@ -73,8 +70,6 @@ class Screen {
     void onKeys(const std::string& keys, Handler handler);
     // Whether this window is closed with the other one.
     virtual bool closesWith(const Screen& /*other*/) const { return false; }
-    // The X server's number of the window; only of a shown one.
-    unsigned long xWindow() const;
 
     // What the Edit menu acts on: the focused entry, result or list.
     bool canPerform(EditCommand command) const;
@@ -100,6 +95,9 @@ class Screen {
     void setFocus(Control& control);
 
   private:
+    friend bool IsActive(const Screen& screen);
+    friend bool IsPainted(const Screen& screen);
+
     struct Callbacks;
     void assignMnemonics();
 

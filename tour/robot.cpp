@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-#include "toolkit/application.h"
+#include "toolkit/inspection.h"
 
 namespace tour {
 
@@ -105,10 +105,10 @@ toolkit::Screen& Robot::use(std::string_view screenName) {
 toolkit::Screen& Robot::use(toolkit::Screen& screen) {
     screen_ = &screen;
     settle();
-    if (!screen.isActive()) {
+    if (!toolkit::IsActive(screen)) {
         screen.present();
     }
-    if (!waitFor([&screen] { return screen.isActive() && screen.isPainted(); })) {
+    if (!waitFor([&screen] { return toolkit::IsActive(screen) && toolkit::IsPainted(screen); })) {
         throw Failure("no activation of screen", screen.name());
     }
     return screen;
@@ -236,7 +236,7 @@ void Robot::closeWindow() {
 }
 
 void Robot::closeWindow(const toolkit::Screen& screen) {
-    connection_->sendToWindowManager(screen.xWindow(), "_NET_CLOSE_WINDOW");
+    connection_->sendToWindowManager(toolkit::XWindow(screen), "_NET_CLOSE_WINDOW");
     settle();
 }
 

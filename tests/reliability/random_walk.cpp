@@ -27,6 +27,7 @@
 #include "toolkit/button.h"
 #include "toolkit/clipboard.h"
 #include "toolkit/entry.h"
+#include "toolkit/inspection.h"
 #include "toolkit/menu.h"
 #include "tour/robot.h"
 
@@ -153,8 +154,9 @@ class Walk {
     // A control of the window in front, as the user meets it.
     void useControl() {
         const std::vector<toolkit::Screen*> screens = owner_.screens();
-        const auto active = std::find_if(screens.begin(), screens.end(),
-                                         [](const auto* screen) { return screen->isActive(); });
+        const auto active = std::find_if(screens.begin(), screens.end(), [](const auto* screen) {
+            return toolkit::IsActive(*screen);
+        });
         if (active == screens.end()) {
             robot_.use(*screens.back());
             return;

@@ -5,6 +5,7 @@
 
 #include "tests/screens/screen_test.h"
 #include "toolkit/button.h"
+#include "toolkit/inspection.h"
 
 namespace {
 
@@ -120,10 +121,11 @@ class AccessibilityTest : public tests::ScreenTest {
     // sight where it has the focus.
     void expectWalk(const char* key, const Names& expected) {
         ASSERT_FALSE(expected.empty());
-        robot.control(expected[0]).takeFocus();
+        toolkit::TakeFocus(robot.control(expected[0]));
         for (std::size_t i = 0; i <= expected.size(); ++i) {
             const toolkit::Control& control = robot.control(expected[i % expected.size()]);
-            ASSERT_TRUE(control.hasFocus()) << control.name() << " after " << i << ' ' << key;
+            ASSERT_TRUE(toolkit::HasFocus(control))
+                << control.name() << " after " << i << ' ' << key;
             const toolkit::Area window = robot.screen().area();
             const toolkit::Area area = control.area();
             EXPECT_TRUE(area.x + 40 > window.x && area.x + 40 < window.x + window.width &&
@@ -159,11 +161,11 @@ class AccessibilityTest : public tests::ScreenTest {
         const auto chosen = ChosenOf(group);
         const auto first =
             static_cast<std::size_t>(chosen == group.end() ? 0 : chosen - group.begin());
-        group[first]->takeFocus();
+        toolkit::TakeFocus(*group[first]);
         robot.press("space");
         for (std::size_t i = 0; i <= group.size(); ++i) {
             const toolkit::RadioButton& button = *group[(first + i) % group.size()];
-            EXPECT_TRUE(button.isOn() && button.hasFocus()) << button.name();
+            EXPECT_TRUE(button.isOn() && toolkit::HasFocus(button)) << button.name();
             robot.press(i < group.size() ? "Down" : "space");
         }
     }
@@ -174,7 +176,7 @@ class AccessibilityTest : public tests::ScreenTest {
         const int clicksBefore = clicks;
         const auto count = +[](GtkWidget* /*button*/, gpointer /*data*/) { ++clicks; };
         g_signal_connect(button.widget(), "clicked", G_CALLBACK(count), nullptr);
-        button.takeFocus();
+        toolkit::TakeFocus(button);
         robot.press("space");
         EXPECT_GT(clicks, clicksBefore) << screen.name();
         if (owner.screens().size() > before) {
@@ -183,10 +185,10 @@ class AccessibilityTest : public tests::ScreenTest {
             owner.close(robot.screen());
             robot.use(screen);
         } else if (gtk_grab_get_current() != nullptr) {  // a dialog
-            EXPECT_TRUE(robot.waitFor([&screen] { return !screen.isActive(); }));
+            EXPECT_TRUE(robot.waitFor([&screen] { return !toolkit::IsActive(screen); }));
             robot.settle();
             robot.press("Escape");
-            EXPECT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+            EXPECT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
         }
     }
     // Chooses in every group and presses every button; then, `toCalculate`, all but those that
@@ -201,7 +203,7 @@ class AccessibilityTest : public tests::ScreenTest {
                     choose(group);
                 }
             } else if (GTK_IS_ENTRY(control->widget())) {
-                control->takeFocus();
+                toolkit::TakeFocus(*control);
                 robot.type(toCalculate && control->text().empty() ? "300" : "");
             } else if (GTK_IS_BUTTON(control->widget())) {
                 press(*control);
@@ -259,7 +261,7 @@ TEST_F(AccessibilityTest, LastRowOfALongTableIsReachedAndOnlyTheTextsInSightAreM
         robot.enter(entry, characters);
     }
     robot.press("Return");
-    robot.control("ListBox1").takeFocus();
+    toolkit::TakeFocus(robot.control("ListBox1"));
     robot.press("Control_L+a");
     AtkTable* const table =
         ATK_TABLE(gtk_widget_get_accessible(robot.control("ListBox1").widget()));

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "tests/screens/screen_test.h"
+#include "toolkit/inspection.h"
 
 namespace {
 
@@ -113,7 +114,7 @@ TEST_F(AppearanceTest, EveryMnemonicStandsOnce) {
     robot.click("kgm3");
     expectUniqueMnemonics();
     robot.press("Alt_L+d");
-    EXPECT_TRUE(robot.control("dataEntryV").hasFocus());
+    EXPECT_TRUE(toolkit::HasFocus(robot.control("dataEntryV")));
 }
 
 TEST_F(AppearanceTest, ExplanationsAreClosedByEscapeAndScreensAreNot) {

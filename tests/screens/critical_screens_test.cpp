@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/screens/screen_test.h"
+#include "toolkit/inspection.h"
 #include "toolkit/number_text.h"
 #include "toolkit/plot.h"
 
@@ -67,7 +68,7 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
     EXPECT_TRUE(passes("bubble points", 35.619688 / 123.2814925, 273.2872919730699));
     toolkit::Screen& screen = robot.screen();
     save("Export", folder / "curves");
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
     std::ifstream file(folder / "curves.txt");
     std::string kinds;
     for (std::string line; std::getline(file, line);) {
@@ -94,7 +95,7 @@ TEST_F(CriticalScreensTest, PointsAndTheirNamesAreTheGoldenOnesAndTheBoundaryPas
     EXPECT_EQ(
         text("Count"),
         "This fluid has 2 critical points; for that at -14.8460321 MPa press Home in the plot");
-    robot.control("Plot").takeFocus();
+    toolkit::TakeFocus(robot.control("Plot"));
     for (const bool isAll : {false, true}) {
         const toolkit::PlotLimits limits =
             dynamic_cast<toolkit::Plot&>(robot.control("Plot")).view().limits();
@@ -147,7 +148,7 @@ TEST_F(CriticalScreensTest, LimitsAreListedMarkedAndExportedInEitherUnit) {
         }
     }
     save("Export", folder / "limits");
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
     std::ifstream file(folder / "limits.txt");
     std::string line;
     for (int i = 0; i < 3; ++i) {

@@ -1,6 +1,7 @@
 #include <gtk/gtk.h>
 
 #include "tests/screens/screen_test.h"
+#include "toolkit/inspection.h"
 
 namespace {
 
@@ -9,8 +10,8 @@ class GuideWindowTest : public tests::ScreenTest {
     bool shows(const std::string& page) {
         return robot.waitFor([&] {
             const toolkit::Screen& newest = *owner.screens().back();
-            return newest.title() == page + "User guide - Drovan W" && newest.isPainted() &&
-                   newest.isActive();
+            return newest.title() == page + "User guide - Drovan W" && toolkit::IsPainted(newest) &&
+                   toolkit::IsActive(newest);
         });
     }
 };

@@ -5,6 +5,7 @@
 #include "tests/screens/screen_test.h"
 #include "toolkit/clipboard.h"
 #include "toolkit/entry.h"
+#include "toolkit/inspection.h"
 
 namespace {
 
@@ -148,7 +149,7 @@ TEST_F(MenuBarTest, WhatOnlyBorrowsTheKeyboardLeavesTheResult) {
             robot.drag(place.x + 1, middle, place.x + place.width - 1, middle);
         },
         [this] { choose("EditCopy"); }};
-    robot.control("calculate").takeFocus();
+    toolkit::TakeFocus(robot.control("calculate"));
     for (std::size_t i = 0; i < borrowings.size(); ++i) {
         borrowings[i]();
         EXPECT_EQ(text("Result"), result) << i;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/screens/screen_test.h"
+#include "toolkit/inspection.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -42,8 +43,8 @@ TEST_F(PhaseScreensTest, BubblePointIsTheGoldenOneInBothDirectionsAndUnits) {
     EXPECT_EQ(texts({"dataEntryPh", "Homogen2", "Dimension2"}), "---|Homogenization Pressure|MPa|");
     robot.click("LiquidMode");
     EXPECT_EQ(text("GroupBox5"), "First Approach Bubble-Point Curve");
-    EXPECT_TRUE(robot.control("CanvasLiquid").isVisible());
-    EXPECT_FALSE(robot.control("CanvasVapour").isVisible());
+    EXPECT_TRUE(toolkit::IsVisible(robot.control("CanvasLiquid")));
+    EXPECT_FALSE(toolkit::IsVisible(robot.control("CanvasVapour")));
     robot.enter("dataEntryTh", "220");
     robot.click("FirstApproach");
     EXPECT_NEAR(number("dataEntry2"), 3.386660699009193 / 0.95, 1e-9);
@@ -68,7 +69,7 @@ TEST_F(PhaseScreensTest, BubblePointIsTheGoldenOneInBothDirectionsAndUnits) {
     robot.click("dataEntryPh");
     robot.type("3.386660699009193");
     robot.click("VapourMode");
-    EXPECT_TRUE(robot.control("CanvasVapour").isVisible());
+    EXPECT_TRUE(toolkit::IsVisible(robot.control("CanvasVapour")));
     robot.click("LiquidMode");
     robot.press("Return");
     EXPECT_EQ(text("Answer"), "-53.150000");
@@ -118,7 +119,7 @@ TEST_F(PhaseScreensTest, WhatIsTypedIntoTheFirstApproachIsKeptAndUsed) {
         EXPECT_EQ(cell("ListBoxPhaseX", 0, 1), leaving.typed);
         EXPECT_EQ(texts({"warning", "Answer"}), leaving.warning + "|" + leaving.answer + "|")
             << leaving.typed;
-        robot.control("calculate").takeFocus();
+        toolkit::TakeFocus(robot.control("calculate"));
     }
     EXPECT_EQ(cell("ListBoxPhaseY", 0, 1), "0.7");
     typeFraction("ListBoxPhaseX", "0.2");

@@ -11,6 +11,7 @@
 #include "tests/screens/screen_test.h"
 #include "toolkit/check_button.h"
 #include "toolkit/clipboard.h"
+#include "toolkit/inspection.h"
 #include "toolkit/number_text.h"
 
 namespace {
@@ -78,7 +79,7 @@ class PlotTest : public tests::ScreenTest {
 
 TEST_F(PlotTest, PointerZoomsMovesPinsAndGoesBack) {
     openIsotherm();
-    plot().takeFocus();
+    toolkit::TakeFocus(plot());
     const PlotLimits first = limits();
     drag(0.4, 0.3, 0.6, 0.5);
     EXPECT_NEAR(width(limits()) / width(first), 0.24, 0.05);
@@ -121,7 +122,7 @@ TEST_F(PlotTest, PointerZoomsMovesPinsAndGoesBack) {
 
 TEST_F(PlotTest, KeysWalkAlongTheCurveAndToAnotherAndWhatIsReadStandsBelow) {
     openIsotherm();
-    plot().takeFocus();
+    toolkit::TakeFocus(plot());
     const PlotLimits first = limits();
     const auto volume = [this] {
         const std::string reading = text("ReadOut");
@@ -180,7 +181,7 @@ TEST_F(PlotTest, LimitsAreTypedFollowTheViewAndAreRefusedWithASentence) {
     EXPECT_NEAR(limits().x.low, 100.0, 1e-9);
     EXPECT_EQ(limits().y.high, 6.0);
     EXPECT_EQ(rows().size(), 16U);  // Enter has not calculated anew
-    plot().takeFocus();
+    toolkit::TakeFocus(plot());
     robot.press("plus");
     EXPECT_GT(toolkit::NumberOrZero(text("XFrom")), 101.0);
     const PlotLimits before = limits();
@@ -230,8 +231,8 @@ TEST_F(PlotTest, EnlargedPlotFollowsItsScreenAndClosesWithIt) {
     robot.use("PlotWindow");
     EXPECT_EQ(plot().series().at(0).name, "isotherm 230 K");
     robot.press("F11");
-    EXPECT_TRUE(
-        robot.waitFor([this, &screen] { return openScreens().size() == 2U && screen.isActive(); }));
+    EXPECT_TRUE(robot.waitFor(
+        [this, &screen] { return openScreens().size() == 2U && toolkit::IsActive(screen); }));
     robot.use(screen);
     EXPECT_EQ(rows().size(), 16U);
     robot.press("F11");
@@ -244,7 +245,7 @@ TEST_F(PlotTest, EnlargedPlotFollowsItsScreenAndClosesWithIt) {
 TEST_F(PlotTest, PicturesAreSavedAndCopiedInTheirKindsAndSizesUnderNamesOfTheirOwn) {
     openIsotherm();
     toolkit::Screen& screen = robot.screen();
-    const auto isBack = [&screen] { return screen.isActive(); };
+    const auto isBack = [&screen] { return toolkit::IsActive(screen); };
     std::filesystem::current_path(folder);
     const std::string name = "isotherm-0.7CO2-0.3CH4-220K";
     for (const auto& [keys, extension, start] : std::vector<std::array<std::string, 3>>{
@@ -270,7 +271,7 @@ TEST_F(PlotTest, PicturesAreSavedAndCopiedInTheirKindsAndSizesUnderNamesOfTheirO
     for (const bool isByKeys : {false, true}) {
         toolkit::SetClipboardText("");
         if (isByKeys) {
-            plot().takeFocus();
+            toolkit::TakeFocus(plot());
             robot.press("Control_L+c");
         } else {
             robot.click("CopyPicture");
@@ -332,7 +333,7 @@ TEST_F(PlotTest, EveryPlotHasTheVerbsAndShowsAtFirstWhatMatters) {
         EXPECT_GE(first.y.low, c.lowest);
         EXPECT_LE(first.y.high, c.highest);
         EXPECT_EQ(plot().content().title, "0.7 CO₂ + 0.3 CH₄, van der Waals");
-        plot().takeFocus();
+        toolkit::TakeFocus(plot());
         robot.press("Right");
         EXPECT_TRUE(text("ReadOut").starts_with(c.reading)) << text("ReadOut");
         EXPECT_NE(text("ReadOut").find(" MPa"), std::string::npos);

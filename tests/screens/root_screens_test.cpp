@@ -10,6 +10,7 @@
 #include "procedures/fugacity_table.h"
 #include "procedures/volume_parts.h"
 #include "tests/screens/screen_test.h"
+#include "toolkit/inspection.h"
 #include "toolkit/number_text.h"
 #include "toolkit/plot.h"
 
@@ -119,7 +120,7 @@ TEST_F(RootScreensTest, RootsAreReachedByTheKeyboardAndShowWhatIsTheirs) {
         robot.press("Tab");
         robot.type("3");
         robot.press("Return");
-        for (int i = 0; i < 8 && !robot.control("Choice0").hasFocus(); ++i) {
+        for (int i = 0; i < 8 && !toolkit::HasFocus(robot.control("Choice0")); ++i) {
             EXPECT_EQ(texts({"slope", "Result"}), "||");
             robot.press("Tab");
         }
@@ -127,7 +128,7 @@ TEST_F(RootScreensTest, RootsAreReachedByTheKeyboardAndShowWhatIsTheirs) {
         for (const auto& [key, root] :
              {std::pair("space", "Choice0"), {"Down", "Choice1"}, {"Down", "Choice2"}}) {
             robot.press(key);
-            EXPECT_TRUE(isOn(root) && robot.control(root).hasFocus()) << root;
+            EXPECT_TRUE(isOn(root) && toolkit::HasFocus(robot.control(root))) << root;
             EXPECT_EQ(" " + text("Result"), text(root));
             const auto& mixture = fluid::AcceptedMixture();
             const auto parts = procedures::VolumePartsAt(mixture, {220.0, 3.0}, number);
@@ -399,7 +400,7 @@ TEST_F(StateScreensTest, ListAndDrawWhatIsChosenOverARange) {
         ASSERT_EQ(rows("ListBox2").size(), 11U) << text("warning");
         EXPECT_EQ(rows("ListBox2")[3][2], "dew point");
         EXPECT_EQ(plot.series().size(), 1U);
-        robot.control("Quantities").takeFocus();
+        toolkit::TakeFocus(robot.control("Quantities"));
         robot.press("Home");
         robot.press("Down");
         robot.press("Control_L+a");
@@ -414,7 +415,7 @@ TEST_F(StateScreensTest, ListAndDrawWhatIsChosenOverARange) {
         robot.click("Copy");
         EXPECT_NE(clipboard().find("\ndew point\t"), 0U);
         save("Export", folder / robot.screen().name());
-        robot.waitFor([screen = &robot.screen()] { return screen->isActive(); });
+        robot.waitFor([screen = &robot.screen()] { return toolkit::IsActive(*screen); });
         robot.click("Celsius");
         EXPECT_TRUE(rows("ListBox2").empty() && plot.series().empty());
         EXPECT_EQ(texts({"dataEntryP", "dataEntry1", "dataEntryStep"}), "3||5|");
@@ -443,7 +444,7 @@ TEST_F(StateScreensTest, AmountsAreOfAMoleOrAKilogramAndCopiesHaveAllDigits) {
     EXPECT_EQ(rows().at(4).at(1), "kJ/kg");
     robot.click("Mole");
     EXPECT_EQ(rows().at(4).at(4), "-301738.221");
-    robot.control("ListBox1").takeFocus();
+    toolkit::TakeFocus(robot.control("ListBox1"));
     robot.press("Control_L+c");
     EXPECT_NE(clipboard().find("\t-301738.22"), std::string::npos);
     EXPECT_EQ(clipboard().find("\t-301738.221\n"), std::string::npos);

@@ -18,6 +18,7 @@
 #include "model/fluid_model.h"
 #include "tests/screens/screen_test.h"
 #include "toolkit/clipboard.h"
+#include "toolkit/inspection.h"
 #include "toolkit/number_text.h"
 #include "toolkit/plot.h"
 
@@ -157,7 +158,7 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
     EXPECT_EQ(names(), "A|B, C|D 22,5-|E|");
     EXPECT_EQ(rows("ListBox2")[2][10], "put a decimal point instead of the comma in “22,5”");
     EXPECT_FALSE(plot().series().empty());
-    robot.control("ListBox2").takeFocus();
+    toolkit::TakeFocus(robot.control("ListBox2"));
     robot.press("Down");
     robot.press("Home");
     EXPECT_TRUE(text("Homogenisation").starts_with("A: Homogenization at 220 Kelvin and 3.386"))
@@ -171,7 +172,7 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
     robot.enter("dataEntryPt", "20,5");
     EXPECT_EQ(text("warning"), "warning: put a trapping pressure above 0");
     robot.enter("dataEntryPt", "20.5");
-    robot.control("ListBox2").takeFocus();
+    toolkit::TakeFocus(robot.control("ListBox2"));
     robot.press("End");
     robot.click("SetTrapping");
     robot.enter("dataEntryTt", "300");
@@ -194,12 +195,12 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
     robot.click("calculate");
     EXPECT_EQ(names(), "B, C|D 22,5-|E|A|B, C|D 22,5-|E|");
     save("ExportList", folder / "list");
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
     const std::string list = ContentsOf(folder / "list.txt");
     EXPECT_TRUE(list.starts_with("Composition = CO2 0.5, CH4 0.5\nName, Given, ")) << list;
     EXPECT_NE(list.find("\n\"B, C\", Th, -53.15, vapour, 2.42"), std::string::npos) << list;
     save("ExportIsochores", folder / "all");
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
     const std::string blocks = ContentsOf(folder / "all.txt");
     std::size_t count = 0;
     for (std::size_t at = 0; (at = blocks.find("Molar Volume = ", at)) != std::string::npos; ++at) {
@@ -256,7 +257,7 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
                {"dataEntryStep", "30.5"}});
     toolkit::Screen& screen = robot.screen();
     save("Export", folder / "first");
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
     EXPECT_EQ(text("warning"), "first.txt was written");
     EXPECT_EQ(ContentsOf(folder / "first.txt"), ContentsOf(DROVAN_TEST_DATA "/isochore.txt"));
     EXPECT_EQ(rows().size(), 5U);  // the end of the dialog is no activation
@@ -268,13 +269,13 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
     waitForDialog("Export");
     ASSERT_TRUE(robot.waitFor([&] {
         robot.press("Escape");  // closes the list of completions first, if it is there
-        return screen.isActive();
+        return toolkit::IsActive(screen);
     }));
     EXPECT_EQ(ContentsOf(folder / "old.txt"), "old");
     save("Export", "old");  // in the folder of the last file
     waitForDialog("Replace file");
     robot.press("Alt_L+r");
-    ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
     EXPECT_EQ(ContentsOf(folder / "old.txt"), ContentsOf(DROVAN_TEST_DATA "/isochore.txt"));
     EXPECT_EQ(std::distance(files::directory_iterator(folder), {}), 2);
 
@@ -285,10 +286,10 @@ TEST_F(SeriesScreensTest, ExportsAreThoseMadeByHandAndReplaceOnlyWhenAsked) {
                {"dataEntryV2", "500"},
                {"dataEntryStep", "200"}});
     save("Export", folder / "isotherm");
-    ASSERT_TRUE(robot.waitFor([&isotherm] { return isotherm.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&isotherm] { return toolkit::IsActive(isotherm); }));
     EXPECT_EQ(ContentsOf(folder / "isotherm.txt"), ContentsOf(DROVAN_TEST_DATA "/isotherm.txt"));
     save("Export", "/proc/isotherm");
-    ASSERT_TRUE(robot.waitFor([&isotherm] { return isotherm.isActive(); }));
+    ASSERT_TRUE(robot.waitFor([&isotherm] { return toolkit::IsActive(isotherm); }));
     EXPECT_TRUE(text("warning").starts_with("warning: isotherm.txt was not written: "))
         << text("warning");
 }
@@ -308,7 +309,7 @@ TEST_F(SeriesScreensTest, SaveToAPoorDiskKeepsTheTableAndTheWordOnIt) {
         const rlimit limit{isFull ? 9999 : unlimited.rlim_cur, unlimited.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
         save("Export", folder / file);
-        ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+        ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
         robot.settle();
         EXPECT_EQ(text("warning"),
                   isFull ? std::string("warning: full.txt was not written: ") + std::strerror(EFBIG)
@@ -342,7 +343,7 @@ TEST_F(SeriesScreensTest, PlotsReadOutTheNearestPointAndAreSavedAsPictures) {
     for (const auto& [name, start] : std::vector<std::pair<std::string, std::string>>{
              {"plot.svg", "<?xml"}, {"plot.pdf", "%PDF"}, {"plot.png", "\x89PNG"}}) {
         save("SavePicture", folder / name);
-        ASSERT_TRUE(robot.waitFor([&screen] { return screen.isActive(); }));
+        ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
         const std::string picture = ContentsOf(folder / name);
         EXPECT_TRUE(picture.starts_with(start)) << name;
         EXPECT_GT(picture.size(), 2000U) << name;
