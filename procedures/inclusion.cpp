@@ -249,6 +249,14 @@ std::string_view UnitIn(std::string_view heads) {
     return {};
 }
 
+// Whether no word of a row starts as a number does, and none says what homogenizes into what.
+bool LooksLikeHeads(std::string_view line) {
+    if (PartsOf(line).into) return false;
+    const std::vector<std::string_view> words = Split(line, "\t;,()[]\"<>~+- ");
+    return std::none_of(words.begin(), words.end(),
+                        [](std::string_view word) { return word[0] >= '0' && word[0] <= '9'; });
+}
+
 Inclusion InclusionOf(std::string_view line, const PastePattern& pattern,
                       std::string_view usualUnit) {
     PastedRow row = PartsOf(line);
@@ -331,7 +339,8 @@ PastedInclusions ReadPasted(std::string_view text, const PastePattern& pattern) 
     bool isFirst = true;
     for (const std::string_view line : Split(text, "\n\r")) {
         Inclusion inclusion = InclusionOf(line, pattern, pasted.unit);
-        const bool isHeads = isFirst && inclusion.problem.starts_with(noNumber);
+        const bool isHeads =
+            isFirst && inclusion.problem.starts_with(noNumber) && LooksLikeHeads(line);
         isFirst = false;
         if (isHeads) {
             pasted.heads = line;

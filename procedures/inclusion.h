@@ -89,7 +89,7 @@ struct PastePattern {
 
 struct PastedInclusions {
     std::vector<Inclusion> inclusions;
-    std::string heads;         // the first row, where it holds no number
+    std::string heads;         // the first row, where nothing in it is like a number
     std::string unit;          // that they name for all numbers without one
     std::size_t problems = 0;  // how many rows were not understood
 };

@@ -76,7 +76,7 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
     table.ListBox1.setEmptyText(
         "The pressure at each temperature of the range appears here when it is calculated.");
     list.ListBox1.setEmptyText("Inclusions that are added or pasted appear here.");
-    Homogenisation.reserve(0, 2);
+    Homogenisation.reserve(0, 3);
     DiagramNote.reserve(0, 2);
     showUnits();
     connectHandlers();
@@ -114,6 +114,7 @@ void IsochoreWindow::connectHandlers() {
     Keep.onClick(this, &IsochoreWindow::Keep_Action);
     SetTrapping.onClick(this, &IsochoreWindow::SetTrapping_Action);
     ExportIsochores.onClick(this, &IsochoreWindow::ExportIsochores_Action);
+    SetTrapping.dropMnemonic();
     NextPoint.setTooltip("Takes the next of several points of homogenization");
     Add.setTooltip("Puts this inclusion into the list");
     Paste.setTooltip(
@@ -130,37 +131,34 @@ toolkit::Block IsochoreWindow::inputBlock() {
     using toolkit::Block;
     std::vector<std::vector<Block>> entries = {
         {volume.MolarVolume, Block(volume.dataEntryV).expanding(), volume.unitLabel},
-        {HomogenizationT, Block(dataEntryTh).expanding(), StaticText2},
-        {Name, Block(dataEntryName).expanding()}};
+        {HomogenizationT, Block(dataEntryTh).expanding(), StaticText2}};
     const std::vector<std::vector<Block>> temperatures = range.rows();
     entries.insert(entries.end(), temperatures.begin(), temperatures.end());
-    const Block units = toolkit::Column({volume.unit.block(), temperature.block()});
-    return toolkit::Column({toolkit::Row({toolkit::Grid(entries).expanding(), units}),
-                            volume.DensityResult, toolkit::Row({LiquidMode, VapourMode})});
-}
-
-toolkit::Block IsochoreWindow::pageBlock() {
-    using toolkit::Block;
-    const Block trapping =
-        toolkit::Grid({{TrappingT, Block(dataEntryTt).expanding(), StaticText3},
-                       {TrappingP, Block(dataEntryPt).expanding(), StaticText4, SetTrapping}});
-    const Block buttons =
-        toolkit::Grid({{Paste, Rename, Remove, Keep}, {Up, Down, list.Export, ExportIsochores}});
-    return Pages.of(
-        {table.ListBox1.scrolling(visibleRows),
-         toolkit::Column({trapping, list.ListBox1.scrolling(visibleRows).expanding(), buttons})});
+    entries.push_back({TrappingT, Block(dataEntryTt).expanding(), StaticText3});
+    entries.push_back({TrappingP, Block(dataEntryPt).expanding(), StaticText4});
+    using toolkit::Spacing;
+    const Block grid = toolkit::Grid(entries, Spacing::Related, Spacing::Related);
+    const Block into = toolkit::Column({LiquidMode, VapourMode});
+    const Block units = toolkit::Column({volume.unit.block(), temperature.block(), into});
+    return toolkit::Column(
+        {toolkit::Row({grid.expanding(), units}, Spacing::Related), volume.DensityResult});
 }
 
 void IsochoreWindow::layOut() {
     using toolkit::Block;
-    const Block left = toolkit::Column(
+    const Block inclusion = toolkit::Column(
         {inputBlock(), toolkit::ButtonRow({Clear, NextPoint, Add, table.Export, calculate}),
          warning, Homogenisation});
     const Block plot = toolkit::Column({plotPanel.block().expanding(), DiagramNote,
                                         toolkit::Row({WithoutSpinodal, WithSpinodal})});
-    const Block tables =
-        toolkit::Column({toolkit::Row({ShowTable, ShowList}), pageBlock().expanding()});
-    setContent(toolkit::Columns({"inclusion", left}, {{"plot", plot}, {"tables", tables}}));
+    const Block buttons = toolkit::Grid(
+        {{Paste, Rename, Remove}, {Up, Down, SetTrapping}, {Keep, list.Export, ExportIsochores}});
+    const Block pages =
+        Pages.of({table.ListBox1.scrolling(visibleRows),
+                  toolkit::Row({list.ListBox1.scrolling(visibleRows).expanding(), buttons})});
+    const Block tables = toolkit::Column(
+        {toolkit::Row({ShowTable, ShowList, Name, dataEntryName}), pages.expanding()});
+    setContent(toolkit::Columns({"inclusion", inclusion}, {{"plot", plot}}, {"tables", tables}));
 }
 
 void IsochoreWindow::Event_Activate() {
@@ -386,7 +384,11 @@ void IsochoreWindow::showIsochore(const InclusionState& state) {
         return;
     }
     const auto isochore = std::make_shared<const IsochoreTable>(fluid_.mixture, input);
-    const std::string tail = state.points.size() > 1 ? " (" + state.remark + ")" : "";
+    std::string tail = state.points.size() > 1 ? " (" + state.remark + ")" : "";
+    if (!dataEntryTh.text().empty()) {
+        tail += ". Molar volume " + SentenceText(state.V) + " " + volumeUnit + ", density " +
+                SentenceText(state.density) + " " + densityUnit;
+    }
     Homogenisation.setText(isochore->homogenizationSentence(temperature.scale()) + tail +
                            TrappingText(TrappedAt(fluid_.mixture, state, inclusions_->trapping()),
                                         temperature.scale()));
@@ -400,12 +402,16 @@ void IsochoreWindow::calculateList() {
     inclusions_->calculate(fluid_);
     ShowList.turnOn();
     showList(list.ListBox1.selected());
-    showSelected();
 }
 
 void IsochoreWindow::showList(const InclusionList::Rows& selected) {
     list.show(inclusions_, temperature.scale());
     list.ListBox1.select(selected);
+    if (!typed_) {
+        Homogenisation.setText("");
+        table.clear();
+        showSelected();
+    }
     showDiagram();
 }
 
@@ -441,21 +447,30 @@ void IsochoreWindow::pasted(const std::string& text) {
         return;
     }
     const std::size_t understood = rows.inclusions.size() - rows.problems;
+    const std::size_t first = inclusions_->count();
     takeTrapping();
     inclusions_->calculate(fluid_);
     inclusions_->add(std::move(rows.inclusions));
     ShowList.turnOn();
     showList({});
+    list.ListBox1.scrollTo(first);
+    std::size_t withoutVolume = 0;
+    for (std::size_t row = first; row < inclusions_->count(); ++row) {
+        withoutVolume += inclusions_->state(row).V > 0.0 ? 0 : 1;
+    }
     std::string sentence = std::to_string(understood) +
                            (understood == 1 ? " inclusion was added" : " inclusions were added");
     if (!rows.heads.empty()) {
         sentence += "; the first row was taken for heads" +
                     (rows.unit.empty() ? "" : ", with the unit " + rows.unit);
     }
-    if (rows.problems > 0) {
-        warning.setText(sentence + "; " + std::to_string(rows.problems) +
-                        (rows.problems == 1 ? " row was" : " rows were") +
-                        " not understood: see the remarks in the list");
+    const auto add = [&sentence](std::size_t count, const char* one, const char* many) {
+        if (count > 0) sentence += "; " + std::to_string(count) + (count == 1 ? one : many);
+    };
+    add(rows.problems, " row was not understood", " rows were not understood");
+    add(withoutVolume - rows.problems, " has no isochore yet", " have no isochore yet");
+    if (withoutVolume > 0) {
+        warning.setText(sentence + ": see the remarks in the list");
     } else {
         warning.inform(sentence);
     }
@@ -532,7 +547,9 @@ void IsochoreWindow::ExportIsochores_Action() {
         const IsochoreInput input = {inclusions_->state(row).V, temperatures};
         const auto& fluid = inclusions_->fluidOf(row);
         if (fluid && input.refusal(fluid->mixture).empty()) {
-            text += (text.empty() ? "" : "\n") + IsochoreTable(fluid->mixture, input).fileText();
+            text += (text.empty() ? "Name = " : "\nName = ") + inclusions_->inclusion(row).name +
+                    "\nComposition = " + fluid->composition + "\n" +
+                    IsochoreTable(fluid->mixture, input).fileText();
         }
     }
     if (text.empty()) {

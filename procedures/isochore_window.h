@@ -55,7 +55,6 @@ class IsochoreWindow : public toolkit::Screen {
     void connectHandlers();
     void layOut();
     toolkit::Block inputBlock();
-    toolkit::Block pageBlock();
     void showUnits();
     // Empties what belongs to the inclusion that is typed.
     void emptyResults();
@@ -72,7 +71,7 @@ class IsochoreWindow : public toolkit::Screen {
     void showIsochore(const InclusionState& state);
     // Shows the table of the inclusion that is selected in the list, if it is one.
     void showSelected();
-    // Shows the list with these rows selected, and the diagram.
+    // Shows the list with these rows selected, what belongs to the selected one, and the diagram.
     void showList(const InclusionList::Rows& selected);
     void showDiagram();
     struct Shown;
@@ -101,7 +100,7 @@ class IsochoreWindow : public toolkit::Screen {
     toolkit::Caption TrappingP{"TrappingP", "Trapping Pressure"};
     toolkit::Entry dataEntryPt{"dataEntryPt"};
     toolkit::Label StaticText4{"StaticText4", "MPa"};
-    toolkit::Button SetTrapping{"SetTrapping", "for selected"};
+    toolkit::Button SetTrapping{"SetTrapping", "trap selected"};
     TemperatureUnit temperature{"GroupBox2"};
     toolkit::Button Clear{"Clear", "clear"};
     toolkit::Button NextPoint{"NextPoint", "next point"};

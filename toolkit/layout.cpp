@@ -49,9 +49,11 @@ std::vector<GtkWidget*> ChildrenOf(GtkWidget* box) {
 
 // Makes pages of the parts of `Columns`.
 void Paginate(GtkWidget* box, const Titles& titles) {
-    const std::vector<GtkWidget*> both = ChildrenOf(box);
+    const std::vector<GtkWidget*> rows = ChildrenOf(box);
+    const std::vector<GtkWidget*> both = ChildrenOf(rows[0]);
     std::vector<GtkWidget*> parts = ChildrenOf(both[1]);
     parts.insert(parts.begin(), both[0]);
+    parts.insert(parts.end(), rows.begin() + 1, rows.end());
     GtkWidget* const pages = gtk_notebook_new();
     for (std::size_t i = 0; i < titles.size(); ++i) {
         g_object_ref(parts[i]);
@@ -61,9 +63,18 @@ void Paginate(GtkWidget* box, const Titles& titles) {
         gtk_notebook_append_page(GTK_NOTEBOOK(pages), parts[i], gtk_label_new(titles[i].c_str()));
         g_object_unref(parts[i]);
     }
-    gtk_container_remove(GTK_CONTAINER(box), both[1]);
+    gtk_container_remove(GTK_CONTAINER(box), rows[0]);
     gtk_widget_show(pages);
     gtk_box_pack_start(GTK_BOX(box), pages, TRUE, TRUE, 0);
+}
+
+bool ScrollsSideways(GtkWidget* widget) {
+    GtkWidget* const scroller = gtk_widget_get_parent(widget);
+    GtkPolicyType sideways = GTK_POLICY_NEVER;
+    if (GTK_IS_SCROLLED_WINDOW(scroller)) {
+        gtk_scrolled_window_get_policy(GTK_SCROLLED_WINDOW(scroller), &sideways, nullptr);
+    }
+    return sideways != GTK_POLICY_NEVER;
 }
 
 void ScaleFont(GtkWidget* widget, double scale) {
@@ -180,15 +191,21 @@ Block Grid(const std::vector<std::vector<Block>>& rows, Spacing rowSpacing, Spac
     return {table, std::move(controls)};
 }
 
-Block Columns(const Part& first, const std::vector<Part>& others) {
+Block Columns(const Part& first, const std::vector<Part>& others, const Part& wide) {
     std::vector<Block> blocks;
     auto* const titles = new Titles{first.title};
     for (const Part& other : others) {
         blocks.push_back(other.block.expanding());
         titles->push_back(other.title);
     }
-    const Block block =
+    const Block beside =
         Row({first.block, Column(blocks, Spacing::Group).expanding()}, Spacing::Section);
+    std::vector<Block> rows = {beside.expanding()};
+    if (wide.block.widget() != nullptr) {
+        rows.push_back(wide.block.expanding());
+        titles->push_back(wide.title);
+    }
+    const Block block = Column(rows, Spacing::Group);
     const auto forget = [](gpointer data) { delete static_cast<Titles*>(data); };
     g_object_set_data_full(G_OBJECT(block.widget()), titlesKey, titles, Guarded(forget));
     return block.expanding();
@@ -225,8 +242,8 @@ void Economize(GtkWidget* widget, Economy economy, int width) {
         gtk_widget_set_size_request(widget, width - margins, -1);
     }
     if (GTK_IS_TREE_VIEW(widget) && economy == Economy::ShorterLines &&
-        widget->requisition.width > width - margins) {
-        constexpr int attempts = 3;  // the gaps between the Columns do not shrink with the font
+        widget->requisition.width > width - margins && !ScrollsSideways(widget)) {
+        constexpr int attempts = 3;  // the gaps between the columns do not shrink with the font
         for (int i = 0; i < attempts && widget->requisition.width > width - margins; ++i) {
             ScaleFont(widget, static_cast<double>(width - margins) / widget->requisition.width);
             GtkRequisition size;
@@ -237,7 +254,8 @@ void Economize(GtkWidget* widget, Economy economy, int width) {
     const auto* const titles =
         static_cast<const Titles*>(g_object_get_data(G_OBJECT(widget), titlesKey));
     if (titles != nullptr && economy == Economy::OthersBelow) {
-        gtk_orientable_set_orientation(GTK_ORIENTABLE(widget), GTK_ORIENTATION_VERTICAL);
+        gtk_orientable_set_orientation(GTK_ORIENTABLE(ChildrenOf(widget)[0]),
+                                       GTK_ORIENTATION_VERTICAL);
     } else if (titles != nullptr && economy == Economy::Pages) {
         Paginate(widget, *titles);
     }

@@ -55,9 +55,10 @@ struct Part {
     Block block;
 };
 
-// A part, and at its right the others. Where the display is too narrow they stand below it, and
-// where there is no room for them either, each part is a page of its own.
-Block Columns(const Part& first, const std::vector<Part>& others);
+// A part, and at its right the others; below all a wide one, if there is one. Where the display is
+// too narrow they stand below each other, and where there is no room for them either, each part is
+// a page of its own.
+Block Columns(const Part& first, const std::vector<Part>& others, const Part& wide = {});
 // Push buttons of one size, from the right edge of the window, or one below the other.
 Block ButtonRow(const std::vector<Block>& buttons);
 Block ButtonColumn(const std::vector<Block>& buttons);

@@ -421,6 +421,13 @@ void List::select(const std::vector<std::size_t>& rows) {
     isFilling_ = false;
 }
 
+void List::scrollTo(std::size_t row) {
+    if (row >= count_) return;
+    GtkTreePath* const path = gtk_tree_path_new_from_indices(static_cast<gint>(row), -1);
+    gtk_tree_view_scroll_to_cell(ViewOf(*this), path, nullptr, FALSE, 0.0F, 0.0F);
+    gtk_tree_path_free(path);
+}
+
 std::string List::tableText(const std::vector<Row>& rows) const {
     std::string table;
     Row heads = heads_;

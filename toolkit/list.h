@@ -81,6 +81,8 @@ class List : public Control, public Editable {
     // The selected rows, ascending.
     std::vector<std::size_t> selected() const;
     void select(const std::vector<std::size_t>& rows);
+    // Brings the row in sight.
+    void scrollTo(std::size_t row);
     // `function` runs after the user has selected other rows.
     template <class Object, class Base>
     void onSelect(Object* object, void (Base::*function)()) {

@@ -114,6 +114,10 @@ TEST(InclusionListTest, RowsOfASpreadsheetAreUnderstoodOrKeptWithASentence) {
         EXPECT_EQ(pasted.inclusions[0].scale.isKelvin(), pasted.unit != "\u00B0C");
         EXPECT_TRUE(pasted.inclusions[1].scale.isKelvin());
     }
+    for (const char* const row : {"A\tca. 215\tL", "<215", "a;1.234,5;L", "Th L"}) {
+        const auto pasted = procedures::ReadPasted(row, PastePattern{{}, kelvin});
+        EXPECT_TRUE(pasted.heads.empty() && pasted.problems == 1) << row;  // lost would it be else
+    }
     EXPECT_EQ(procedures::ReadPasted("A 80", {GivenBy::Density, kelvin}).inclusions[0].by,
               GivenBy::Density);
     EXPECT_TRUE(procedures::ReadPasted(" \n\t;\n", {}).inclusions.size() < 2U);
