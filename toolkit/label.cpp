@@ -82,7 +82,8 @@ void Label::reserve(int characters, int lines) {
     const bool isKnown = std::exchange(lines_, lines) != 0;
     if (isKnown) return;
     const auto onStyleSet = [](GtkWidget* widget, GtkStyle* /*previous*/, const Label* self) {
-        gtk_widget_set_size_request(widget, -1, self->lines_ * LineHeight(widget));
+        const int height = self->lines_ * LineHeight(widget);
+        gtk_widget_set_size_request(widget, -1, height > 0 ? height : -1);
     };
     // Left to itself, GTK+ breaks lines without regard to the room that there is.
     const auto onAllocated = [](GtkWidget* widget, GtkAllocation* place, const Label* self) {
@@ -100,6 +101,9 @@ void Label::reserve(int characters, int lines) {
 }
 
 void Label::wrapAt(int characters) {
+    lines_ = 0;
+    gtk_widget_set_size_request(widget(), -1, -1);
+    gtk_label_set_ellipsize(LabelOf(*this), PANGO_ELLIPSIZE_NONE);
     gtk_label_set_line_wrap(LabelOf(*this), TRUE);
     gtk_label_set_width_chars(LabelOf(*this), characters);
 }

@@ -212,7 +212,10 @@ TEST_F(FitTest, TheFirstWindowsAndTheExplanationsAreAsWideAsTheirTexts) {
         openProcedure({{"CO2", "0.7"}, {"CH4", "0.3"}}, procedure, screen);
         robot.click(button);
         robot.use(explanation);
-        expectReadable(robot.screen().controls().front()->name());
+        expectReadable("Heading");
+        auto* const paragraph = GTK_LABEL(robot.control("Paragraph1").widget());
+        EXPECT_GT(pango_layout_get_line_count(gtk_label_get_layout(paragraph)), 2);
+        EXPECT_EQ(gtk_label_get_ellipsize(paragraph), PANGO_ELLIPSIZE_NONE);
     }
 }
 
