@@ -138,7 +138,7 @@ toolkit::Block IsochoreWindow::inputBlock() {
     entries.push_back({TrappingP, Block(dataEntryPt).expanding(), StaticText4});
     using toolkit::Spacing;
     const Block grid = toolkit::Grid(entries, Spacing::Related, Spacing::Related);
-    const Block into = toolkit::Column({LiquidMode, VapourMode});
+    const Block into = intoBox.around(toolkit::Column({LiquidMode, VapourMode}));
     const Block units = toolkit::Column({volume.unit.block(), temperature.block(), into});
     return toolkit::Column(
         {toolkit::Row({grid.expanding(), units}, Spacing::Related), volume.DensityResult});
@@ -683,7 +683,9 @@ void IsochoreWindow::showDiagram() {
     }
     std::move(trapping.begin(), trapping.end(), std::back_inserter(series));
     plotPanel.show(std::move(series),
-                   DiagramView(fluid_.mixture, *temperatures, scale, highestPh, highestTrapping));
+                   DiagramView(fluid_.mixture, *temperatures, scale, highestPh, highestTrapping),
+                   inclusions.size() > 1 ? std::to_string(inclusions.size()) + "inclusions"
+                                         : SentenceText(inclusions.front().state.V) + "cm3mol");
 }
 
 }  // namespace procedures

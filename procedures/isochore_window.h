@@ -88,9 +88,10 @@ class IsochoreWindow : public toolkit::Screen {
     toolkit::Caption HomogenizationT{"HomogenizationT", "Homogenization Temperature"};
     toolkit::Entry dataEntryTh{"dataEntryTh"};
     toolkit::Label StaticText2{"StaticText2", "Kelvin"};
+    toolkit::GroupBox intoBox{"GroupBox4", "into the"};
     toolkit::RadioGroup intoGroup;
-    toolkit::RadioButton LiquidMode{intoGroup, "LiquidMode", " into the liquid"};
-    toolkit::RadioButton VapourMode{intoGroup, "VapourMode", " into the vapour"};
+    toolkit::RadioButton LiquidMode{intoGroup, "LiquidMode", " liquid"};
+    toolkit::RadioButton VapourMode{intoGroup, "VapourMode", " vapour"};
     toolkit::Caption Name{"Name", "Name"};
     toolkit::Entry dataEntryName{"dataEntryName"};
     RangeEntry range{"dataEntryT1", "dataEntryT2"};

@@ -169,6 +169,7 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
     robot.click("Rename");
     EXPECT_EQ(names(), "B, C|new|D 22,5-|E|");
     robot.click("Remove");
+    EXPECT_EQ(text("Homogenisation"), "");
     robot.enter("dataEntryPt", "20,5");
     EXPECT_EQ(text("warning"), "warning: put a trapping pressure above 0");
     robot.enter("dataEntryPt", "20.5");
@@ -202,6 +203,7 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
     save("ExportIsochores", folder / "all");
     ASSERT_TRUE(robot.waitFor([&screen] { return toolkit::IsActive(screen); }));
     const std::string blocks = ContentsOf(folder / "all.txt");
+    EXPECT_TRUE(blocks.starts_with("Name = B, C\nComposition = CO2 0.7, CH4 0.3\nMolar Vol"));
     std::size_t count = 0;
     for (std::size_t at = 0; (at = blocks.find("Molar Volume = ", at)) != std::string::npos; ++at) {
         ++count;
