@@ -2,7 +2,7 @@
 #include <pango/pangocairo.h>
 
 #include <memory>
-#include <string>
+#include <utility>
 #include <vector>
 
 #include "toolkit/formula/typesetter.h"
@@ -76,29 +76,29 @@ class Picture {
 };
 
 TEST(FormulaTest, PiecesStandApartAndWithinTheRoomOfTheFormula) {
-    struct Case {
-        const char* source;
-        int pieces;
-    };
-    for (const auto& [source, pieces] : std::initializer_list<Case>{{"P = a", 4},
-                                                                    {"\\frac{a}{V − b}", 5},
-                                                                    {"x_a^2", 3},
-                                                                    {"T_{\\up{c,}a}^2", 5},
-                                                                    {"\\sqrt{ab}", 3},
-                                                                    {"\\sum{a}x", 3},
-                                                                    {"\\int_V^2  x", 4},
-                                                                    {"[(\\frac{a}{b})_x − V]", 10},
-                                                                    {"x_{a_{b}}", 3}}) {
+    using Cases = std::initializer_list<std::pair<const char*, int>>;
+    for (const auto& [source, pieces] : Cases{{"P = a", 4},
+                                              {"\\frac{a}{V − b}", 5},
+                                              {"x_a^2", 3},
+                                              {"T_{\\up{c,}a}^2", 5},
+                                              {"\\sqrt{ab}", 3},
+                                              {"\\sum{a}x", 3},
+                                              {"\\int_V^2  \\up{x", 4},
+                                              {"[(\\frac{a}{b})_x − V]", 10},
+                                              {"x_{a_{b}}", 3},
+                                              {"x_", 1}}) {
         const Picture picture(source);
         EXPECT_EQ(picture.pieces(), pieces) << source;
         EXPECT_TRUE(picture.isWithinItsExtents()) << source;
     }
 }
 
-TEST(FormulaTest, WhatIsAboveStandsAboveAndBracketsGrow) {
+TEST(FormulaTest, WhatIsAboveStandsAboveBracketsGrowAndSignsHaveRoom) {
     const auto boxOf = [](const char* source) { return Picture(source).box; };
     EXPECT_GT(boxOf("x^a").ascent, boxOf("x_a").ascent);
     EXPECT_LT(boxOf("\\frac{x_a}{x}").descent, boxOf("\\frac{x}{x_a}").descent);
+    EXPECT_GT(boxOf("x_ab").width, boxOf("x_{ab}").width);
+    EXPECT_NEAR(boxOf("a + b").width, boxOf("a − b").width, 5.0);
     EXPECT_GT(boxOf("(\\frac{a}{b})").ascent, boxOf("\\frac{a}{b}").ascent);
 }
 

@@ -61,8 +61,8 @@ TEST(PageTest, MarkdownIsReadWithListsTablesFormulasAndWithoutComments) {
 TEST(PageTest, TexIsTurnedIntoFormulasAndIntoLines) {
     const std::vector<std::pair<const char*, const char*>> cases = {
         {R"(\frac{RT}{V-b} - \frac{a}{V^2})", "RT/(V − b) − a/V2"},
-        {R"(\varphi^\circ_i P_\mathrm{ref}, \qquad s = -V\sqrt{a_i a_j})",
-         "φi° Pref,  s = −V√(ai aj)"},
+        {R"(\varphi^\circ_i P_\mathrm{ref}, \qquad \tau = -V\sqrt{a_i a_j})",
+         "φi° Pref,  τ = −V√(ai aj)"},
         {R"(\sum_i x_i\left(\mu^\circ_i - R\ln x_i\right))", "∑i xi(μi° − Rln xi)"},
         {R"(\varphi^X_i \cdot T_{c,i}^2)", "φiX·Tc,i2"},
         {R"(\frac{)", "/"},

@@ -9,27 +9,23 @@ using PangoContext = struct _PangoContext;
 
 namespace toolkit {
 
-// A piece of a formula and the pieces in it; pixels, from the left end of its baseline.
+// A formula or a piece of it; pixels, from the left end of its baseline.
 struct FormulaBox {
-    struct Part;
+    struct Mark {
+        std::function<void(cairo_t*, double x, double baseline)> draw;
+        double x = 0.0;
+        double rise = 0.0;  // of its baseline above that of the box
+    };
 
     double width = 0.0;
     double ascent = 0.0;
     double descent = 0.0;
     double left = 0.0;      // where the ink starts; negative for an italic f or j
-    double ink = 0.0;       // its width, of glyphs
-    double overhang = 0.0;  // of leaning glyphs over their advance; an index stands below it
-    std::function<void(cairo_t*, double x, double baseline)> paint{};  // what is in no part
-    std::vector<Part> parts;
+    double overhang = 0.0;  // of the ink over the advance; an index stands below it
+    std::vector<Mark> marks;
 
     // Draws in the source colour of `cairo`, sharp at any scale of the drawing.
     void draw(cairo_t* cairo, double x, double baseline) const;
-};
-
-struct FormulaBox::Part {
-    FormulaBox box;
-    double x = 0.0;
-    double rise = 0.0;  // of its baseline above that of the whole
 };
 
 // Sets a formula in a size in points. `context`: of the widget, gives the resolution.

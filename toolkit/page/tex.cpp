@@ -128,6 +128,7 @@ std::string FormulaOfTex(std::string_view tex) {
         {std::regex(R"(\s*\\cdot\s*)"), "·"},
         {std::regex(R"((^|[{(\[/]|= ) *-)"), "$1−"},
         {std::regex(R"( *- *)"), " − "},
+        {std::regex(R"( *= *)"), " = "},
     };
     std::string formula(tex);
     for (const auto& [pattern, with] : replacements) {
