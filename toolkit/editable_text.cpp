@@ -4,8 +4,10 @@
 
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "toolkit/clipboard.h"
 #include "toolkit/event.h"
 
 namespace toolkit {
@@ -29,6 +31,52 @@ void OnInsert(GtkEditable* editable, const gchar* text, gint bytes, gint* positi
         const std::string start(text, end);
         gtk_editable_insert_text(editable, (start + "…").c_str(), -1, position);
     }
+}
+
+// Puts the text in place of what is selected, when it comes.
+void Paste(GtkEditable* editable, Selection selection) {
+    const std::shared_ptr<GtkEditable> kept(GTK_EDITABLE(g_object_ref(editable)), &g_object_unref);
+    RequestText(selection, [kept](const std::optional<std::string>& text) {
+        const bool isThere = gtk_widget_get_realized(GTK_WIDGET(kept.get())) != FALSE;
+        if (!isThere || !text) return;
+        gtk_editable_delete_selection(kept.get());
+        gint position = gtk_editable_get_position(kept.get());
+        gtk_editable_insert_text(kept.get(), text->data(), static_cast<gint>(text->size()),
+                                 &position);
+        gtk_editable_set_position(kept.get(), position);
+    });
+}
+
+// The character at that place of the window that shows the text.
+gint PositionAt(GtkEntry* entry, GdkWindow* window, double x) {
+    gint windowX = 0;
+    gint layoutX = 0;
+    gdk_window_get_position(window, &windowX, nullptr);
+    gtk_entry_get_layout_offsets(entry, &layoutX, nullptr);
+    int index = 0;
+    int trailing = 0;
+    const double inLayout = x - (layoutX - windowX);
+    pango_layout_xy_to_index(gtk_entry_get_layout(entry), static_cast<int>(inLayout * PANGO_SCALE),
+                             0, &index, &trailing);
+    const gchar* const text = gtk_entry_get_text(entry);
+    const gint byte = gtk_entry_layout_index_to_text_index(entry, index);
+    return static_cast<gint>(g_utf8_pointer_to_offset(text, text + byte)) + trailing;
+}
+
+gboolean OnMiddleButton(GtkEntry* entry, const GdkEventButton* event) {
+    constexpr guint middle = 2;
+    if (event->button != middle || event->type != GDK_BUTTON_PRESS) return FALSE;
+    // To select the whole text, as other ways to the entry do, would take the place of what is to
+    // be pasted.
+    GtkSettings* const settings = gtk_widget_get_settings(GTK_WIDGET(entry));
+    gboolean isSelecting = FALSE;
+    g_object_get(settings, "gtk-entry-select-on-focus", &isSelecting, nullptr);
+    g_object_set(settings, "gtk-entry-select-on-focus", FALSE, nullptr);
+    gtk_widget_grab_focus(GTK_WIDGET(entry));
+    g_object_set(settings, "gtk-entry-select-on-focus", isSelecting, nullptr);
+    gtk_editable_set_position(GTK_EDITABLE(entry), PositionAt(entry, event->window, event->x));
+    Paste(GTK_EDITABLE(entry), Selection::Primary);
+    return TRUE;
 }
 
 // The editor of a cell in the window of `widget`; null where none is open.
@@ -95,6 +143,14 @@ void LimitCharacters(GtkWidget* widget) {
     Connect(widget, "insert-text",
             [](GtkEditable* editable, const gchar* text, gint bytes, gint* position,
                gpointer /*data*/) { OnInsert(editable, text, bytes, position); });
+    Connect(widget, "button-press-event",
+            [](GtkEntry* entry, GdkEventButton* event, gpointer /*data*/) -> gboolean {
+                return OnMiddleButton(entry, event);
+            });
+    Connect(widget, "paste-clipboard", [](GtkEditable* editable, gpointer /*data*/) {
+        g_signal_stop_emission_by_name(editable, "paste-clipboard");
+        Paste(editable, Selection::Clipboard);
+    });
 }
 
 bool IsCellEdited(GtkWidget* widget) {

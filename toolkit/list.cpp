@@ -457,18 +457,14 @@ bool List::canPerform(EditCommand command) const {
 void List::perform(EditCommand command) {
     if (!canPerform(command)) return;
     if (command == EditCommand::Paste) {
-        // Whoever owns the text may hand it over when this list is gone.
-        using Request = std::pair<std::shared_ptr<bool>, List*>;
-        const auto onText = [](GtkClipboard* /*clipboard*/, const gchar* text, gpointer data) {
-            const std::unique_ptr<Request> request(static_cast<Request*>(data));
-            if (text != nullptr && *request->first) {
-                const List& self = *request->second;
-                const Announcement announcement(self.widget());
-                RunHandler([&] { self.paste_(text); }, self.name().c_str());
-            }
-        };
-        gtk_clipboard_request_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), Guarded(onText),
-                                   std::make_unique<Request>(isAlive_, this).release());
+        // The text may come when this list is gone.
+        RequestText(Selection::Clipboard,
+                    [this, isAlive = isAlive_](const std::optional<std::string>& text) {
+                        if (*isAlive) {
+                            const Announcement announcement(widget());
+                            RunHandler([&] { paste_(text.value_or("")); }, name().c_str());
+                        }
+                    });
         return;
     }
     if (command == EditCommand::SelectAll) {

@@ -21,8 +21,8 @@ namespace {
 
 // What is handed over: numbers, and what nobody should paste into an entry.
 std::string AnyText(std::mt19937& random) {
-    const std::array<std::string, 6> texts = {"0.5", "300",   "80\n90\n",
-                                              "",    "-1e-3", std::string(70'000, '1')};
+    const std::array<std::string, 7> texts = {
+        "0.5", "300", "80\n90\n", "", "-1e-3", std::string(70'000, '1'), "12\xFF\xFE"};
     return texts[random() % texts.size()];
 }
 

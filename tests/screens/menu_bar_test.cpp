@@ -67,6 +67,17 @@ TEST_F(MenuBarTest, LongPasteEndsAfterAThousandCharactersAndIsNoNumber) {
     }
 }
 
+TEST_F(MenuBarTest, MiddleButtonPastesWhatIsSelectedWhereItIsPressed) {
+    robot.enter("dataEntryV", "12");
+    robot.enter("dataEntryT", "300");
+    robot.press("Control_L+a");
+    const toolkit::Area area = robot.control("dataEntryV").area();
+    robot.drag(area.x + 5, area.y + 10, area.x + 5, area.y + 10, 2);
+    EXPECT_EQ(text("dataEntryV"), "30012");
+    robot.drag(area.x + area.width - 5, area.y + 10, area.x + area.width - 5, area.y + 10, 2);
+    EXPECT_EQ(text("dataEntryV"), "30012300");
+}
+
 TEST_F(MenuBarTest, UndoGoesBackThroughEveryKindOfChange) {
     robot.enter("dataEntryV", "80");
     robot.click("Celsius");
