@@ -25,7 +25,11 @@ ChemPotWindow::ChemPotWindow(toolkit::ScreenHost& host)
     for (std::size_t column = 1; column < PotentialHeads().size(); ++column) {
         ListBox1.alignAtPoint(column, 0);
     }
-    reference.reserve(0, 2);
+    range.setReference(
+        "The standard part is that of the ideal gas at this temperature and p° = 0.1 MPa; energies "
+        "refer to the elements at 298.15 Kelvin and 0.1 MPa; the ideal gases are those of NASA "
+        "TP-2002-211556.",
+        3);
     range.onChoose(this, &ChemPotWindow::emptyAll);
     range.stateChanged();
     layOut();
@@ -37,9 +41,9 @@ void ChemPotWindow::layOut() {
     const toolkit::Block oneState =
         toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), note});
     setContent(toolkit::Columns(
-        {"state", toolkit::Column({toolkit::Row({state.block().expanding(), range.choiceBlock()}),
-                                   choice.block(), reference})},
-        {{"potentials", range.pages(oneState)}}));
+        {"state", toolkit::Column({state.block(), range.choiceBlock(),
+                                   range.chosenBlock(choice.block()).expanding()})},
+        range.parts("potentials", oneState)));
 }
 
 void ChemPotWindow::Event_Activate() {

@@ -28,11 +28,6 @@ class ChemPotWindow : public toolkit::Screen {
     StateEntry state{"Label1", "warning"};
     StateChoice choice;
     toolkit::List ListBox1{"ListBox1", PotentialHeads(), {10, 11, 11, 11, 10, 11, 10, 11}};
-    toolkit::Label reference{"reference",
-                             "The standard part is that of the ideal gas at this temperature and "
-                             "p° = 0.1 MPa; energies refer "
-                             "to the elements at 298.15 Kelvin and 0.1 MPa; the ideal "
-                             "gases are those of NASA TP-2002-211556."};
     toolkit::Message note{"note"};
     RangePanel range;
 };

@@ -58,18 +58,36 @@ RangePanel::RangePanel(toolkit::Screen& screen, StateEntry& state, const std::st
 
 toolkit::Block RangePanel::choiceBlock() {
     using toolkit::Block;
-    std::vector<std::vector<Block>> rows = range.rows();
-    return toolkit::Column(
-        {OneState, BetweenT, BetweenP, toolkit::Grid(rows).indented(toolkit::Spacing::Section)});
+    return toolkit::Row({toolkit::Column({OneState, BetweenT, BetweenP}),
+                         Block(toolkit::Grid(range.rows())).expanding()});
 }
 
-toolkit::Block RangePanel::pages(const toolkit::Block& ofOneState, const toolkit::Block& more) {
+toolkit::Block RangePanel::chosenBlock(const toolkit::Block& ofOneState) {
     constexpr int visibleQuantities = 5;
+    return Choices.of(
+        {ofOneState,
+         toolkit::Column({Quantities.scrolling(visibleQuantities).expanding(), rangeReference})});
+}
+
+std::vector<toolkit::Part> RangePanel::parts(const std::string& title,
+                                             const toolkit::Block& ofOneState,
+                                             const std::vector<toolkit::Block>& notes,
+                                             const toolkit::Block& more) {
     constexpr int visibleRows = 5;
-    return Pages.of({ofOneState, toolkit::Column({Quantities.scrolling(visibleQuantities),
-                                                  plotPanel.block().expanding(), more,
-                                                  table.ListBox1.scrolling(visibleRows).expanding(),
-                                                  toolkit::ButtonRow({table.Export})})});
+    std::vector<toolkit::Block> ofTable = notes;
+    ofTable.emplace_back(reference);
+    return {{title, Pages.of({ofOneState, toolkit::Column({plotPanel.block().expanding(), more})})},
+            {"table and notes",
+             Tables.of({toolkit::Column(ofTable),
+                        toolkit::Column({table.ListBox1.scrolling(visibleRows).expanding(),
+                                         toolkit::ButtonRow({table.Export})})})}};
+}
+
+void RangePanel::setReference(const std::string& sentence, int lines) {
+    for (toolkit::Label* const label : {&reference, &rangeReference}) {
+        label->setText(sentence);
+        label->reserve(0, lines);
+    }
 }
 
 void RangePanel::offer(std::vector<RangeQuantity> quantities) {
@@ -103,7 +121,9 @@ void RangePanel::stateChanged() {
 void RangePanel::kindChosen() {
     range.clear();
     stateChanged();
-    Pages.show(isRange() ? 1 : 0);
+    for (toolkit::Deck* const deck : {&Choices, &Pages, &Tables}) {
+        deck->show(isRange() ? 1 : 0);
+    }
     toolkit::RunHandler(chosen_, Pages.name().c_str());
 }
 

@@ -12,6 +12,7 @@
 #include "procedures/state_range.h"
 #include "procedures/table_panel.h"
 #include "toolkit/deck.h"
+#include "toolkit/layout.h"
 #include "toolkit/list.h"
 #include "toolkit/screen.h"
 
@@ -32,10 +33,15 @@ class RangePanel {
     }
     // The choice of the range and its entries.
     toolkit::Block choiceBlock();
-    // What is shown of one state, and in the same place what is shown of a range; `more` stands
-    // below its plot.
-    toolkit::Block pages(const toolkit::Block& ofOneState, const toolkit::Block& more = {});
-
+    // What can be chosen of one state, and in the same place the quantities of a range.
+    toolkit::Block chosenBlock(const toolkit::Block& ofOneState);
+    // What is shown of one state, and in the same places the plot and the table of a range; `notes`
+    // stand where the table does, and `more` below the plot.
+    std::vector<toolkit::Part> parts(const std::string& title, const toolkit::Block& ofOneState,
+                                     const std::vector<toolkit::Block>& notes = {},
+                                     const toolkit::Block& more = {});
+    // Says, in so many lines, what the values refer to.
+    void setReference(const std::string& sentence, int lines);
     bool isRange() const { return !OneState.isOn(); }
     // Lists what can be chosen; what was chosen stays so, or else the first one is.
     void offer(std::vector<RangeQuantity> quantities);
@@ -70,8 +76,12 @@ class RangePanel {
     toolkit::RadioButton BetweenT{kinds, "BetweenT", " Between two temperatures"};
     toolkit::RadioButton BetweenP{kinds, "BetweenP", " Between two pressures"};
     RangeEntry range{"dataEntry1", "dataEntry2"};
+    toolkit::Deck Choices{"ChoicePages"};
     toolkit::Deck Pages{"Pages"};
+    toolkit::Deck Tables{"TablePages"};
     toolkit::List Quantities{"Quantities", {"listed and drawn", "unit"}, {34, 10}};
+    toolkit::Label reference{"reference"};
+    toolkit::Label rangeReference{"rangeReference"};
     TablePanel table;
     PlotPanel plotPanel;
 };

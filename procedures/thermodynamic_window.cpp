@@ -29,7 +29,10 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
     }
     Inversion.setUnobtrusive();
     note.reserve(0, 3);
-    reference.reserve(0, 2);
+    range.setReference(
+        "Energies refer to the elements at 298.15 Kelvin and 0.1 MPa; the ideal gases are those of "
+        "NASA TP-2002-211556.",
+        2);
     Inversion.reserve(0, 2);
     range.onChoose(this, &ThermodynamicWindow::kindChosen);
     PlotProperty.turnOn();
@@ -44,14 +47,13 @@ ThermodynamicWindow::ThermodynamicWindow(toolkit::ScreenHost& host)
 
 void ThermodynamicWindow::layOut() {
     using toolkit::Block;
-    const Block left =
-        toolkit::Column({state.block(), range.choiceBlock(), choice.block(),
-                         Block(toolkit::Row({amountOf, Mole, Kilogram})).atStart(), reference});
-    const Block oneState =
-        toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), Inversion, note});
-    setContent(toolkit::Columns(
-        {"state", left},
-        {{"properties", range.pages(oneState, toolkit::Row({PlotProperty, PlotInversion}))}}));
+    const Block left = toolkit::Column({state.block(), range.choiceBlock(),
+                                        Block(toolkit::Row({amountOf, Mole, Kilogram})).atStart(),
+                                        range.chosenBlock(choice.block()).expanding()});
+    const Block oneState = toolkit::Column({ListBox1.scrolling(visibleRows).expanding(), note});
+    setContent(toolkit::Columns({"state", left},
+                                range.parts("properties", oneState, {Inversion},
+                                            toolkit::Row({PlotProperty, PlotInversion}))));
 }
 
 void ThermodynamicWindow::Event_Activate() {

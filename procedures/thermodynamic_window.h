@@ -39,9 +39,6 @@ class ThermodynamicWindow : public toolkit::Screen {
     StateChoice choice;
     toolkit::List ListBox1{
         "ListBox1", {"property", "unit", "ideal gas", "residual", "total"}, {22, 9, 14, 14, 14}};
-    toolkit::Label reference{"reference",
-                             "Energies refer to the elements at 298.15 Kelvin and 0.1 MPa; the "
-                             "ideal gases are those of NASA TP-2002-211556."};
     toolkit::ResultLabel Inversion{"Inversion"};
     toolkit::Message note{"note"};
     RangePanel range;
