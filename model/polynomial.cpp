@@ -47,7 +47,7 @@ double Refine(std::span<const double> c, double low, double high, bool rises) {
     constexpr int stepLimit = 2200;
     // A step of Newton's method this short leaves its square, over the distance of the next root,
     // which is less than the rounding of the value over the slope.
-    constexpr double Short = 1e-9;
+    constexpr double shortStep = 1e-9;
     double at = 0.5 * (low + high);
     for (int i = 0; i < stepLimit; ++i) {
         const Value here = Evaluate<MayBeFarOut>(c, at);
@@ -55,7 +55,7 @@ double Refine(std::span<const double> c, double low, double high, bool rises) {
         ((here.value > 0.0) == rises ? high : low) = at;
         double next = at - here.value / here.slope;
         if (next > low && next < high) {
-            if (std::abs(next - at) <= Short * at) return next;
+            if (std::abs(next - at) <= shortStep * at) return next;
         } else {
             // Far bounds are halved in their order of magnitude.
             constexpr double far = 4.0;  // beyond, halving logarithms is quicker
