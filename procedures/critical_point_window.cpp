@@ -42,6 +42,9 @@ CriticalPointWindow::CriticalPointWindow(toolkit::ScreenHost& host)
       Label3("Label3", volumeUnit),
       plotPanel(*this, warning, ListBox1, "critical-point",
                 "Phase boundary, spinodal and critical points in pressure over temperature") {
+    plotPanel.plot.setEmptyText(
+        "The phase boundary, the spinodal and the critical points appear here when they are "
+        "calculated.");
     AxesTP.turnOn();
     calculate.onClick(this, &CriticalPointWindow::calculate_Action);
     Explanations.onClick(this, &CriticalPointWindow::Explanations_Action);
@@ -244,6 +247,10 @@ void CriticalPointWindow::plot() {
     PlotSeries bubble = through(PlotSeries("bubble points"), pieces[0], BoundaryStates(mixture_));
     PlotSeries dew = through(PlotSeries("dew points", PlotSeries::Style::Line, 1), pieces[1],
                              BoundaryStates(mixture_));
+    if (mixture_.count == 1 && !AxesDT.isOn() && !AxesVP.isOn()) {  // both are one curve
+        bubble.legend = dew.legend = "bubble and dew points";
+        dew.colour = bubble.colour;
+    }
     PlotSeries spinodal = through(PlotSeries("spinodal", PlotSeries::Style::Dashed, 2), spinodal_,
                                   SpinodalStates(mixture_, fluid::SpinodalKind::Diffusional));
     PlotSeries critical("critical point", PlotSeries::Style::Markers, 3);

@@ -264,13 +264,12 @@ std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double hig
         const bool isBubble = piece.kind == fluid::Homogenisation::IntoLiquid;
         (isBubble ? bubble : dew).push_back(std::move(piece.points));
     }
-    const auto through = [&](const char* name, std::size_t colour, const Pieces& pieces) {
+    const auto through = [&](PlotSeries curve, const Pieces& pieces) {
         const auto stateAt = [mixture](double V) -> std::optional<StatePoint> {
             const auto point = fluid::FindBoundary(mixture, V);
             return point ? std::optional(StatePoint{point->T, point->P, V}) : std::nullopt;
         };
-        return ThroughStates(PlotSeries(name, PlotSeries::Style::Line, colour), pieces, shown, x,
-                             stateAt);
+        return ThroughStates(std::move(curve), pieces, shown, x, stateAt);
     };
     PlotSeries points("critical point", PlotSeries::Style::Markers, 3);
     for (const fluid::CriticalPoint& point : critical) {
@@ -279,8 +278,18 @@ std::vector<PlotSeries> EnvelopeSeries(const fluid::Mixture& mixture, double hig
             points.add(InUnit(point.T, style.scale), point.P);
         }
     }
-    std::vector<PlotSeries> series = {through("bubble points", 0, bubble),
-                                      through("dew points", 1, dew), std::move(points)};
+    using Style = PlotSeries::Style;
+    PlotSeries bubbles("bubble points", Style::Line, 0);
+    PlotSeries dews("dew points", Style::LongDashed, 1);
+    constexpr double thick = 1.7;
+    bubbles.weight = dews.weight = thick;
+    if (mixture.count == 1) {  // both are one curve
+        bubbles.legend = dews.legend = "bubble and dew points";
+        dews.colour = bubbles.colour;
+        dews.parts = bubbles.parts;
+    }
+    std::vector<PlotSeries> series = {through(std::move(bubbles), bubble),
+                                      through(std::move(dews), dew), std::move(points)};
     if (style.hasSpinodal) {
         const auto stateAt = [mixture, limit = fluid::SpinodalOf(
                                            mixture, fluid::SpinodalKind::Diffusional)](double V) {
@@ -304,17 +313,24 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
     constexpr std::array<Style, 3> styles = {Style::Line, Style::Dashed, Style::Dotted};
     constexpr std::size_t mostLabels = 8;
     constexpr std::size_t mostMarks = 100;
+    constexpr double thin = 0.75;
+    const std::size_t comma = legend.find(", ");
+    const std::string ofFluid = comma == std::string::npos ? "" : legend.substr(comma);
     std::vector<PlotSeries> series;
     std::vector<PlotSeries> marks;
     for (const InclusionLine& line : lines) {
         PlotSeries curve(line.name.empty() ? "isochore" : "isochore " + line.name, Style::Line,
                          colour);
         curve.legend = legend;
+        curve.weight = thin;
         curve.label = lines.size() <= mostLabels ? line.name : "";
         for (const InclusionLine::Piece& piece : line.pieces) {
             // Further pieces begin where the one before them ends.
             const bool isFirst = curve.size() == 0;
             curve.change(StateText(piece.state), styles[static_cast<std::size_t>(piece.state)]);
+            if (piece.state == InclusionLine::State::OnePhase) {  // where its name tells it apart
+                curve.labelFrom = curve.parts.size() - 1;
+            }
             for (std::size_t i = isFirst ? 0 : 1; i < piece.points.size(); ++i) {
                 curve.add(InUnit(piece.points[i].T, scale), piece.points[i].P);
             }
@@ -333,7 +349,7 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
         if (line.homogenization && lines.size() <= mostMarks) {
             PlotSeries mark("homogenization" + (line.name.empty() ? "" : " of " + line.name),
                             Style::Markers, colour);
-            mark.legend = "homogenization";
+            mark.legend = "homogenization" + ofFluid;
             mark.add(InUnit(line.homogenization->T, scale), line.homogenization->P);
             marks.push_back(std::move(mark));
         }

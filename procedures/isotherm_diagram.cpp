@@ -173,7 +173,7 @@ std::vector<SplitCurve> Figure::splits(double T, const fluid::IsothermStability&
 }
 
 PlotSeries Figure::isotherm(std::size_t number) const {
-    constexpr std::array<std::size_t, 4> isothermColours = {0, 1, 2, 5};
+    constexpr std::array<std::size_t, 6> isothermColours = {0, 1, 2, 5, 6, 7};
     const NamedTemperature& temperature = figure_.temperatures[number];
     const double T = temperature.T.kelvin;
     const std::string name = temperature.name + " " + figure_.unit;

@@ -48,6 +48,7 @@ IsothermWindow::IsothermWindow(toolkit::ScreenHost& host)
     table.ListBox1.setEmptyText(
         "The pressure and the state at each volume or density of the range appear here when they "
         "are calculated.");
+    plotPanel.plot.setEmptyText("The isotherms appear here when they are calculated.");
     Boundaries.reserve(0, 2);
     showUnits();
     layOut();
@@ -178,7 +179,10 @@ void IsothermWindow::plot() {
         add(FigureSeries(each, overlay(), CompositionText(each.mixture) + difference));
     }
     if (!figure_) {
-        plotPanel.show(std::move(all), {});
+        plotPanel.show(std::move(all), kept_.empty()
+                                           ? toolkit::FirstView{}
+                                           : FigureView(kept_.back(), volumeUnitChoice.kgm3.isOn(),
+                                                        isWidthProposed_));
         return;
     }
     add(FigureSeries(*figure_, overlay()));

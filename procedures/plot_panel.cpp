@@ -47,6 +47,7 @@ PlotPanel::PlotPanel(toolkit::Screen& screen, toolkit::Message& message, const t
       table_(table),
       fileName_(std::move(fileName)),
       limits_(plot, message) {
+    plot.setEmptyText("The curves appear here when they are calculated.");
     SavePicture.onClick(this, &PlotPanel::SavePicture_Action);
     CopyPicture.onClick(this, &PlotPanel::CopyPicture_Action);
     ExportCurves.onClick(this, &PlotPanel::ExportCurves_Action);

@@ -47,6 +47,8 @@ SpinodalWindow::SpinodalWindow(toolkit::ScreenHost& host)
     dataEntryV.setLabelledBy(GivenV);
     dataEntryV.setDescribedBy(StaticText2);
     table.ListBox1.setEmptyText("The limits of stability appear here when they are calculated.");
+    plotPanel.plot.setEmptyText(
+        "The spinodals and the phase boundary appear here when they are calculated.");
     GivenT.turnOn();
     PlotT.turnOn();
     showUnits();

@@ -208,6 +208,11 @@ void Plot::setAxes(const PlotAxis& x, const PlotAxis& y) {
     changed();
 }
 
+void Plot::setEmptyText(const std::string& sentence) {
+    sheet_->content.whenEmpty = sentence;
+    changed();
+}
+
 void Plot::setGrid(bool hasGrid) {
     sheet_->content.hasGrid = hasGrid;
     changed();
@@ -232,8 +237,7 @@ void Plot::show(std::vector<PlotSeries> series, const FirstView& first) {
 }
 
 bool Plot::isEmpty() const {
-    return std::all_of(series().begin(), series().end(),
-                       [](const PlotSeries& each) { return each.size() == 0; });
+    return content().isEmpty();
 }
 
 bool Plot::setLimits(const PlotLimits& limits) {
@@ -281,6 +285,8 @@ std::optional<Area> Plot::place(const PlotPosition& position) const {
 void Plot::changed() {
     for (Plot* const plot : sheet_->plots) {
         plot->canvas_->surface.reset();
+        atk_object_set_description(gtk_widget_get_accessible(plot->widget()),
+                                   isEmpty() ? content().whenEmpty.c_str() : "");
         gtk_widget_queue_draw(plot->widget());
         RunHandler(plot->changed_, plot->name().c_str());
     }

@@ -34,6 +34,8 @@ class Plot : public Control, public Editable {
     Block sized(double widthInLines, double heightInLines);
     void setTitle(const std::string& title);
     void setAxes(const PlotAxis& x, const PlotAxis& y);
+    // Stands in place of the axes while there are no points.
+    void setEmptyText(const std::string& sentence);
     void setGrid(bool hasGrid);
     // Shows these series in place of what stood before.
     void show(std::vector<PlotSeries> series, const FirstView& first = {});

@@ -98,7 +98,9 @@ void PlotLimitsRow::toggleLog(bool isX) {
     AxisLimits& axis = of(limits, isX);
     axis.isLogarithmic = !axis.isLogarithmic;
     if (axis.isLogarithmic && !(axis.low > 0.0)) {
-        axis = (isX ? plot_.view().extentX() : plot_.view().extentY()).limits(true);
+        const AxisLimits all = (isX ? plot_.view().extentX() : plot_.view().extentY()).limits(true);
+        axis =
+            all.isLogarithmic && axis.high > all.low ? AxisLimits{all.low, axis.high, true} : all;
     }
     const bool isRefused = axis.isLogarithmic == of(limits, isX).isLogarithmic &&
                            (isX ? x_ : y_).log.isOn() != axis.isLogarithmic;

@@ -34,19 +34,23 @@ constexpr double shade = 0.15;  // opacity of what lies below a curve
 
 // Palettes that colour-blind readers can tell apart, and whose colours stand out from a light and
 // from a dark ground (after M. Okabe, K. Ito, Color Universal Design, 2008).
-constexpr std::size_t colours = 6;
+constexpr std::size_t colours = 8;
 constexpr std::array<Colour, colours> onLight = {{{0.00, 0.45, 0.70},
                                                   {0.80, 0.33, 0.00},
                                                   {0.00, 0.56, 0.41},
                                                   {0.70, 0.33, 0.53},
-                                                  {0.65, 0.45, 0.00},
-                                                  {0.15, 0.52, 0.72}}};
+                                                  {0.62, 0.52, 0.00},
+                                                  {0.42, 0.20, 0.78},
+                                                  {0.40, 0.20, 0.05},
+                                                  {0.75, 0.00, 0.25}}};
 constexpr std::array<Colour, colours> onDark = {{{0.34, 0.71, 0.91},
                                                  {1.00, 0.58, 0.30},
                                                  {0.25, 0.82, 0.62},
                                                  {0.95, 0.65, 0.80},
                                                  {0.94, 0.89, 0.26},
-                                                 {0.75, 0.88, 1.00}}};
+                                                 {0.75, 0.62, 1.00},
+                                                 {0.78, 0.70, 0.38},
+                                                 {1.00, 0.42, 0.52}}};
 
 Colour Mixed(const Colour& one, const Colour& other, double share) {
     return {one.red + share * (other.red - one.red), one.green + share * (other.green - one.green),
@@ -101,11 +105,12 @@ class Typesetter {
         pango_cairo_show_layout(cairo_, layout_.get());
     }
 
-    // Breaks texts into centred lines of this width and ends them after so many.
+    // Breaks texts into centred lines of this width, at most so many; of a longer text the end
+    // stands, and an ellipsis before it.
     void wrap(double width, int lines) {
         pango_layout_set_width(layout_.get(), static_cast<int>(width * PANGO_SCALE));
         pango_layout_set_height(layout_.get(), -lines);
-        pango_layout_set_ellipsize(layout_.get(), PANGO_ELLIPSIZE_END);
+        pango_layout_set_ellipsize(layout_.get(), PANGO_ELLIPSIZE_MIDDLE);
         pango_layout_set_alignment(layout_.get(), PANGO_ALIGN_CENTER);
     }
     void unwrap() {
@@ -187,6 +192,7 @@ struct Entry {
     std::size_t colour = 0;
     bool isShade = false;
     bool isInk = false;  // it says what a line style means, whatever the colour
+    double weight = 1.0;
     double width = 0.0;
     PlotPlace place{};  // its left edge and middle, in the legend
 };
@@ -211,9 +217,9 @@ std::vector<Entry> EntriesOf(const std::vector<PlotSeries>& series,
         const bool isPlain = each.parts.size() == 1 && each.parts[0].state.empty();
         const Style style = isPlain ? each.parts[0].style : Style::Line;
         if (!each.legend.empty()) {
-            add(entries, {each.legend, style, each.colour}, true);
+            add(entries, {each.legend, style, each.colour, false, false, each.weight}, true);
         } else if (!labels[i]) {
-            add(entries, {each.name, style, each.colour}, false);
+            add(entries, {each.name, style, each.colour, false, false, each.weight}, false);
         }
         add(entries, {each.below, Style::Line, each.colour, true}, true);
         for (const PlotSeries::Part& part : each.parts) {
@@ -238,13 +244,14 @@ class Drawer {
           unit_(look.textHeight) {}
 
     std::optional<DrawnPlot> draw(double width, double height);
+    void drawWhenEmpty(double width, double height);
 
   private:
     bool layOut(double width, double height);
     bool layOutFrame(double width, double height);
     bool placeLegendInside();
     void planLegendBelow(double width, double height);
-    void takePlaces(Occupancy& occupancy);
+    void takePlaces(Occupancy& occupancy, const PlotSeries* without = nullptr);
     void placeLabels();
     std::optional<Box> labelPlace(const PlotSeries& series, const Occupancy& occupancy);
     void listEntries();
@@ -256,14 +263,14 @@ class Drawer {
     void drawShade(const PlotSeries& series) const;
     void drawSeries(const PlotSeries& series) const;
     void drawLines(const std::vector<Polyline>& lines) const;
-    void drawColumns(const std::vector<ColumnSpan>& columns) const;
+    void drawColumns(const std::vector<ColumnSpan>& columns, double weight) const;
     void addMark(const PlotPlace& place, std::size_t number) const;
     void drawMarks(std::size_t number) const;
     void drawMore() const;
     void drawLabels();
     Box drawPin(const PlotPin& pin);
     void drawLegend();
-    void setLine(Style style) const;
+    void setLine(Style style, double weight = 1.0) const;
     void setColour(std::size_t number) const {
         SetSource(cairo_, PlotColour(number, look_.ground));
     }
@@ -337,9 +344,10 @@ Box Drawer::boxOf(const PlotPin& pin, const PlotPlace& place) {
             isAbove ? place.y - away - height : place.y + away, width, height};
 }
 
-// The curves, pins and labels in the frame.
-void Drawer::takePlaces(Occupancy& occupancy) {
+// The curves, pins and labels in the frame, but for one of the curves.
+void Drawer::takePlaces(Occupancy& occupancy, const PlotSeries* without) {
     for (const PlotSeries& series : content_.series) {
+        if (&series == without) continue;
         for (std::size_t part = 0; part < series.parts.size(); ++part) {
             if (series.isMarks()) {
                 const double radius = markRadius * unit_;
@@ -373,12 +381,12 @@ void Drawer::takePlaces(Occupancy& occupancy) {
     }
 }
 
-// Beside the curve, as near to its end as there is room; nothing where there is none. A curve out
-// of view has an empty place.
+// Beside the curve, as near to its end as there is room, or else on it; nothing where there is
+// none. A curve out of view has an empty place.
 std::optional<Box> Drawer::labelPlace(const PlotSeries& series, const Occupancy& occupancy) {
     const PlotPlace size = text_.sizeOf(series.label);
     std::vector<PlotPlace> places;
-    for (std::size_t part = 0; part < series.parts.size(); ++part) {
+    for (std::size_t part = series.labelFrom; part < series.parts.size(); ++part) {
         TracePolylines(series, part, frame_, [&](const Polyline& curve) {
             for (std::size_t i = 1; i < curve.size(); ++i) {
                 const double dx = curve[i].x - curve[i - 1].x;
@@ -395,18 +403,31 @@ std::optional<Box> Drawer::labelPlace(const PlotSeries& series, const Occupancy&
         return Box{};
     }
     const double away = gap * unit_;
+    const double diagonal = 0.5 * away;
     const double edge = majorTick * unit_;
+    const auto isRoom = [&](const Box& box, const Occupancy& taken) {
+        return frame_.contains({box.x - edge, box.y - edge}) &&
+               frame_.contains({box.x + size.x + edge, box.y + size.y + edge}) && taken.isFree(box);
+    };
     std::reverse(places.begin(), places.end());
     for (const PlotPlace& place : places) {
         for (const Box& box :
              {Box{place.x - 0.5 * size.x, place.y - away - size.y, size.x, size.y},
               Box{place.x - 0.5 * size.x, place.y + away, size.x, size.y},
               Box{place.x + away, place.y - 0.5 * size.y, size.x, size.y},
-              Box{place.x - away - size.x, place.y - 0.5 * size.y, size.x, size.y}}) {
-            const bool isInside = frame_.contains({box.x - edge, box.y - edge}) &&
-                                  frame_.contains({box.x + size.x + edge, box.y + size.y + edge});
-            if (isInside && occupancy.isFree(box)) return box;
+              Box{place.x - away - size.x, place.y - 0.5 * size.y, size.x, size.y},
+              Box{place.x + diagonal, place.y - diagonal - size.y, size.x, size.y},
+              Box{place.x - diagonal - size.x, place.y - diagonal - size.y, size.x, size.y},
+              Box{place.x + diagonal, place.y + diagonal, size.x, size.y},
+              Box{place.x - diagonal - size.x, place.y + diagonal, size.x, size.y}}) {
+            if (isRoom(box, occupancy)) return box;
         }
+    }
+    Occupancy others(frame_, occupancyCell * unit_);
+    takePlaces(others, &series);
+    for (const PlotPlace& place : places) {
+        const Box box{place.x - 0.5 * size.x, place.y - 0.5 * size.y, size.x, size.y};
+        if (isRoom(box, others)) return box;
     }
     return std::nullopt;
 }
@@ -488,7 +509,7 @@ void Drawer::planLegendBelow(double width, double height) {
 
 bool Drawer::layOut(double width, double height) {
     constexpr double roomAtSides = 2.0;
-    constexpr int titleLines = 2;
+    constexpr int titleLines = 3;
     titleWidth_ = width - roomAtSides * unit_;
     if (titleWidth_ < unit_) return false;
     if (!content_.title.empty()) {
@@ -510,9 +531,9 @@ bool Drawer::layOut(double width, double height) {
     return true;
 }
 
-void Drawer::setLine(Style style) const {
+void Drawer::setLine(Style style, double weight) const {
     const double width = curveWidth * unit_;
-    cairo_set_line_width(cairo_, width);
+    cairo_set_line_width(cairo_, weight * width);
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
     cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
     const auto dash = [this, width](std::initializer_list<double> lengths) {
@@ -525,6 +546,8 @@ void Drawer::setLine(Style style) const {
     switch (style) {
         case Style::Dashed:
             return dash({5.0, 3.0});
+        case Style::LongDashed:
+            return dash({12.0, 4.0});
         case Style::Dotted:
             return dash({1.5, 2.0});
         case Style::DashDotted:
@@ -536,8 +559,8 @@ void Drawer::setLine(Style style) const {
 
 // The marks differ in shape as well as in colour.
 void Drawer::addMark(const PlotPlace& place, std::size_t number) const {
-    constexpr std::array<int, colours> corners = {0, 3, 4, 4, 3, 0};
-    constexpr std::array<double, colours> turns = {0.0, 0.75, 0.125, 0.0, 0.25, 0.0};
+    constexpr std::array<int, colours> corners = {0, 3, 4, 4, 3, 0, 5, 6};
+    constexpr std::array<double, colours> turns = {0.0, 0.75, 0.125, 0.0, 0.25, 0.0, 0.75, 0.0};
     const std::size_t shape = number % colours;
     const double radius = markRadius * unit_;
     cairo_new_sub_path(cairo_);
@@ -554,7 +577,8 @@ void Drawer::addMark(const PlotPlace& place, std::size_t number) const {
 }
 
 void Drawer::drawMarks(std::size_t number) const {
-    const bool isHollow = number % colours + 1 == colours;
+    constexpr std::size_t ring = 5;
+    const bool isHollow = number % colours == ring;
     setLine(Style::Line);
     isHollow ? cairo_stroke(cairo_) : cairo_fill(cairo_);
 }
@@ -586,8 +610,8 @@ void Drawer::drawLines(const std::vector<Polyline>& lines) const {
     cairo_stroke(cairo_);
 }
 
-void Drawer::drawColumns(const std::vector<ColumnSpan>& columns) const {
-    const double width = curveWidth * unit_;
+void Drawer::drawColumns(const std::vector<ColumnSpan>& columns, double weight) const {
+    const double width = weight * curveWidth * unit_;
     for (const ColumnSpan& column : columns) {
         cairo_rectangle(cairo_, column.x, column.top - 0.5 * width, 1.0,
                         column.bottom - column.top + width);
@@ -648,9 +672,9 @@ void Drawer::drawSeries(const PlotSeries& series) const {
                 lines.push_back(curve);
             }
         });
-        setLine(series.parts[part].style);
+        setLine(series.parts[part].style, series.weight);
         const std::vector<ColumnSpan> columns = DenseColumns(lines, frame_);
-        columns.empty() ? drawLines(lines) : drawColumns(columns);
+        columns.empty() ? drawLines(lines) : drawColumns(columns, series.weight);
         for (const PlotPlace& dot : dots) {
             mark(dot, 0);
         }
@@ -727,7 +751,7 @@ void Drawer::drawTitles() {
     text_.draw(AxisTitle(content_.y, yTicks_.exponent), {0.0, 0.0}, 0.5, 1.0);
     cairo_restore(cairo_);
     if (!content_.title.empty()) {
-        constexpr int titleLines = 2;
+        constexpr int titleLines = 3;
         text_.wrap(titleWidth_, titleLines);
         cairo_move_to(cairo_, unit_, gap * unit_);
         text_.show(content_.title);
@@ -766,6 +790,10 @@ void Drawer::drawMore() const {
 void Drawer::drawLabels() {
     for (std::size_t i = 0; i < labels_.size(); ++i) {
         if (labels_[i] && labels_[i]->width > 0.0) {
+            SetSource(cairo_, look_.ground);
+            cairo_rectangle(cairo_, labels_[i]->x, labels_[i]->y, labels_[i]->width,
+                            labels_[i]->height);
+            cairo_fill(cairo_);
             setColour(content_.series[i].colour);
             text_.draw(content_.series[i].label, {labels_[i]->x, labels_[i]->y}, 0.0, 0.0);
         }
@@ -810,7 +838,7 @@ void Drawer::drawLegend() {
             addMark({0.5 * (x + end), y}, entry.colour);
             drawMarks(entry.colour);
         } else {
-            setLine(entry.style);
+            setLine(entry.style, entry.weight);
             cairo_move_to(cairo_, x, y);
             cairo_line_to(cairo_, end, y);
             cairo_stroke(cairo_);
@@ -819,6 +847,18 @@ void Drawer::drawLegend() {
         text_.draw(entry.text, {end + gap * unit_, y}, 0.0, 0.5);
     }
     cairo_set_dash(cairo_, nullptr, 0, 0.0);
+}
+
+void Drawer::drawWhenEmpty(double width, double height) {
+    constexpr double margin = 2.0;
+    constexpr int mostLines = 6;
+    const double room = width - 2.0 * margin * unit_;
+    if (room < unit_) return;
+    SetSource(cairo_, Mixed(look_.ink, look_.ground, 0.35));
+    text_.wrap(room, mostLines);
+    cairo_move_to(cairo_, margin * unit_, 0.5 * (height - text_.sizeOf(content_.whenEmpty).y));
+    text_.show(content_.whenEmpty);
+    text_.unwrap();
 }
 
 std::optional<DrawnPlot> Drawer::draw(double width, double height) {
@@ -839,7 +879,7 @@ std::optional<DrawnPlot> Drawer::draw(double width, double height) {
             }
         }
     }
-    drawMore();
+    if (look_.hasMore) drawMore();
     cairo_restore(cairo_);
     drawAxes();
     drawTitles();
@@ -853,6 +893,11 @@ std::optional<DrawnPlot> Drawer::draw(double width, double height) {
 }
 
 }  // namespace
+
+bool PlotContent::isEmpty() const {
+    return std::all_of(series.begin(), series.end(),
+                       [](const PlotSeries& each) { return each.size() == 0; });
+}
 
 std::size_t DrawnPlot::pinAt(const PlotPlace& place) const {
     const auto found = std::find_if(pins.begin(), pins.end(), [&place](const Box& box) {
@@ -882,7 +927,12 @@ std::optional<DrawnPlot> DrawPlot(cairo_t* cairo, double width, double height, c
     cairo_save(cairo);
     SetSource(cairo, look.ground);
     cairo_paint(cairo);
-    auto drawn = Drawer(cairo, look, content, view).draw(width, height);
+    std::optional<DrawnPlot> drawn;
+    if (content.isEmpty() && !content.whenEmpty.empty()) {
+        Drawer(cairo, look, content, view).drawWhenEmpty(width, height);
+    } else {
+        drawn = Drawer(cairo, look, content, view).draw(width, height);
+    }
     cairo_restore(cairo);
     return drawn;
 }

@@ -24,12 +24,15 @@ struct PlotPin {
 
 // What a plot shows, whatever it is drawn on.
 struct PlotContent {
+    bool isEmpty() const;
+
     std::string title;
     PlotAxis x;
     PlotAxis y;
     std::vector<PlotSeries> series;
     std::vector<PlotPin> pins;
     bool hasGrid = true;
+    std::string whenEmpty = {};  // stands in place of the axes where there are no points
 };
 
 // How a plot is drawn: lines and marks are in proportion to the text.
@@ -38,6 +41,7 @@ struct PlotLook {
     double textHeight = 10.0;  // the size of the font, in the units of the surface
     Colour ground{1.0, 1.0, 1.0};
     Colour ink{0.0, 0.0, 0.0};
+    bool hasMore = true;  // whether arrowheads say that there is more out of view
 };
 
 // The colour of a series on a light or a dark ground.
@@ -60,7 +64,8 @@ struct DrawnPlot {
     std::vector<std::optional<Box>> labels;  // of the series
 };
 
-// Draws a plot on a surface of this size. Returns nothing where there is no room.
+// Draws a plot on a surface of this size. Returns nothing where there is no room, or nothing but
+// the sentence of an empty plot to draw.
 std::optional<DrawnPlot> DrawPlot(cairo_t* cairo, double width, double height, const PlotLook& look,
                                   const PlotContent& content, const PlotView& view);
 

@@ -45,6 +45,7 @@ bool DrawOn(cairo_surface_t* surface, double scale, const PictureSize& size,
     const CairoContext cairo(cairo_create(surface));
     cairo_scale(cairo.get(), scale, scale);
     PlotLook look;
+    look.hasMore = false;
     look.textHeight = size.text / pointsPerInch * picturePixelsPerInch;
     const auto frame =
         DrawPlot(cairo.get(), PixelsOf(size.width), PixelsOf(size.height), look, content, view);

@@ -17,7 +17,7 @@ struct PlotPoint {
 
 // A curve of a plot, or marks of one kind.
 struct PlotSeries {
-    enum class Style { Line, Dashed, Dotted, DashDotted, Markers };
+    enum class Style { Line, Dashed, LongDashed, Dotted, DashDotted, Markers };
 
     // What a curve is from its point `first` on: a kind of state, and how it is drawn.
     struct Part {
@@ -70,11 +70,13 @@ struct PlotSeries {
     std::string label;   // stands beside the curve; the name in the legend where there is no room
     std::string legend;  // stands in the legend in place of the name, once for all that have it
     std::string below;   // what the states below the curve are, which are shaded; empty for none
-    std::size_t colour;  // of a palette of six for colour-blind readers, or one of the above
+    std::size_t colour;  // of a palette of eight for colour-blind readers, or one of the above
     std::vector<double> x;
     std::vector<double> y;  // as many as x; a number that is not finite makes a gap
     std::vector<Part> parts;
-    Curve between;  // where there is none the curve is straight between its points
+    double weight = 1.0;        // how much wider its lines are than others
+    std::size_t labelFrom = 0;  // the first of the parts that the label may stand beside
+    Curve between;              // where there is none the curve is straight between its points
 };
 
 // A point of a curve: at a share of the way from one of its points to the next one.

@@ -88,7 +88,8 @@ AxisLimits AxisExtent::limits(bool isLogarithmic) const {
     }
     const double width = high - low;
     const double room = width < narrowest * size ? neighbourhood * size : margin * width;
-    return {low - room, high + room, false};
+    return {low > 0.0 ? std::max(low - room, 0.0) : low - room,
+            high < 0.0 ? std::min(high + room, 0.0) : high + room, false};
 }
 
 void PlotView::start(const std::vector<PlotSeries>& series, const FirstView& first) {

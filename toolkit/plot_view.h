@@ -37,7 +37,8 @@ struct AxisExtent {
     double lowestAboveZero = std::numeric_limits<double>::infinity();
 
     void take(double value);
-    // Limits around all of them, with some room; on an even axis where none is above 0.
+    // Limits around all of them, with some room, but not beyond 0; on an even axis where none is
+    // above 0.
     AxisLimits limits(bool isLogarithmic) const;
 };
 

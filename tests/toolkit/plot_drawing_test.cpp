@@ -233,10 +233,10 @@ TEST(PlotPictureTest, SavedPictureIsWhatIsOnTheScreenButForGroundAndSize) {
         // In the proportions of the file, on the white ground of the file and on that of a dark
         // theme: a whole pixel of ink in one is so in the other.
         const double textHeight = size.text / 72.0 * 300.0;
-        const Pixels white({.textHeight = textHeight}, content, view, saved.width(),
-                           saved.height());
+        const Pixels white({.textHeight = textHeight, .hasMore = false}, content, view,
+                           saved.width(), saved.height());
         const toolkit::Colour ground{0.1, 0.1, 0.1};
-        const Pixels dark({"Sans", textHeight, ground, {1.0, 1.0, 1.0}}, content, view,
+        const Pixels dark({"Sans", textHeight, ground, {1.0, 1.0, 1.0}, false}, content, view,
                           saved.width(), saved.height());
         long inks = 0;
         long differences = 0;
@@ -280,10 +280,18 @@ TEST(PlotDrawingTest, ColoursStandOutFromTheirGroundAndLegendStandsWhereNothingI
     };
     for (const double shade : {1.0, 0.15}) {
         const toolkit::Colour ground{shade, shade, shade};
-        for (const std::size_t i : {0UL, 1UL, 2UL, 3UL, 4UL, 5UL, PlotSeries::grey}) {
+        for (const std::size_t i : {0UL, 1UL, 2UL, 3UL, 4UL, 5UL, 6UL, 7UL, PlotSeries::grey}) {
             const double colour = luminance(toolkit::PlotColour(i, ground));
             const auto [darker, lighter] = std::minmax({colour, luminance(ground)});
             EXPECT_GE((lighter + 0.05) / (darker + 0.05), 3.0) << i << ' ' << shade;
+            for (std::size_t k = 0; k < std::min(i, 8UL); ++k) {
+                const auto one = toolkit::PlotColour(i, ground);
+                const auto other = toolkit::PlotColour(k, ground);
+                EXPECT_GT(
+                    std::hypot(one.red - other.red, one.green - other.green, one.blue - other.blue),
+                    0.24)
+                    << i << ' ' << k;
+            }
         }
     }
     // Of a curve through three of the corners the legend takes the fourth; of one through all of
@@ -295,7 +303,10 @@ TEST(PlotDrawingTest, ColoursStandOutFromTheirGroundAndLegendStandsWhereNothingI
                                       : Points{{0.0, 1.0}, {0.0, 0.0}, {1.0, 0.0}}) {
             curve.add(x, y);
         }
-        const PlotContent content{"", {"x", ""}, {"y", ""}, {curve}, {}};
+        const PlotContent content{"", {"x", ""}, {"y", ""}, {curve}, {}, true, "No axes."};
+        PlotContent empty = content;
+        empty.series.clear();
+        EXPECT_FALSE(Pixels({}, empty, {}, 400, 300).drawn);
         PlotView view;
         view.start(content.series, {});
         const Pixels picture({}, content, view, 400, 300);
@@ -359,7 +370,7 @@ TEST(PlotDrawingTest, LabelsStandBesideTheirCurvesAndOverNothingElse) {
                 toolkit::Trace(
                     series[k], 0, frame,
                     [&](const toolkit::PlotSpot& spot) {
-                        EXPECT_FALSE(isIn(spot.place, 0.0)) << i << " under " << k;
+                        EXPECT_FALSE(k != i && isIn(spot.place, 0.0)) << i << " under " << k;
                         isBeside = isBeside || (i == k && isIn(spot.place, 10.0));
                     },
                     [] {});
