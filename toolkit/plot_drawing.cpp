@@ -282,6 +282,7 @@ class Drawer {
     Typesetter text_;
     double unit_;
     std::vector<std::optional<Box>> labels_;  // of the series
+    std::vector<bool> areUnlabelled_;         // whose labels have found no place in some layout
     std::vector<Entry> entries_;
     Box legend_;
     bool isLegendBelow_ = false;
@@ -435,17 +436,19 @@ std::optional<Box> Drawer::labelPlace(const PlotSeries& series, const Occupancy&
 // Finds places for the labels of the curves, none of which stands over another thing.
 void Drawer::placeLabels() {
     labels_.assign(content_.series.size(), std::nullopt);
+    areUnlabelled_.resize(labels_.size(), false);
     const auto hasLabel = [](const PlotSeries& series) { return !series.label.empty(); };
     if (std::none_of(content_.series.begin(), content_.series.end(), hasLabel)) return;
     Occupancy occupancy(frame_, occupancyCell * unit_);
     takePlaces(occupancy);
     for (std::size_t i = 0; i < labels_.size(); ++i) {
         const PlotSeries& series = content_.series[i];
-        if (hasLabel(series)) {
+        if (hasLabel(series) && !areUnlabelled_[i]) {
             labels_[i] = labelPlace(series, occupancy);
             if (labels_[i]) {
                 occupancy.fill(*labels_[i]);
             }
+            areUnlabelled_[i] = !labels_[i];
         }
     }
 }
@@ -521,13 +524,21 @@ bool Drawer::layOut(double width, double height) {
     placeLabels();
     listEntries();
     if (entries_.empty() || placeLegendInside()) return true;
+    std::size_t listed = 0;
+    do {  // the names of curves whose labels have no place in the lower frame are listed too
+        listed = entries_.size();
+        planLegendBelow(width, height);
+        if (!layOutFrame(width, height)) {
+            entries_.clear();
+            isLegendBelow_ = false;
+            layOutFrame(width, height);
+            placeLabels();
+            return true;
+        }
+        placeLabels();
+        listEntries();
+    } while (entries_.size() > listed);
     planLegendBelow(width, height);
-    if (!layOutFrame(width, height)) {
-        entries_.clear();
-        isLegendBelow_ = false;
-        layOutFrame(width, height);
-    }
-    placeLabels();
     return true;
 }
 
