@@ -413,7 +413,7 @@ TEST_F(StateScreensTest, ListAndDrawWhatIsChosenOverARange) {
                     gtk_tree_view_get_column(view, columns) == nullptr);
         EXPECT_EQ(plot.series().size(), 2U);  // of one unit
         robot.click("Copy");
-        EXPECT_NE(clipboard().find("\ndew point\t"), std::string::npos);
+        EXPECT_NE(clipboard().find("\tdew point\t"), std::string::npos);
         save("Export", folder / robot.screen().name());
         robot.waitFor([screen = &robot.screen()] { return toolkit::IsActive(*screen); });
         robot.click("Celsius");
