@@ -313,6 +313,8 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
     constexpr std::array<Style, 3> styles = {Style::Line, Style::Dashed, Style::Dotted};
     constexpr std::size_t mostLabels = 8;
     constexpr std::size_t mostMarks = 100;
+    constexpr std::size_t mostTrueCurves = 60;
+    constexpr int chords = 40;  // of an isochore among more of them
     constexpr double thin = 0.75;
     const std::size_t comma = legend.find(", ");
     const std::string ofFluid = comma == std::string::npos ? "" : legend.substr(comma);
@@ -332,13 +334,22 @@ std::vector<PlotSeries> LineSeries(const std::vector<InclusionLine>& lines,
                 curve.labelFrom = curve.parts.size() - 1;
             }
             for (std::size_t i = isFirst ? 0 : 1; i < piece.points.size(); ++i) {
-                curve.add(InUnit(piece.points[i].T, scale), piece.points[i].P);
+                const StatePoint& to = piece.points[i];
+                const bool isLong = i > 0 && piece.state == InclusionLine::State::OnePhase;
+                for (int k = 1; isLong && lines.size() > mostTrueCurves && k < chords; ++k) {
+                    const double share = static_cast<double>(k) / chords;
+                    curve.add(InUnit(std::lerp(piece.points[i - 1].T, to.T, share), scale),
+                              std::lerp(piece.points[i - 1].P, to.P, share));
+                }
+                curve.add(InUnit(to.T, scale), to.P);
             }
         }
-        if (line.pathPressure) {
+        // On a logarithmic axis an isochore is no straight line either.
+        if (line.pathPressure || lines.size() <= mostTrueCurves) {
+            const double homogenization =
+                line.pathPressure && line.homogenization ? line.homogenization->T : 0.0;
             curve.between = [pressure = line.pathPressure, x = curve.x, y = curve.y, scale,
-                             homogenization = line.homogenization->T](
-                                std::size_t i, double share) -> toolkit::PlotPoint {
+                             homogenization](std::size_t i, double share) -> toolkit::PlotPoint {
                 const double at = std::lerp(x[i], x[i + 1], share);
                 const double T = scale.toKelvin(at);
                 const auto P = T < homogenization ? pressure(T) : std::nullopt;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "model/composition.h"
+#include "procedures/composition_text.h"
 #include "procedures/phase_sentences.h"
 #include "toolkit/file_writing.h"
 #include "toolkit/layout.h"
@@ -22,7 +23,7 @@ constexpr int visibleRows = 4;
 constexpr std::size_t mostPaths = 60;
 
 // The composition: "CO2 0.7, CH4 0.3".
-std::string CompositionText(const fluid::Mixture& mixture) {
+std::string FractionsText(const fluid::Mixture& mixture) {
     std::string text;
     for (std::size_t k = 0; k < mixture.count; ++k) {
         text += (k == 0 ? "" : ", ") + std::string(mixture.formula(k)) + " " +
@@ -75,6 +76,9 @@ IsochoreWindow::IsochoreWindow(toolkit::ScreenHost& host)
     TrappingP.setTarget(dataEntryPt, StaticText4);
     table.ListBox1.setEmptyText(
         "The pressure at each temperature of the range appears here when it is calculated.");
+    plotPanel.plot.setEmptyText(
+        "The bubble and dew points and the isochore of an inclusion appear here when it is "
+        "calculated or added.");
     list.ListBox1.setEmptyText("Inclusions that are added or pasted appear here.");
     Homogenisation.reserve(0, 3);
     DiagramNote.reserve(0, 2);
@@ -164,7 +168,7 @@ void IsochoreWindow::layOut() {
 void IsochoreWindow::Event_Activate() {
     showUnits();
     if (!(fluid_.mixture == fluid::AcceptedMixture())) {
-        fluid_ = {fluid::AcceptedMixture(), CompositionText(fluid::AcceptedMixture())};
+        fluid_ = {fluid::AcceptedMixture(), FractionsText(fluid::AcceptedMixture())};
         inclusions_->forgetResults();
         typedPoint_.reset();
         emptyResults();
@@ -662,9 +666,9 @@ void IsochoreWindow::showDiagram() {
         EnvelopeSeries(fluid_.mixture, highestP, {scale, lowestT, WithSpinodal.isOn()});
     std::size_t colour = 4;  // behind those of the curves
     for (const auto& [fluid, lines] : groups) {
-        const std::string name = groups.size() == 1
-                                     ? "isochores"
-                                     : "isochores, " + (fluid ? *fluid : fluid_).composition;
+        const std::string name =
+            groups.size() == 1 ? "isochores"
+                               : "isochores, " + CompositionText((fluid ? *fluid : fluid_).mixture);
         for (toolkit::PlotSeries& each : LineSeries(lines, scale, name, colour)) {
             series.push_back(std::move(each));
         }
