@@ -209,6 +209,16 @@ TEST_F(SeriesScreensTest, ListsOfInclusionsArePastedChangedKeptAndExported) {
         ++count;
     }
     EXPECT_EQ(count, 5U);
+    std::string thousand;
+    for (int i = 0; i < 1000; ++i) {
+        thousand += "X" + std::to_string(i) + "\t" + std::to_string(200 + i % 30) + "\tL\n";
+    }
+    toolkit::SetClipboardText(thousand);
+    robot.click("Paste");
+    EXPECT_EQ(text("warning"), "1000 inclusions were added");
+    ASSERT_EQ(rows("ListBox2").size(), 1007U);
+    EXPECT_EQ(rows("ListBox2")[1006][0], "X999");
+    EXPECT_GT(plot().series().size(), 1000U);
 }
 
 TEST_F(SeriesScreensTest, WhatIsNoNumberIsRefusedAndNothingIsNotSaved) {
